@@ -1,0 +1,16 @@
+// Conversion between UTF-8, the encoding of every text inside the program, and the ANSI code page of
+// the wire, the registry and the modem catalogue: the system's own on Windows, Windows-1252 elsewhere.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tollwick {
+
+// A character that the code page lacks, and every malformed UTF-8 sequence, becomes "?".
+std::string toAnsi(std::string_view utf8);
+
+// Total: every byte has a character, so that toAnsi(fromAnsi(bytes)) gives the same bytes back.
+std::string fromAnsi(std::string_view bytes);
+
+} // namespace tollwick

@@ -1,0 +1,110 @@
+// Settings in the registry, errors to the event log, files beside the program.
+#include "app/ansi.h"
+#include "app/platform_folders.h"
+#include "app/registry_store.h"
+#include "app/system_log.h"
+
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+
+namespace tollwick {
+namespace {
+
+constexpr const char* kParentKey = "SOFTWARE\\Brask software";
+constexpr const char* kEventSource = "Tollwick";
+
+class RegistryKey {
+public:
+    // Opens the key, which is created when missing. A leading "\" of the subkey is dropped, an empty
+    // subkey opens the parent itself, an empty parent opens nothing.
+    RegistryKey(std::string parent, std::string subkey) {
+        if (parent.empty())
+            return;
+        if (subkey.starts_with('\\'))
+            subkey.erase(0, 1);
+        if (!subkey.empty())
+            parent += '\\' + subkey;
+        if (RegCreateKeyA(HKEY_LOCAL_MACHINE, parent.c_str(), &key_) != ERROR_SUCCESS)
+            key_ = nullptr;
+    }
+    ~RegistryKey() {
+        if (key_)
+            RegCloseKey(key_);
+    }
+    RegistryKey(const RegistryKey&) = delete;
+    RegistryKey& operator=(const RegistryKey&) = delete;
+
+    // Only a value of type REG_SZ is read.
+    [[nodiscard]] std::optional<std::string> queryString(const std::string& name) const {
+        DWORD type = 0;
+        DWORD size = 0;
+        if (!key_ || RegQueryValueExA(key_, name.c_str(), nullptr, &type, nullptr, &size) !=
+                         ERROR_SUCCESS ||
+            type != REG_SZ)
+            return {};
+        std::string text(size, ' ');
+        if (RegQueryValueExA(key_, name.c_str(), nullptr, &type,
+                             reinterpret_cast<BYTE*>(text.data()), &size) != ERROR_SUCCESS ||
+            type != REG_SZ)
+            return {};
+        text.resize(std::min(text.size(), text.find('\0')));
+        return text;
+    }
+
+    [[nodiscard]] bool setString(const std::string& name, const std::string& text) const {
+        return key_ && RegSetValueExA(key_, name.c_str(), 0, REG_SZ,
+                                      reinterpret_cast<const BYTE*>(text.c_str()),
+                                      static_cast<DWORD>(text.size() + 1)) == ERROR_SUCCESS;
+    }
+
+private:
+    HKEY key_ = nullptr;
+};
+
+std::string subkeyOf(std::string_view application, std::string_view section) {
+    return toAnsi(std::string(application).append("\\").append(section));
+}
+
+class EventLog : public SystemLog {
+public:
+    void error(std::string_view text) override {
+        const HANDLE source = RegisterEventSourceA(nullptr, kEventSource);
+        if (!source)
+            return;
+        const std::string ansi = toAnsi(text);
+        const char* strings[] = {ansi.c_str()};
+        ReportEventA(source, EVENTLOG_ERROR_TYPE, 0, 0, nullptr, 1, 0, strings, nullptr);
+        DeregisterEventSource(source);
+    }
+};
+
+} // namespace
+
+std::optional<std::string> RegistryStore::read(std::string_view application,
+                                               std::string_view section, std::string_view name) {
+    const RegistryKey key(kParentKey, subkeyOf(application, section));
+    const std::optional<std::string> ansi = key.queryString(toAnsi(name));
+    if (!ansi)
+        return {};
+    return fromAnsi(*ansi);
+}
+
+bool RegistryStore::write(std::string_view application, std::string_view section,
+                          std::string_view name, std::string_view value) {
+    const RegistryKey key(kParentKey, subkeyOf(application, section));
+    return key.setString(toAnsi(name), toAnsi(value));
+}
+
+std::string defaultInstallFolder(const std::string& program_folder) {
+    return program_folder;
+}
+
+std::unique_ptr<SettingsStore> platformSettingsStore() {
+    return std::make_unique<RegistryStore>();
+}
+
+std::unique_ptr<SystemLog> platformSystemLog() {
+    return std::make_unique<EventLog>();
+}
+
+} // namespace tollwick

@@ -1,0 +1,19 @@
+// Reading and writing single code points of UTF-8.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tollwick {
+
+inline constexpr char32_t kReplacementCharacter = 0xFFFD;
+
+// Removes the first code point from `utf8`, which must not be empty, and returns it. A malformed
+// sequence is removed byte by byte, each byte giving kReplacementCharacter.
+char32_t takeCodePoint(std::string_view& utf8);
+
+void appendCodePoint(std::string& utf8, char32_t code_point);
+
+bool isValidUtf8(std::string_view text);
+
+} // namespace tollwick
