@@ -6,7 +6,8 @@
 namespace tollwick {
 namespace {
 
-std::string convert(std::string_view text, UINT from, UINT to, const char* substitute) {
+std::string convert(std::string_view text, UINT from, UINT to, DWORD flags,
+                    const char* substitute) {
     if (text.empty())
         return {};
     const int length = static_cast<int>(text.size());
@@ -16,9 +17,9 @@ std::string convert(std::string_view text, UINT from, UINT to, const char* subst
     const int wide_length = static_cast<int>(wide.size());
     MultiByteToWideChar(from, 0, text.data(), length, wide.data(), wide_length);
     std::string result(static_cast<std::size_t>(WideCharToMultiByte(
-                           to, 0, wide.data(), wide_length, nullptr, 0, substitute, nullptr)),
+                           to, flags, wide.data(), wide_length, nullptr, 0, substitute, nullptr)),
                        '\0');
-    WideCharToMultiByte(to, 0, wide.data(), wide_length, result.data(),
+    WideCharToMultiByte(to, flags, wide.data(), wide_length, result.data(),
                         static_cast<int>(result.size()), substitute, nullptr);
     return result;
 }
@@ -26,12 +27,16 @@ std::string convert(std::string_view text, UINT from, UINT to, const char* subst
 } // namespace
 
 std::string toAnsi(std::string_view utf8) {
-    return convert(utf8, CP_UTF8, CP_ACP, "?");
+    // Where UTF-8 itself is the ANSI code page nothing is lacking, and neither may be given. Elsewhere
+    // no letter stands in for one that merely looks like it.
+    const bool lacks_none = GetACP() == CP_UTF8;
+    return convert(utf8, CP_UTF8, CP_ACP, lacks_none ? 0 : WC_NO_BEST_FIT_CHARS,
+                   lacks_none ? nullptr : "?");
 }
 
 std::string fromAnsi(std::string_view bytes) {
     // CP_UTF8 as the target takes no substitute.
-    return convert(bytes, CP_ACP, CP_UTF8, nullptr);
+    return convert(bytes, CP_ACP, CP_UTF8, 0, nullptr);
 }
 
 } // namespace tollwick

@@ -31,9 +31,12 @@ double numericValue(std::string_view text) {
         return 0;
     double value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error == std::errc::result_out_of_range)
-        value = std::numeric_limits<double>::infinity();
-    else if (error != std::errc())
+    if (error == std::errc::result_out_of_range) {
+        // The sign is gone, so that a "-" is the exponent's: too close to 0, and not too large.
+        const bool is_tiny = text.substr(0, end - text.data()).find('-') != std::string_view::npos;
+        value = is_tiny ? 0 : std::numeric_limits<double>::infinity();
+    }
+    if (error == std::errc::invalid_argument)
         return 0;
     return negative ? -value : value;
 }

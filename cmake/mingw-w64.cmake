@@ -8,7 +8,9 @@ set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-find_program(WINE_PROGRAM NAMES wine64-stable wine wine64)
+# Debian keeps the 64-bit loader out of the path; its `wine` is a script that warns about a missing
+# 32-bit one.
+find_program(WINE_PROGRAM NAMES wine64-stable wine64 wine PATHS /usr/lib/wine)
 if(WINE_PROGRAM)
     set(CMAKE_CROSSCOMPILING_EMULATOR ${WINE_PROGRAM})
 endif()

@@ -1,0 +1,100 @@
+#include "link/login_sequence.h"
+
+#include "app/numeric.h"
+
+#include <QElapsedTimer>
+
+namespace tollwick {
+namespace {
+
+bool hasPassed(const QElapsedTimer& timer, double seconds) {
+    return static_cast<double>(timer.elapsed()) > seconds * 1000;
+}
+
+} // namespace
+
+LoginSequence::LoginSequence(ServiceLink& link, Requests& requests, ServiceData& data,
+                             MainModule& main, Prompter& prompter, Progress& progress)
+    : link_(link), requests_(requests), data_(data), main_(main), prompter_(prompter),
+      progress_(progress) {}
+
+LoginOutcome LoginSequence::run() {
+    const StringTable& texts = main_.texts();
+    link_.setComTimeout(main_.connection.ComTimeout);
+    link_.reset();
+    for (int reconnects = 0;; ++reconnects) {
+        if (!connect())
+            return LoginOutcome::NotConnected;
+        if (waitForKey() == KeyWait::Received)
+            break;
+        if (reconnects == kReconnects) {
+            link_.Close();
+            progress_.setInfo({});
+            prompter_.beep();
+            prompter_.exclamation(texts(Text::LinkNotInitialized));
+            return LoginOutcome::NoKey;
+        }
+        link_.Close();
+        pause(kReconnectPause);
+        link_.Close();
+    }
+
+    progress_.setInfo(texts(Text::StatusConnected));
+    switch (requests_.txAuthenticate()) {
+    case kAuthenticated:
+        data_.settings = SettingsRecord();
+        requests_.RetrieveAll();
+        return LoginOutcome::LoggedIn;
+    case kAuthenticateFailed:
+        return LoginOutcome::LinkFailed;
+    default:
+        prompter_.critical(texts(Text::AuthenticationFailure));
+        return LoginOutcome::Rejected;
+    }
+}
+
+bool LoginSequence::connect() {
+    const StringTable& texts = main_.texts();
+    progress_.setInfo(texts(Text::StatusConnecting));
+    link_.Connect(main_.connection.ServerConnectIp,
+                  numericValue(main_.connection.ServerConnectPort));
+    while (link_.isConnecting())
+        link_.processEvents();
+    if (link_.isOpen())
+        return true;
+    progress_.setInfo({});
+    std::string text;
+    if (link_.hasFailed()) {
+        text.append(texts(Text::ConnectFailedCause)).append(std::to_string(link_.lastErrorNumber()));
+        text.append(") ").append(link_.lastErrorText());
+    } else {
+        text.append(texts(Text::ConnectFailedUnknown)).append(std::to_string(link_.stateNumber()));
+        text.append(")");
+    }
+    link_.Close();
+    prompter_.exclamation(text);
+    return false;
+}
+
+LoginSequence::KeyWait LoginSequence::waitForKey() {
+    QElapsedTimer timer;
+    timer.start();
+    for (;;) {
+        if (link_.KeyReceived() == kTrue)
+            return KeyWait::Received;
+        if (link_.KeyReceived() == 1 || !link_.isOpen())
+            return KeyWait::NoKey;
+        if (hasPassed(timer, kKeyTimeout))
+            return KeyWait::TimedOut;
+        link_.processEvents();
+    }
+}
+
+void LoginSequence::pause(double seconds) {
+    QElapsedTimer timer;
+    timer.start();
+    while (!hasPassed(timer, seconds))
+        link_.processEvents();
+}
+
+} // namespace tollwick

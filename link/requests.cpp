@@ -1,0 +1,400 @@
+#include "link/requests.h"
+
+#include "link/comrecord_moves.h"
+
+#include <limits>
+#include <optional>
+
+namespace tollwick {
+
+// One row of the catalogue.
+struct RequestRow {
+    Operation operation;
+    ObjectClass object_class;
+    std::optional<Integer> record_length; // of the sub-record; not written when absent
+    std::optional<Text> failure;          // shown when the request failed; absent: kFailSaveHost
+    std::optional<Text> status;           // shown while the request runs
+};
+
+namespace {
+
+namespace catalogue {
+using enum Operation;
+using C = ObjectClass;
+using T = Text;
+constexpr std::nullopt_t NotSet = std::nullopt;
+constexpr std::nullopt_t None = std::nullopt;
+
+// clang-format off
+constexpr RequestRow
+    AuthenticateLogin  {Authenticate, C::Login,         8,      T::FailAuthenticate,        None},
+    NewLogin           {Save,         C::Login,         8,      T::FailNewLogin,            None},
+    // The saving text for the retrieval, too: wanted.
+    GetSettings        {Get,          C::Settings,      106,    T::FailSettings,            T::StatusRetrievingSettings},
+    SaveSettings       {Save,         C::Settings,      106,    T::FailSettings,            None},
+    GetAllSchedules    {Get,          C::Schedule,      NotSet, T::FailGetSchedules,        T::StatusRetrievingSchedules},
+    AddSchedule        {Add,          C::Schedule,      77,     T::FailSaveSchedule,        None},
+    SaveSchedule       {Save,         C::Schedule,      77,     T::FailSaveSchedule,        None},
+    DeleteSchedule     {Delete,       C::Schedule,      77,     T::FailDeleteSchedule,      None},
+    GetAllHosts        {Get,          C::Host,          NotSet, T::FailGetHosts,            T::StatusRetrievingHosts},
+    AddHost            {Add,          C::Host,          2292,   None,                       None},
+    SaveHost           {Save,         C::Host,          2292,   None,                       None},
+    DeleteHost         {Delete,       C::Host,          2292,   T::FailDeleteHost,          T::StatusRemovingHost},
+    DeleteHostDirectory{Delete,       C::HostDirectory, NotSet, T::FailDeleteHostDirectory, None},
+    GetAllOutbox       {Get,          C::OutboxMail,    NotSet, T::FailGetOutbox,           T::StatusRetrievingOutbox},
+    DeleteOutboxMail   {Delete,       C::OutboxMail,    20,     T::FailDeleteMail,          T::StatusRemovingMail},
+    GetUucpStatus      {Get,          C::UucpStatus,    0,      T::FailGetStatus,           None},
+    SendUucpCommand    {Add,          C::UucpCommand,   4,      T::FailSendCommand,         None},
+    GetAllTapiLocations{Get,          C::TapiLocation,  NotSet, T::FailTapiLocations,       T::StatusRetrievingTapiLocations},
+    GetAllTapiDevices  {Get,          C::TapiDevice,    NotSet, T::FailTapiDevices,         T::StatusRetrievingTapiDevices},
+    GetAllRasEntries   {Get,          C::RasEntry,      NotSet, T::FailRasEntries,          T::StatusRetrievingRas},
+    GetScript          {Get,          C::Script,        NotSet, T::FailGetScript,           None},
+    SaveScript         {Save,         C::Script,        NotSet, T::FailSaveScript,          None},
+    GetAllScriptFile   {Get,          C::ScriptFile,    NotSet, T::FailGetScriptFiles,      T::StatusRetrievingScriptFiles};
+// clang-format on
+} // namespace catalogue
+
+// A failed save of a host is told in English in every language: wanted.
+constexpr std::string_view kFailSaveHost =
+    "Unable to transmit data to the Tollwick Service!\r\nThe connection is terminated!";
+
+// A list that grows past these is taken for one without an end, and counts as a failed request.
+constexpr std::size_t kMostNames = 10'000;
+constexpr std::size_t kMostRecords = 1'000'000;
+
+bool isFailure(Integer reply) {
+    return reply == result::Refused || reply == result::NoReply;
+}
+
+// The number behind `number`; after the largest there is none, and the service says so itself.
+Long nextNumber(Long number) {
+    return number == std::numeric_limits<Long>::max() ? number : number + 1;
+}
+
+bool isBlank(const std::string& text) {
+    return text.find_first_not_of(' ') == std::string::npos;
+}
+
+} // namespace
+
+// Counts a request as running, its failure box included.
+class Requests::Scope {
+public:
+    explicit Scope(Requests& requests) : depth_(requests.depth_) { ++depth_; }
+    ~Scope() { --depth_; }
+    Scope(const Scope&) = delete;
+    Scope& operator=(const Scope&) = delete;
+
+private:
+    int& depth_;
+};
+
+Requests::Requests(ServiceLink& link, ServiceData& data, const StringTable& texts,
+                   Prompter& prompter, Progress& progress)
+    : link_(link), data_(data), texts_(texts), prompter_(prompter), progress_(progress) {}
+
+Comrecord& Requests::begin(const RequestRow& row) {
+    link_.settle();
+    if (row.status)
+        progress_.setInfo(texts_(*row.status));
+    Comrecord& record = link_.comrecord;
+    record = EmptyComrecord;
+    record.Operation = static_cast<Integer>(row.operation);
+    record.ObjectClass = static_cast<Integer>(row.object_class);
+    if (row.record_length)
+        record.RecordLength = *row.record_length;
+    return record;
+}
+
+Integer Requests::exchange() {
+    link_.SendComrecord(link_.comrecord);
+    return link_.WaitForReply();
+}
+
+Integer Requests::fail(const RequestRow& row) {
+    prompter_.beep();
+    prompter_.critical(row.failure ? texts_(*row.failure) : kFailSaveHost);
+    link_.Close();
+    return kTrue;
+}
+
+Integer Requests::exchangeOrFail(const RequestRow& row) {
+    const Integer reply = exchange();
+    return isFailure(reply) ? fail(row) : reply;
+}
+
+template <class Record>
+Integer Requests::getNumberedList(const RequestRow& row, std::vector<Record>& list) {
+    constexpr bool is_schedule = std::is_same_v<Record, ScheduleRecord>;
+    const Scope scope(*this);
+    list.clear();
+    Comrecord& record = begin(row);
+    record.RecordNumber = 1;
+    while (list.size() < kMostRecords) {
+        const Integer reply = exchange();
+        if (reply == result::EndOfList)
+            return kFalse;
+        if (reply != result::Done)
+            return fail(row);
+        unpackRecord(record, list.emplace_back());
+        // Schedules follow the number that the record itself carries, from a cleared record; hosts the
+        // number in the reply's header, with the last host still in the data block. Wanted.
+        Long next = nextNumber(record.RecordNumber);
+        if constexpr (is_schedule) {
+            next = nextNumber(list.back().record_number);
+            record = EmptyComrecord;
+        }
+        record.Operation = static_cast<Integer>(row.operation);
+        record.ObjectClass = static_cast<Integer>(row.object_class);
+        record.RecordNumber = next;
+    }
+    return fail(row);
+}
+
+template <class Take>
+Integer Requests::getList(const RequestRow& row, std::size_t most, Take&& take) {
+    const Scope scope(*this);
+    Comrecord& record = begin(row);
+    for (std::size_t count = 0; count <= most;) {
+        const Integer reply = exchange();
+        if (reply == result::EndOfList)
+            return kFalse;
+        if (reply != result::Done)
+            return fail(row);
+        if (count++ < most)
+            take(record);
+        record = EmptyComrecord;
+        record.Operation = static_cast<Integer>(Operation::GetNext);
+        record.ObjectClass = static_cast<Integer>(row.object_class);
+    }
+    return fail(row);
+}
+
+Integer Requests::getNames(const RequestRow& row, std::vector<std::string>& names) {
+    return getList(row, kMostNames, [&](const Comrecord& record) {
+        NameListRecord entry;
+        unpackRecord(record, entry);
+        names.push_back(entry.name.text());
+    });
+}
+
+Long Requests::txAuthenticate() {
+    const Scope scope(*this);
+    const RequestRow& row = catalogue::AuthenticateLogin;
+    LoginRecord login;
+    login.user_id = data_.user_id;
+    login.password = data_.password;
+    MoveLoginrecordToComrecord(login, begin(row));
+    const Integer reply = exchange();
+    if (reply == result::Done)
+        return link_.comrecord.RecordNumber;
+    if (!isFailure(reply))
+        return 0;
+    fail(row);
+    return kAuthenticateFailed;
+}
+
+Integer Requests::txNewLogin() {
+    const Scope scope(*this);
+    LoginRecord login;
+    login.user_id = data_.user_id;
+    login.password = data_.password;
+    MoveLoginrecordToComrecord(login, begin(catalogue::NewLogin));
+    return exchangeOrFail(catalogue::NewLogin) == kTrue ? kTrue : kFalse;
+}
+
+Integer Requests::txGetSettings() {
+    const Scope scope(*this);
+    begin(catalogue::GetSettings);
+    const Integer reply = exchangeOrFail(catalogue::GetSettings);
+    if (reply == result::Done)
+        MoveComrecordToSettingsrecord(link_.comrecord, data_.settings);
+    return reply == kTrue ? kTrue : kFalse;
+}
+
+Integer Requests::txSaveSettings() {
+    const Scope scope(*this);
+    MoveSettingsrecordToComrecord(data_.settings, begin(catalogue::SaveSettings));
+    switch (exchangeOrFail(catalogue::SaveSettings)) {
+    case result::SettingsAnswer9:
+        return 1;
+    case result::SettingsAnswer8:
+        return 2;
+    case kTrue:
+        return kTrue;
+    default:
+        return 0;
+    }
+}
+
+Integer Requests::txGetAllSchedules() {
+    return getNumberedList(catalogue::GetAllSchedules, data_.schedules);
+}
+
+Integer Requests::txSaveSchedule(bool is_new) {
+    const Scope scope(*this);
+    const RequestRow& row = is_new ? catalogue::AddSchedule : catalogue::SaveSchedule;
+    if (is_new)
+        data_.current_schedule.identity = kTrue;
+    MoveSchedulerecordToComrecord(data_.current_schedule, begin(row));
+    // Any answer but 1 is a failure here.
+    if (exchange() != result::Done)
+        return fail(row);
+    MoveComrecordToSchedulerecord(link_.comrecord, data_.current_schedule);
+    return kFalse;
+}
+
+Integer Requests::txDeleteSchedule(Long record_number) {
+    const Scope scope(*this);
+    const RequestRow& row = catalogue::DeleteSchedule;
+    data_.current_schedule = EmptyScheduleRecord;
+    data_.current_schedule.identity = 1;
+    MoveSchedulerecordToComrecord(data_.current_schedule, begin(row));
+    link_.comrecord.RecordNumber = record_number;
+    return exchange() == result::Done ? kFalse : fail(row);
+}
+
+Integer Requests::txGetAllHosts() {
+    return getNumberedList(catalogue::GetAllHosts, data_.hosts);
+}
+
+Integer Requests::txSaveHost(bool is_new) {
+    const Scope scope(*this);
+    const RequestRow& row = is_new ? catalogue::AddHost : catalogue::SaveHost;
+    MoveHostrecordToComrecord(data_.current_host, begin(row));
+    // Any answer but 1 is a failure here.
+    if (exchange() != result::Done)
+        return fail(row);
+    MoveComrecordToHostrecord(link_.comrecord, data_.current_host);
+    return kFalse;
+}
+
+Integer Requests::txDeleteHost(Long record_number) {
+    const Scope scope(*this);
+    MoveHostrecordToComrecord(EmptyHostRecord, begin(catalogue::DeleteHost));
+    link_.comrecord.RecordNumber = record_number;
+    return exchangeOrFail(catalogue::DeleteHost) == kTrue ? kTrue : kFalse;
+}
+
+Integer Requests::txDeleteHostDirectory(const std::string& directory) {
+    if (isBlank(directory))
+        return kFalse;
+    const Scope scope(*this);
+    Comrecord& record = begin(catalogue::DeleteHostDirectory);
+    // Raw characters, without a length before them.
+    const std::string bytes = toAnsi(directory);
+    bytes.copy(record.ComrecordData.data(), record.ComrecordData.size());
+    return exchangeOrFail(catalogue::DeleteHostDirectory) == kTrue ? kTrue : kFalse;
+}
+
+Integer Requests::txGetAllOutbox() {
+    data_.outbox.clear();
+    return getList(catalogue::GetAllOutbox, kMostRecords, [this](const Comrecord& record) {
+        unpackRecord(record, data_.outbox.emplace_back());
+    });
+}
+
+Integer Requests::txDeleteOutboxMail(const OutboxRecord& mail, bool& removed) {
+    const Scope scope(*this);
+    removed = false;
+    MoveOutboxrecordToComrecord(mail, begin(catalogue::DeleteOutboxMail));
+    const Integer reply = exchangeOrFail(catalogue::DeleteOutboxMail);
+    if (reply == result::Done) {
+        removed = link_.comrecord.RecordNumber == 0;
+        if (!removed) {
+            prompter_.beep();
+            prompter_.critical(texts_(Text::MailNotRemoved));
+        }
+    }
+    return reply == kTrue ? kTrue : kFalse;
+}
+
+void Requests::txGetUucpStatus(std::function<void(int)> done) {
+    link_.settle();
+    data_.uucp_status = UucpStatusRecord();
+    const RequestRow& row = catalogue::GetUucpStatus;
+    // The data block keeps its old bytes: wanted.
+    Comrecord& record = link_.comrecord;
+    record.Operation = static_cast<Integer>(row.operation);
+    record.ObjectClass = static_cast<Integer>(row.object_class);
+    record.RecordNumber = 0;
+    record.RecordLength = *row.record_length;
+    link_.SendComrecord(record);
+    link_.reportReply([this, done = std::move(done)](std::optional<Integer> reply,
+                                                     ServiceLink::NoReply reason) {
+        const Scope scope(*this);
+        if (!reply && reason == ServiceLink::NoReply::LinkClosed)
+            reply = result::NoReply;
+        if (reply == result::Done)
+            MoveComrecordToUucpstatusrecord(link_.comrecord, data_.uucp_status);
+        const bool failed = reply && isFailure(*reply);
+        if (failed)
+            fail(catalogue::GetUucpStatus);
+        done(failed ? kStatusFailed : kStatusReceived);
+    });
+}
+
+Integer Requests::txSendUucpCommand() {
+    const Scope scope(*this);
+    MoveUucpcommandrecordToComrecord(data_.uucp_command, begin(catalogue::SendUucpCommand));
+    const Integer reply = exchange();
+    if (reply == result::Done)
+        return static_cast<Integer>(link_.comrecord.RecordNumber);
+    fail(catalogue::SendUucpCommand);
+    return reply;
+}
+
+Integer Requests::txGetAllTapiLocations(std::vector<std::string>& names) {
+    return getNames(catalogue::GetAllTapiLocations, names);
+}
+
+Integer Requests::txGetAllTapiDevices(std::vector<std::string>& names) {
+    return getNames(catalogue::GetAllTapiDevices, names);
+}
+
+Integer Requests::txGetAllRasEntries(std::vector<std::string>& names) {
+    return getNames(catalogue::GetAllRasEntries, names);
+}
+
+Integer Requests::txGetAllScriptFile(std::vector<std::string>& names) {
+    return getNames(catalogue::GetAllScriptFile, names);
+}
+
+Integer Requests::txGetScript(const std::string& file_name, bool& received) {
+    received = false;
+    if (isBlank(file_name))
+        return kFalse;
+    const Scope scope(*this);
+    const RequestRow& row = catalogue::GetScript;
+    ScriptRecord wanted;
+    wanted.file_name = file_name;
+    MoveScriptrecordToComrecord(wanted, begin(row));
+    if (exchange() != result::Done)
+        return fail(row);
+    MoveComrecordToScriptrecord(link_.comrecord, data_.script);
+    received = true;
+    return kFalse;
+}
+
+Integer Requests::txSaveScript(const std::string& file_name, const std::string& text) {
+    if (isBlank(file_name))
+        return kFalse;
+    const Scope scope(*this);
+    const RequestRow& row = catalogue::SaveScript;
+    data_.script.file_name = file_name;
+    data_.script.text = text;
+    MoveScriptrecordToComrecord(data_.script, begin(row));
+    return exchange() == result::Done ? kFalse : fail(row);
+}
+
+Integer Requests::RetrieveAll() {
+    const Scope scope(*this);
+    const bool failed = txGetSettings() != kFalse || txGetAllSchedules() != kFalse ||
+                        txGetAllHosts() != kFalse || txGetAllOutbox() != kFalse;
+    if (failed)
+        return kTrue;
+    progress_.setInfo(texts_(Text::Ready));
+    return kFalse;
+}
+
+} // namespace tollwick

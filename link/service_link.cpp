@@ -1,0 +1,227 @@
+#include "link/service_link.h"
+
+#include "link/record_packing.h"
+#include "link/scramble.h"
+
+#include <QCoreApplication>
+#include <QNetworkProxy>
+
+#include <utility>
+
+namespace tollwick {
+namespace {
+
+// A wait gives the socket this long before it looks after the windows, and the windows are looked after
+// at least this often however fast replies come in.
+constexpr int kSliceMs = 5;
+constexpr int kEventsEveryMs = 10;
+constexpr int kReportCheckMs = 50;
+
+// The number that administrators know an error by.
+long errorNumber(QAbstractSocket::SocketError error) {
+    switch (error) {
+    case QAbstractSocket::ConnectionRefusedError:
+        return 10061;
+    case QAbstractSocket::RemoteHostClosedError:
+        return 10054;
+    case QAbstractSocket::HostNotFoundError:
+        return 11001;
+    case QAbstractSocket::SocketAccessError:
+        return 10013;
+    case QAbstractSocket::SocketResourceError:
+        return 10055;
+    case QAbstractSocket::SocketTimeoutError:
+        return 10060;
+    case QAbstractSocket::NetworkError:
+        return 10051;
+    case QAbstractSocket::SocketAddressNotAvailableError:
+        return 10049;
+    default:
+        return static_cast<long>(error);
+    }
+}
+
+} // namespace
+
+ServiceLink::ServiceLink(const Clock& clock, QObject* parent) : QObject(parent), clock_(clock) {
+    connect(&socket_, &QTcpSocket::connected, this, &ServiceLink::onConnected);
+    connect(&socket_, &QTcpSocket::readyRead, this, &ServiceLink::onReadyRead);
+    connect(&socket_, &QTcpSocket::disconnected, this, &ServiceLink::onDisconnected);
+    connect(&socket_, &QTcpSocket::errorOccurred, this, &ServiceLink::onError);
+    connect(&socket_, &QTcpSocket::stateChanged, this, &ServiceLink::stateChanged);
+    connect(&report_timer_, &QTimer::timeout, this, [this] {
+        if (timedOut())
+            finishReport({}, NoReply::TimedOut);
+    });
+    since_events_.start();
+}
+
+ServiceLink::~ServiceLink() {
+    report_ = nullptr;
+    socket_.disconnect(this);
+}
+
+void ServiceLink::Connect(const std::string& host, double port) {
+    Close();
+    host_ = host;
+    failed_ = false;
+    if (!(port >= 1 && port <= 65535)) {
+        failed_ = true;
+        last_error_number_ = errorNumber(QAbstractSocket::SocketAddressNotAvailableError);
+        last_error_text_ = "Invalid port number";
+        return;
+    }
+    socket_.setProxy(QNetworkProxy::NoProxy);
+    socket_.connectToHost(QString::fromStdString(host), static_cast<quint16>(port));
+}
+
+void ServiceLink::Close() {
+    closeSocket(NoReply::Abandoned);
+}
+
+void ServiceLink::reset() {
+    Close();
+    receiver_.reset();
+}
+
+bool ServiceLink::isConnecting() const {
+    return socket_.state() == QAbstractSocket::HostLookupState ||
+           socket_.state() == QAbstractSocket::ConnectingState;
+}
+
+bool ServiceLink::isOpen() const {
+    return socket_.state() == QAbstractSocket::ConnectedState;
+}
+
+void ServiceLink::settle() {
+    if (!report_)
+        return;
+    input_lock_->lockInput();
+    while (report_ && !timedOut())
+        pump();
+    input_lock_->unlockInput();
+    if (report_)
+        finishReport({}, NoReply::TimedOut);
+}
+
+void ServiceLink::SendComrecord(const Comrecord& record) {
+    sent_at_ = clock_.now().secondsSinceMidnight();
+    ReplyArrived_ = 0;
+    if (!isOpen())
+        return;
+    removeScratchFile();
+    const std::string line = encodeLine(record, receiver_.SessionKey, randomStart());
+    socket_.write(line.data(), static_cast<qint64>(line.size()));
+    socket_.flush();
+}
+
+Integer ServiceLink::WaitForReply() {
+    if (waiting_) // a request from within the wait of another has no line of its own
+        return result::NoReply;
+    waiting_ = true;
+    input_lock_->lockInput();
+    while (ReplyArrived_ == 0 && isOpen()) {
+        pump();
+        if (timedOut())
+            break;
+    }
+    input_lock_->unlockInput();
+    waiting_ = false;
+    const Integer reply = std::exchange(ReplyArrived_, Integer{0});
+    return reply != 0 ? reply : result::NoReply;
+}
+
+void ServiceLink::reportReply(ReplyHandler handler) {
+    report_ = std::move(handler);
+    if (!isOpen())
+        finishReport({}, NoReply::LinkClosed);
+    else
+        report_timer_.start(kReportCheckMs);
+}
+
+void ServiceLink::processEvents() {
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, kSliceMs);
+    since_events_.restart();
+}
+
+void ServiceLink::onConnected() {
+    socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+}
+
+void ServiceLink::onReadyRead() {
+    const QByteArray arrived = socket_.readAll();
+    DataArrival({arrived.constData(), static_cast<std::size_t>(arrived.size())});
+}
+
+void ServiceLink::DataArrival(std::string_view arrived) {
+    switch (receiver_.DataArrival(arrived, comrecord)) {
+    case LinkReceiver::Arrival::Nothing:
+    case LinkReceiver::Arrival::Key:
+        return;
+    case LinkReceiver::Arrival::TooLong:
+        closeSocket(NoReply::LinkClosed);
+        return;
+    case LinkReceiver::Arrival::Record:
+        break;
+    }
+    ReplyArrived_ = comrecord.Operation;
+    // One line per arrival; another one that is there already counts as the next arrival.
+    if (receiver_.hasLine())
+        QMetaObject::invokeMethod(this, &ServiceLink::takeNextLine, Qt::QueuedConnection);
+    if (report_ && ReplyArrived_ != 0)
+        finishReport(std::exchange(ReplyArrived_, Integer{0}), {});
+}
+
+void ServiceLink::takeNextLine() {
+    if (receiver_.hasLine())
+        DataArrival({});
+}
+
+void ServiceLink::onDisconnected() {
+    closeSocket(NoReply::LinkClosed);
+}
+
+void ServiceLink::onError() {
+    last_error_number_ = errorNumber(socket_.error());
+    last_error_text_ = socket_.errorString().toStdString();
+    // The service's closing of its end is an end, not a failure.
+    if (socket_.error() != QAbstractSocket::RemoteHostClosedError)
+        failed_ = true;
+}
+
+void ServiceLink::pump() {
+    if (receiver_.hasLine())
+        takeNextLine();
+    else if (isOpen())
+        socket_.waitForReadyRead(kSliceMs);
+    if (since_events_.hasExpired(kEventsEveryMs)) {
+        QCoreApplication::processEvents();
+        since_events_.restart();
+    }
+}
+
+bool ServiceLink::timedOut() const {
+    // The clock restarts at midnight and the difference is not corrected: a wait that spans midnight
+    // goes on waiting. Wanted.
+    const auto elapsed = static_cast<Single>(clock_.now().secondsSinceMidnight() - sent_at_);
+    return elapsed > com_timeout_;
+}
+
+void ServiceLink::closeSocket(NoReply reason) {
+    receiver_.close();
+    report_timer_.stop();
+    // Taken first: aborting reports the closed socket once more, from within.
+    const ReplyHandler handler = std::exchange(report_, nullptr);
+    if (socket_.state() != QAbstractSocket::UnconnectedState)
+        socket_.abort();
+    if (handler)
+        handler({}, reason);
+}
+
+void ServiceLink::finishReport(std::optional<Integer> reply, NoReply reason) {
+    report_timer_.stop();
+    const ReplyHandler handler = std::exchange(report_, nullptr);
+    handler(reply, reason);
+}
+
+} // namespace tollwick

@@ -1,0 +1,117 @@
+// The connection to the service: one TCP socket, its session key, and at most one request on its way.
+#pragma once
+
+#include "app/clock.h"
+#include "link/input_lock.h"
+#include "link/link_receiver.h"
+
+#include <QElapsedTimer>
+#include <QTcpSocket>
+#include <QTimer>
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace tollwick {
+
+class ServiceLink : public QObject {
+    Q_OBJECT
+public:
+    // How a reply that is not waited for, but reported later, ended when it was not the reply's own
+    // result code.
+    enum class NoReply {
+        TimedOut,
+        LinkClosed, // by the service or an error
+        Abandoned,  // by the console itself
+    };
+    // The result code, or why there is none.
+    using ReplyHandler = std::function<void(std::optional<Integer> result, NoReply reason)>;
+
+    explicit ServiceLink(const Clock& clock, QObject* parent = nullptr);
+    ~ServiceLink() override;
+
+    void setInputLock(InputLock& lock) { input_lock_ = &lock; }
+    // Seconds to wait for a reply.
+    void setComTimeout(Single seconds) { com_timeout_ = seconds; }
+
+    // Starts a new connection; an old one is closed. `host` is UTF-8; a port outside 1..65535 fails like
+    // an address that cannot be used.
+    void Connect(const std::string& host, double port);
+    // Closes the socket and forgets whatever has not been read. No event is reported for it.
+    void Close();
+    // Forgets the session key, too.
+    void reset();
+
+    [[nodiscard]] bool isConnecting() const;
+    [[nodiscard]] bool isOpen() const;
+    [[nodiscard]] bool hasFailed() const { return failed_; }
+    // The state's number, for messages.
+    [[nodiscard]] int stateNumber() const { return socket_.state(); }
+    // Number and description of the last socket error.
+    [[nodiscard]] long lastErrorNumber() const { return last_error_number_; }
+    [[nodiscard]] const std::string& lastErrorText() const { return last_error_text_; }
+    // The host that the link was last connected to, UTF-8.
+    [[nodiscard]] const std::string& host() const { return host_; }
+
+    [[nodiscard]] Integer KeyReceived() const { return receiver_.KeyReceived; }
+
+    // The one record that is shared by all requests and replies.
+    Comrecord comrecord;
+
+    // Waits, with input locked, until no report is awaited any more; to be called before `comrecord` is
+    // filled for another request, since the reply on its way is unpacked into it.
+    void settle();
+    // Sends the record as one line, scrambled with the session key. Nothing is sent on a link that is
+    // not open.
+    void SendComrecord(const Comrecord& record);
+    // Waits for the reply to what was just sent, with input locked and events processed; returns its
+    // result code, or result::NoReply after the time-out or on a link that is not open.
+    Integer WaitForReply();
+    // Reports the reply to what was just sent later and locks nothing. The handler is called exactly once.
+    void reportReply(ReplyHandler handler);
+
+    // True while a reply is waited for or a report is awaited.
+    [[nodiscard]] bool isWaiting() const { return waiting_ || report_; }
+
+    // Lets sockets and windows process what has happened; returns after at most a few milliseconds.
+    void processEvents();
+
+signals:
+    void stateChanged();
+
+private:
+    void onConnected();
+    void onReadyRead();
+    void onDisconnected();
+    void onError();
+
+    void DataArrival(std::string_view arrived);
+    void takeNextLine();
+    // Gives socket data a chance to arrive, and windows to repaint now and then.
+    void pump();
+    [[nodiscard]] bool timedOut() const;
+    void closeSocket(NoReply reason);
+    void finishReport(std::optional<Integer> result, NoReply reason);
+
+    const Clock& clock_;
+    NoInputLock no_lock_;
+    InputLock* input_lock_ = &no_lock_;
+    Single com_timeout_ = 30;
+
+    QTcpSocket socket_;
+    LinkReceiver receiver_;
+    std::string host_;
+    bool failed_ = false;
+    long last_error_number_ = 0;
+    std::string last_error_text_;
+
+    Integer ReplyArrived_ = 0; // 0 while a request is outstanding, else the result code of the reply
+    double sent_at_ = 0;       // seconds since midnight
+    bool waiting_ = false;
+    ReplyHandler report_;
+    QTimer report_timer_;
+    QElapsedTimer since_events_;
+};
+
+} // namespace tollwick

@@ -1,0 +1,45 @@
+// One console that is connected: its socket, its key and its session.
+#pragma once
+
+#include "link/link_receiver.h"
+#include "simulator/responder.h"
+
+#include <QObject>
+
+#include <functional>
+#include <optional>
+
+class QTcpSocket;
+
+namespace tollwick::simulator {
+
+class ConsoleConnection : public QObject {
+    Q_OBJECT
+
+public:
+    // Answers one request, or leaves it unanswered.
+    using Handler = std::function<std::optional<Comrecord>(const Comrecord&, Session&)>;
+
+    // Takes the socket over.
+    ConsoleConnection(QTcpSocket* socket, Handler handler, QObject* parent);
+
+    // Sends the session key, with which every line is scrambled from then on.
+    void sendKey();
+    void sendRaw(const QByteArray& bytes);
+    // Closes at once; what has not been sent yet is lost.
+    void close();
+
+signals:
+    void closed();
+
+private:
+    void readLines();
+
+    QTcpSocket* socket_;
+    Handler handler_;
+    std::string key_;
+    LineFramer framer_;
+    Session session_;
+};
+
+} // namespace tollwick::simulator

@@ -1,0 +1,44 @@
+// The JSON file that a site is kept in. Its keys are the names of the records' fields; keys that it
+// does not know are kept when it is written again.
+#pragma once
+
+#include "simulator/field_json.h"
+#include "simulator/site.h"
+
+#include <QHash>
+
+#include <filesystem>
+
+namespace tollwick::simulator {
+
+class SiteFile {
+public:
+    explicit SiteFile(std::filesystem::path path) : path_(std::move(path)) {}
+
+    [[nodiscard]] bool exists() const;
+
+    // Throws SiteFileError, whose message names the file and what is wrong where. The file is never
+    // changed by this. A file without a login gets the sample login.
+    Site load();
+
+    // Replaces the file whole or not at all; throws SiteFileError when it cannot be written.
+    void save(const Site& site);
+
+private:
+    Site parse(const QByteArray& json);
+    template <class Record>
+    void loadList(ObjectReader& file, const QString& key, std::vector<Record>& records,
+                  std::vector<QJsonObject>& unknown_keys);
+    template <class Record>
+    void keepUnknownKeys(const QString& key, const std::vector<Record>& records,
+                         const std::vector<QJsonObject>& unknown_keys);
+    template <class Record>
+    void saveList(QJsonObject& file, const QString& key, const std::vector<Record>& records);
+
+    std::filesystem::path path_;
+    // The unknown keys of each object by the object's place; that of a list's element names the
+    // record itself and not its position.
+    QHash<QString, QJsonObject> unknown_keys_;
+};
+
+} // namespace tollwick::simulator

@@ -1,0 +1,190 @@
+#include "app/main_module.h"
+#include "tests/support/memory_settings_store.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/test_log.h"
+
+#include <gtest/gtest.h>
+
+namespace tollwick {
+namespace {
+
+using Names = std::vector<std::string>;
+
+constexpr const char* kCountryCode = "tollwick\\general\\countrycode";
+constexpr const char* kInstallDir = "tollwick\\application\\installdir";
+
+// The entry of the system log for a folder that start-up creates.
+std::string recreated(const std::string& path) {
+    return "M: Directory: " + path +
+           " was missing and has been recreated, No action required unless this message is coming "
+           "repeatedly.(See corvale.log for details)";
+}
+std::string notCreated(const std::string& path) {
+    return "M: Creation of directory: " + path +
+           " failed!!!, Check directory structure and diskspace, call support if permanent "
+           "error.(See corvale.log for details)";
+}
+
+class MainModuleTest : public testing::Test {
+protected:
+    MainModuleTest() { std::filesystem::create_directory(folder / "install"); }
+
+    MainModule started() {
+        MainModule module(store, log.writer, {folder.text("supplied"), folder.text("install")});
+        module.loadLanguage();
+        module.loadConnectionSettings();
+        return module;
+    }
+
+    TemporaryFolder folder;
+    MemorySettingsStore store;
+    TestLog log;
+};
+
+TEST_F(MainModuleTest, CountryCodeSelectsTheLanguage) {
+    EXPECT_EQ(started().texts().LangBase(), 1000);
+    struct {
+        std::string_view stored;
+        Integer base;
+    } const cases[] = {{"4000", 4000}, {"7000", 7000},   {" ", 1000}, {" 4000x", 4000},
+                       {"abc", 0},     {"4000.5", 4000}, {"-1", -1},  {"32767", 32767}};
+    for (const auto& c : cases) {
+        store.values[kCountryCode] = c.stored;
+        EXPECT_EQ(started().texts().LangBase(), c.base) << c.stored;
+    }
+    store.values[kCountryCode] = "7000";
+    const MainModule slot = started();
+    EXPECT_EQ(slot.texts().byOffset(kWelcome), "Welcome");
+    EXPECT_THROW(static_cast<void>(slot.texts()(Text::Ok)), RunTimeError);
+    store.values[kCountryCode] = "40000";
+    EXPECT_THROW(started(), RunTimeError);
+}
+
+TEST_F(MainModuleTest, ConnectionSettingsAreLoadedAndSaved) {
+    MainModule module = started();
+    EXPECT_EQ(module.connection.ServerConnectIp, "127.0.0.1");
+    EXPECT_EQ(module.connection.ServerConnectPort, "542");
+    EXPECT_EQ(module.connection.ServerConnectUsername, "admin");
+    EXPECT_EQ(module.connection.ComTimeout, 30.0F);
+    EXPECT_FALSE(module.connection.no_server_address);
+
+    module.connection.ServerConnectIp = "mail.example";
+    module.connection.ServerConnectPort = "5420";
+    module.connection.ServerConnectUsername = "";
+    module.saveConnectionSettings();
+    EXPECT_EQ(store.values, (std::map<std::string, std::string>{
+                                {kInstallDir, " "}, // the default is not stored
+                                {"tollwick\\general\\serverconnectip", "mail.example"},
+                                {"tollwick\\general\\serverconnectport", "5420"},
+                                {"tollwick\\general\\serverconnectusername", " "}}));
+    store.values["tollwick\\general\\comtimeout"] = " 2.5 s";
+    const MainModule again = started();
+    EXPECT_EQ(again.connection.ServerConnectIp, "mail.example");
+    EXPECT_EQ(again.connection.ServerConnectUsername, "admin");
+    EXPECT_EQ(again.connection.ComTimeout, 2.5F);
+}
+
+TEST_F(MainModuleTest, TheInstallFolderIsTheSettingElseTheDefault) {
+    EXPECT_EQ(started().installFolder(), folder.text("install"));
+    store.values[kInstallDir] = folder.text("elsewhere");
+    MainModule module = started();
+    EXPECT_EQ(module.installFolder(), folder.text("elsewhere"));
+    module.saveConnectionSettings();
+    EXPECT_EQ(store.values[kInstallDir], folder.text("elsewhere"));
+}
+
+TEST(JoinPath, PutsOneSeparatorBetween) {
+    const std::string separator(1, kPathSeparator);
+    EXPECT_EQ(joinPath("a", "b"), "a" + separator + "b");
+    EXPECT_EQ(joinPath("a" + separator, "b"), "a" + separator + "b");
+    EXPECT_EQ(joinPath("", "b"), separator + "b");
+    EXPECT_EQ(toPath(joinPath("ä", "ö")), toPath("ä") / toPath("ö"));
+}
+
+TEST_F(MainModuleTest, EveryMissingFolderIsCreatedAndLogged) {
+    store.values[kInstallDir] = folder.text("one") + kPathSeparator + "två" + kPathSeparator;
+    MainModule module = started();
+    module.prepareFolders();
+    const std::string one = folder.text("one");
+    const std::string two = joinPath(one, "två");
+    const std::string logs = joinPath(two, "Logs");
+    EXPECT_EQ(log.writer.folder(), logs);
+    EXPECT_EQ(log.system.entries, (Names{recreated(one), recreated(two), recreated(logs)}));
+    EXPECT_EQ(folder.names("one/två/Logs"), (Names{"Tollwick.log", "error.log"}));
+
+    module.prepareFolders();
+    EXPECT_EQ(log.system.entries.size(), 3U);
+}
+
+TEST_F(MainModuleTest, AFolderThatCannotBeCreatedIsLogged) {
+    folder.write("file", "");
+    store.values[kInstallDir] = folder.text("file");
+    started().prepareFolders();
+    const std::string logs = joinPath(folder.text("file"), "Logs");
+    EXPECT_EQ(log.system.entries, (Names{notCreated(folder.text("file")), // walked for itself,
+                                         notCreated(folder.text("file")), // and for the logs
+                                         notCreated(logs)}));
+    EXPECT_EQ(folder.read("file"), "");
+}
+
+TEST_F(MainModuleTest, HelpFilesGetTheirCommonNames) {
+    const auto place = [&](const Names& files) {
+        for (const auto& file : std::filesystem::directory_iterator(folder / "install"))
+            std::filesystem::remove(file.path());
+        for (const std::string& file : files)
+            folder.write("install/" + file, file);
+        started().placeHelpFiles();
+        std::string placed;
+        for (const std::string& name : folder.names("install"))
+            placed += name + "=" + folder.read("install/" + name) + " ";
+        return placed;
+    };
+    EXPECT_EQ(place({}), "");
+    EXPECT_EQ(place({"Tollw-se.hlp", "Tollw-se.cnt"}),
+              "Tollwick.cnt=Tollw-se.cnt Tollwick.hlp=Tollw-se.hlp ");
+    EXPECT_EQ(place({"Tollw-us.cnt", "Tollw-us.hlp", "Tollw-se.hlp", "Tollw-se.cnt"}),
+              "Tollwick.cnt=Tollw-us.cnt Tollwick.hlp=Tollw-us.hlp ");
+    EXPECT_EQ(place({"Tollwick.hlp", "Tollwick.cnt", "Tollw-us.hlp", "note.txt"}),
+              "Tollwick.cnt=Tollwick.cnt Tollwick.hlp=Tollw-us.hlp note.txt=note.txt ");
+}
+
+TEST_F(MainModuleTest, AHelpFileThatCannotBeRenamedThrows) {
+    folder.write("install/Tollwick.hlp/in the way", "");
+    folder.write("install/Tollw-us.hlp", "us");
+    folder.write("install/Tollw-us.cnt", "us");
+    EXPECT_THROW(started().placeHelpFiles(), std::filesystem::filesystem_error);
+    EXPECT_EQ(folder.names("install"), (Names{"Tollw-us.cnt", "Tollw-us.hlp", "Tollwick.hlp"}));
+}
+
+TEST_F(MainModuleTest, SuppliedFilesAreCopiedWhereTheyAreMissing) {
+    for (const char* file : {"MODEMS.DAT", "note.txt", "Tollw-se.hlp", "Tollw-se.cnt",
+                             "Tollw-us.hlp", "Tollw-us.cnt", "other"})
+        folder.write(std::string("supplied/") + file, file);
+    folder.write("install/note.txt", "own");
+    started().copySuppliedFiles();
+    EXPECT_EQ(folder.names("install"),
+              (Names{"MODEMS.DAT", "Tollw-us.cnt", "Tollw-us.hlp", "note.txt"}));
+    EXPECT_EQ(folder.read("install/note.txt"), "own");
+    started().placeHelpFiles();
+
+    // Another language at a later start brings its own help.
+    store.values[kCountryCode] = "4000";
+    MainModule module = started();
+    module.copySuppliedFiles();
+    module.placeHelpFiles();
+    EXPECT_EQ(folder.names("install"),
+              (Names{"MODEMS.DAT", "Tollwick.cnt", "Tollwick.hlp", "note.txt"}));
+    EXPECT_EQ(folder.read("install/Tollwick.hlp"), "Tollw-se.hlp");
+    EXPECT_EQ(folder.read("install/Tollwick.cnt"), "Tollw-se.cnt");
+}
+
+TEST_F(MainModuleTest, SuppliedFilesThatAreMissingAreDoneWithout) {
+    started().copySuppliedFiles();
+    MainModule nothing_supplied(store, log.writer, {"", folder.text("install")});
+    nothing_supplied.loadConnectionSettings();
+    nothing_supplied.copySuppliedFiles();
+    EXPECT_EQ(folder.names("install"), Names{});
+}
+
+} // namespace
+} // namespace tollwick

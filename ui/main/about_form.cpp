@@ -1,0 +1,89 @@
+#include "ui/main/about_form.h"
+
+#include "app/ansi.h"
+#include "app/files.h"
+#include "app/utf8.h"
+#include "ui/main/svg_icons.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QtMath>
+
+#include <algorithm>
+
+namespace tollwick {
+namespace {
+
+constexpr std::size_t kMaxNoteSize = 64 * 1024; // bytes
+constexpr int kIconSize = 64;
+constexpr int kMinColumns = 60;
+constexpr int kMaxColumns = 110;
+constexpr int kNoteLines = 18;
+
+// The title ends in "V" and the version.
+constexpr std::string_view kVersion = kProgramName.substr(kProgramName.rfind('V') + 1);
+
+// The note is UTF-8; one that was edited on an old system may be in its code page.
+QString readNote(const MainModule& main) {
+    const auto note = readWholeFile(toPath(main.inInstallFolder("note.txt")), kMaxNoteSize);
+    if (!note)
+        return {};
+    return ConsoleContext::toQString(isValidUtf8(*note) ? *note : fromAnsi(*note));
+}
+
+} // namespace
+
+AboutForm::AboutForm(const ConsoleContext& context, QWidget* parent) : QDialog(parent) {
+    setObjectName("AboutForm");
+    setWindowTitle(context.caption(Text::AboutTitle));
+    setModal(true);
+
+    auto* icon = new QLabel;
+    icon->setObjectName("IconImage");
+    icon->setPixmap(imageIcon("tollwick").pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
+    auto* title = new QLabel(ConsoleContext::toQString(kProgramName));
+    title->setObjectName("TitleCap");
+    QFont large = title->font();
+    large.setBold(true);
+    large.setPointSizeF(large.pointSizeF() * 1.4);
+    title->setFont(large);
+    auto* version =
+        new QLabel(context.caption(Text::AboutVersion) + ' ' + ConsoleContext::toQString(kVersion));
+    version->setObjectName("VersionCap");
+
+    auto* note = new QPlainTextEdit(readNote(context.main));
+    note->setObjectName("NoteText");
+    note->setAccessibleName(context.caption(Text::AboutNote));
+    note->setReadOnly(true);
+    note->setTabChangesFocus(true);
+    // Wide enough for the note's own lines, unless they are very long.
+    const QFontMetrics metrics = note->fontMetrics();
+    const int lines_width = metrics.size(0, note->toPlainText()).width();
+    const int around = 2 * (qCeil(note->document()->documentMargin()) + note->frameWidth()) +
+                       note->verticalScrollBar()->sizeHint().width() + metrics.averageCharWidth();
+    note->setMinimumSize(std::clamp(lines_width, kMinColumns * metrics.averageCharWidth(),
+                                    kMaxColumns * metrics.averageCharWidth()) +
+                             around,
+                         metrics.lineSpacing() * kNoteLines);
+
+    auto* ok = new QPushButton(context.caption(Text::Ok));
+    ok->setObjectName("OkButton");
+    ok->setDefault(true);
+    ok->setFocus();
+    connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+
+    auto* layout = new QGridLayout(this);
+    layout->setHorizontalSpacing(16);
+    layout->addWidget(icon, 0, 0, 2, 1);
+    layout->addWidget(title, 0, 1, Qt::AlignBottom);
+    layout->addWidget(version, 1, 1, Qt::AlignTop);
+    layout->addWidget(note, 2, 0, 1, 2);
+    layout->addWidget(ok, 3, 0, 1, 2, Qt::AlignRight);
+    layout->setColumnStretch(1, 1);
+    layout->setRowStretch(2, 1);
+}
+
+} // namespace tollwick

@@ -1,0 +1,78 @@
+// Which command does what on which node, and when it is offered.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+namespace tollwick {
+
+enum class Command {
+    Add,
+    Delete,
+    Properties,
+    Toggle,
+    Refresh,
+    Activate, // double-click or Enter on a row of the list
+};
+
+enum class Action {
+    None,
+    ChangeLogin,
+    AddSchedule,
+    EditSchedule,
+    DeleteSchedule,
+    AddHost,
+    EditHost,
+    DeleteHost,
+    DeleteMail,
+    RefreshOutbox,
+    EditAdminSetting,
+    EditSmtpServiceSetting,
+    EditSmtpForwardSetting,
+    EditOptionSetting,
+    EditUucpDaemonSetting,
+    EditLogPeriod,
+    ToggleLogSwitch,
+};
+
+// The action of a command on the node with this key; None for a key that gives it none.
+Action actionFor(Command command, std::string_view node_key);
+
+// A flag byte: 255 enables (shows) its item, 0 disables (hides) it, any other leaves it as it is.
+using Flag = std::uint8_t;
+inline constexpr Flag kOn = 255;
+inline constexpr Flag kOff = 0;
+inline constexpr Flag kAsIs = 1;
+
+// The items of the two setters, in the order of their arguments. The first seven are the entries of the
+// Tools menu, the others buttons of the toolbar.
+enum class Item {
+    AddMenu,
+    DeleteMenu,
+    PropertiesMenu,
+    Toggmenu,
+    OpenMenu,
+    Refreshmenu,
+    Cancelmenu,
+    ToolbarAddSchedule,
+    ToolbarAddUucpHost,
+    ToolbarDelete,
+    ToolbarProperties,
+};
+inline constexpr std::size_t kMenuItems = 7;
+inline constexpr std::size_t kAllItems = 11;
+
+using EnableFlags = std::array<Flag, kAllItems>;
+using VisibleFlags = std::array<Flag, kMenuItems>;
+
+// What decides about the commands.
+struct Selection {
+    bool connected = false;
+    std::string_view node_key; // empty when no node is selected
+    bool has_row = false;      // a row of the list is selected
+};
+
+EnableFlags enableFlags(const Selection& selection);
+
+} // namespace tollwick

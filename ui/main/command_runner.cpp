@@ -1,0 +1,127 @@
+#include "ui/main/command_runner.h"
+
+#include "ui/main/list_view.h"
+#include "ui/main/node_keys.h"
+
+#include <algorithm>
+
+namespace tollwick {
+
+void CommandRunner::run(Action action) {
+    switch (action) {
+    case Action::DeleteSchedule:
+        return deleteSchedule();
+    case Action::DeleteHost:
+        return deleteHost();
+    case Action::DeleteMail:
+        return deleteMail();
+    case Action::RefreshOutbox:
+        return refreshOutbox();
+    default:
+        return;
+    }
+}
+
+void CommandRunner::showNode(const std::string& node_key) {
+    list_.showContents(listContents(node_key, context_.data, context_.main.texts()));
+}
+
+template <class Record>
+Record* CommandRunner::selected(std::vector<Record>& records) {
+    const int row = list_.selectedRow();
+    return row >= 0 && static_cast<std::size_t>(row) < records.size()
+               ? &records[static_cast<std::size_t>(row)]
+               : nullptr;
+}
+
+template <class Record>
+void CommandRunner::remove(std::vector<Record>& records, const Record* record) {
+    const auto row = record - records.data();
+    records.erase(records.begin() + row);
+    // The list is empty already when the link was lost behind the reply.
+    if (list_.selectedRow() == row)
+        list_.removeRow(static_cast<int>(row));
+}
+
+bool CommandRunner::isConfirmed(Text question) {
+    return context_.prompter.ask(BoxIcon::Question, context_.text(question), Answer::No) ==
+           Answer::Yes;
+}
+
+void CommandRunner::deleteSchedule() {
+    std::vector<ScheduleRecord>& schedules = context_.data.schedules;
+    if (!selected(schedules) || !isConfirmed(Text::ConfirmDeleteSchedule))
+        return;
+    // While the question stood the link may have been lost, and with it the row.
+    const ScheduleRecord* schedule = selected(schedules);
+    if (!schedule)
+        return;
+    const BusyPointer busy(context_.progress);
+    if (context_.requests.txDeleteSchedule(schedule->record_number) != kFalse)
+        return;
+    remove(schedules, schedule);
+    context_.progress.setInfo(context_.text(Text::Ready));
+}
+
+void CommandRunner::deleteHost() {
+    std::vector<HostRecord>& hosts = context_.data.hosts;
+    if (!selected(hosts) || !isConfirmed(Text::ConfirmDeleteHost))
+        return;
+    const HostRecord* host = selected(hosts);
+    if (!host)
+        return;
+    const BusyPointer busy(context_.progress);
+    const std::string directory = host->spool_directory.text();
+    const bool is_shared = std::any_of(hosts.begin(), hosts.end(), [&](const HostRecord& other) {
+        return &other != host && other.spool_directory.text() == directory;
+    });
+    if (context_.requests.txDeleteHost(host->record_number) != kFalse)
+        return;
+    if (!is_shared) {
+        context_.progress.setInfo(context_.text(Text::StatusRemovingHostDirectory));
+        if (context_.requests.txDeleteHostDirectory(directory) != kFalse)
+            return;
+    }
+    remove(hosts, host);
+    context_.progress.setInfo(context_.text(Text::Ready));
+}
+
+void CommandRunner::deleteMail() {
+    std::vector<OutboxRecord>& outbox = context_.data.outbox;
+    if (!selected(outbox) || !isConfirmed(Text::ConfirmDeleteMail))
+        return;
+    const OutboxRecord* mail = selected(outbox);
+    if (!mail)
+        return;
+    const BusyPointer busy(context_.progress);
+    bool removed = false;
+    if (context_.requests.txDeleteOutboxMail(*mail, removed) != kFalse)
+        return;
+    if (removed)
+        remove(outbox, mail);
+    context_.progress.setInfo(context_.text(Text::Ready));
+}
+
+void CommandRunner::refreshOutbox() {
+    const BusyPointer busy(context_.progress);
+    const bool failed = context_.requests.txGetAllOutbox() != kFalse;
+    list_.refill(listContents(node::Outbox, context_.data, context_.main.texts()));
+    if (!failed)
+        context_.progress.setInfo(context_.text(Text::Ready));
+}
+
+void CommandRunner::sendCommand(Integer UucpCommandRecord::*flag) {
+    context_.data.uucp_command = UucpCommandRecord();
+    context_.data.uucp_command.*flag = kTrue;
+    context_.requests.txSendUucpCommand();
+}
+
+void CommandRunner::transportNow() {
+    sendCommand(&UucpCommandRecord::transport_now);
+}
+
+void CommandRunner::cancelTransport() {
+    sendCommand(&UucpCommandRecord::cancel_transport);
+}
+
+} // namespace tollwick

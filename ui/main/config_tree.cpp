@@ -1,0 +1,53 @@
+#include "ui/main/config_tree.h"
+
+#include "ui/main/node_keys.h"
+#include "ui/main/svg_icons.h"
+
+#include <QSignalBlocker>
+
+#include <map>
+
+namespace tollwick {
+namespace {
+
+QString toQString(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+} // namespace
+
+ConfigTree::ConfigTree(QWidget* parent) : QTreeWidget(parent) {
+    setObjectName("Tree");
+    setHeaderHidden(true);
+    setUniformRowHeights(true);
+    connect(this, &QTreeWidget::itemSelectionChanged, this, &ConfigTree::nodeSelected);
+}
+
+void ConfigTree::build(const std::string& host, const StringTable& texts) {
+    {
+        const QSignalBlocker quiet(this);
+        clear();
+    }
+    std::map<std::string_view, QTreeWidgetItem*> items;
+    for (const TreeNode& tree_node : treeNodes()) {
+        const bool is_root = tree_node.parent.empty();
+        QTreeWidgetItem* item = is_root ? new QTreeWidgetItem(this)
+                                        : new QTreeWidgetItem(items.at(tree_node.parent));
+        item->setText(0, is_root ? '[' + toQString(host) + ']'
+                                 : toQString(texts(tree_node.caption)));
+        item->setIcon(0, imageIcon(tree_node.image));
+        item->setData(0, kKeyRole, toQString(tree_node.key));
+        item->setData(0, kImageRole, toQString(tree_node.image));
+        items[tree_node.key] = item;
+    }
+    expandAll();
+    setCurrentItem(topLevelItem(0));
+}
+
+std::string ConfigTree::selectedKey() const {
+    const QList<QTreeWidgetItem*> selected = selectedItems();
+    return selected.isEmpty() ? std::string()
+                              : selected.first()->data(0, kKeyRole).toString().toStdString();
+}
+
+} // namespace tollwick

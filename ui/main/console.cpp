@@ -1,0 +1,46 @@
+#include "ui/main/console.h"
+
+#include <QDir>
+
+// Outside the namespace, as the macro wants it: the pictures lie in a static library.
+static void initResources() {
+    Q_INIT_RESOURCE(icons);
+}
+
+namespace tollwick {
+
+Console::Console(ConsoleEnvironment environment)
+    : environment_(std::move(environment)), log_(environment_.system_log, environment_.clock),
+      main_(environment_.store, log_, environment_.folders), prompter_(main_, blocker_),
+      errors_(prompter_, log_), link_(environment_.clock), status_bar_(new MainStatusBar),
+      early_status_bar_(status_bar_),
+      requests_(link_, data_, main_.texts(), prompter_, *status_bar_),
+      context_{main_, errors_, prompter_, *status_bar_, link_, data_, requests_} {
+    initResources();
+    link_.setInputLock(blocker_);
+}
+
+Console::~Console() = default;
+
+bool Console::Main() {
+    errors_.guard(Routine::Main, [&](Integer& step) {
+        step = 1;
+        main_.loadLanguage();
+        step = 2;
+        errors_.guard(Routine::LoadConnectionSettings,
+                      [&](Integer&) { main_.loadConnectionSettings(); });
+        main_.prepareFolders();
+        main_.copySuppliedFiles();
+        step = 3;
+        main_.placeHelpFiles();
+        step = 4;
+        main_form_ = std::make_unique<Twmainform>(context_, early_status_bar_.release(),
+                                                  environment_.end_process);
+        main_form_->restorePlacement();
+        main_form_->show();
+        main_form_->startTimer();
+    });
+    return main_form_ && main_form_->isVisible();
+}
+
+} // namespace tollwick

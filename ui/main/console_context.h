@@ -1,0 +1,35 @@
+// What the windows of the console work on, passed to each of them.
+#pragma once
+
+#include "app/error_handler.h"
+#include "app/main_module.h"
+#include "app/progress.h"
+#include "app/prompter.h"
+#include "link/requests.h"
+#include "link/service_data.h"
+#include "link/service_link.h"
+
+#include <QString>
+
+#include <string_view>
+
+namespace tollwick {
+
+struct ConsoleContext {
+    MainModule& main;
+    ErrorHandler& errors;
+    Prompter& prompter;
+    Progress& progress;
+    ServiceLink& link;
+    ServiceData& data;
+    Requests& requests;
+
+    [[nodiscard]] std::string_view text(Text text) const { return main.texts()(text); }
+    [[nodiscard]] QString caption(Text text) const { return toQString(main.texts()(text)); }
+
+    static QString toQString(std::string_view utf8) {
+        return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    }
+};
+
+} // namespace tollwick

@@ -1,0 +1,87 @@
+#include "ui/main/explorer_pane.h"
+
+#include "ui/main/config_tree.h"
+#include "ui/main/list_view.h"
+#include "ui/main/window_placement.h"
+
+#include <QMouseEvent>
+
+namespace tollwick {
+namespace {
+
+constexpr int kStripWidth = 6;        // pixels
+constexpr int kBarShortening = 20;    // twips
+
+} // namespace
+
+ExplorerPane::ExplorerPane(QWidget* parent)
+    : QWidget(parent), tree_(new ConfigTree(this)), list_(new ListView(this)),
+      strip_(new SplitterStrip(this)), bar_(new QFrame(this)) {
+    bar_->setObjectName("picSplitter");
+    bar_->setAutoFillBackground(true);
+    bar_->setBackgroundRole(QPalette::Mid);
+    bar_->hide();
+    connect(tree_, &QTreeWidget::itemExpanded, this, &ExplorerPane::layOut);
+}
+
+int ExplorerPane::splitter() const {
+    return toTwips(strip_->x());
+}
+
+void ExplorerPane::setSplitter(int twips) {
+    wanted_ = twips;
+    layOut();
+}
+
+void ExplorerPane::layOut() {
+    const int left = toPixels(laidOutSplitter(wanted_, toTwips(width())));
+    tree_->setGeometry(0, 0, left, height());
+    strip_->setGeometry(left, 0, kStripWidth, height());
+    list_->setGeometry(left + kStripWidth, 0, width() - left - kStripWidth, height());
+}
+
+void ExplorerPane::resizeEvent(QResizeEvent*) {
+    layOut();
+}
+
+void ExplorerPane::startDrag() {
+    bar_->setGeometry(strip_->x(), strip_->y(), strip_->width() / 2,
+                      strip_->height() - toPixels(kBarShortening));
+    bar_->show();
+    bar_->raise();
+    splitter_moving_ = true;
+}
+
+void ExplorerPane::drag(int x) {
+    if (splitter_moving_)
+        bar_->move(toPixels(draggedSplitter(toTwips(x), toTwips(width()))), bar_->y());
+}
+
+void ExplorerPane::endDrag() {
+    if (!splitter_moving_)
+        return;
+    setSplitter(toTwips(bar_->x()));
+    bar_->hide();
+    splitter_moving_ = false;
+}
+
+SplitterStrip::SplitterStrip(ExplorerPane* pane) : QWidget(pane), pane_(pane) {
+    setObjectName("imgSplitter");
+    setCursor(Qt::SplitHCursor);
+}
+
+void SplitterStrip::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        pane_->startDrag();
+}
+
+void SplitterStrip::mouseMoveEvent(QMouseEvent* event) {
+    pane_->drag(x() + event->position().toPoint().x());
+}
+
+void SplitterStrip::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        pane_->endDrag();
+}
+
+} // namespace tollwick

@@ -1,0 +1,60 @@
+// The tree on the left, the list on the right, and the bar between them that can be dragged.
+#pragma once
+
+#include <QFrame>
+
+namespace tollwick {
+
+class ConfigTree;
+class ListView;
+class SplitterStrip;
+
+class ExplorerPane : public QWidget {
+    Q_OBJECT
+public:
+    explicit ExplorerPane(QWidget* parent = nullptr);
+
+    [[nodiscard]] ConfigTree* tree() const { return tree_; }
+    [[nodiscard]] ListView* list() const { return list_; }
+
+    // The left edge of the splitter bar in twips.
+    [[nodiscard]] int splitter() const;
+    void setSplitter(int twips);
+
+    // Lays tree, bar and list out at the bar's position.
+    void layOut();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    friend class SplitterStrip;
+    // `x` is a position within the pane, in pixels.
+    void startDrag();
+    void drag(int x);
+    void endDrag();
+
+    ConfigTree* tree_;
+    ListView* list_;
+    SplitterStrip* strip_;
+    QFrame* bar_;       // drawn while the splitter is dragged
+    int wanted_ = 2985; // twips; what the user chose, before the window's margins
+    bool splitter_moving_ = false;
+};
+
+// The area at which the splitter is grabbed.
+class SplitterStrip : public QWidget {
+    Q_OBJECT
+public:
+    explicit SplitterStrip(ExplorerPane* pane);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    ExplorerPane* pane_;
+};
+
+} // namespace tollwick

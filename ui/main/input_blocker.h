@@ -1,0 +1,42 @@
+// Swallows what the user types and clicks while a request waits: no window takes input, but all repaint
+// and the main window can be closed.
+#pragma once
+
+#include "link/input_lock.h"
+
+#include <QObject>
+
+namespace tollwick {
+
+class InputBlocker : public QObject, public InputLock {
+    Q_OBJECT
+public:
+    explicit InputBlocker(QObject* parent = nullptr);
+    ~InputBlocker() override;
+
+    void lockInput() override;
+    void unlockInput() override;
+
+    // Lets input through for a scope, for a message box that comes up during a wait.
+    class Pause {
+    public:
+        explicit Pause(InputBlocker& blocker);
+        ~Pause();
+        Pause(const Pause&) = delete;
+        Pause& operator=(const Pause&) = delete;
+
+    private:
+        InputBlocker& blocker_;
+        int locks_;
+    };
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void setLocks(int locks);
+
+    int locks_ = 0;
+};
+
+} // namespace tollwick

@@ -1,0 +1,141 @@
+#include "ui/main/login_form.h"
+
+#include "link/login_sequence.h"
+#include "ui/main/window_placement.h"
+#include "ui_login_form.h"
+
+#include <QScreen>
+
+namespace tollwick {
+namespace {
+
+// Twips. They hold for the usual font; a larger one stretches the dialog as a whole.
+constexpr int kExpandedHeight = 3165;
+constexpr int kCollapsedHeight = 1965;
+constexpr int kExpandedButtonTop = 2460;
+constexpr int kCollapsedButtonTop = 1260;
+constexpr int kWidth = 4800;
+constexpr int kMargin = 120;
+constexpr int kFrameTop = 30;
+constexpr int kFrameHeight = 1170;
+constexpr int kButtonHeight = 400;
+constexpr int kButtonWidth = 1440;
+
+std::string utf8(const QString& text) {
+    return text.toStdString();
+}
+
+} // namespace
+
+LoginForm::LoginForm(ConsoleContext& context, QWidget* parent)
+    : QDialog(parent), context_(context), ui_(std::make_unique<Ui::frmLogin>()) {
+    ui_->setupUi(this);
+    setWindowTitle(context.caption(Text::frmLogin));
+    ui_->AccountFrame->setTitle(context.caption(Text::AccountFrame));
+    ui_->txtUsername->setText(context.caption(Text::txtUsername));
+    ui_->txtPassword->setText(context.caption(Text::txtPassword));
+    ui_->frmeLocation->setTitle(context.caption(Text::frmeLocation));
+    ui_->txtHostOrIp->setText(context.caption(Text::txtHostOrIp));
+    ui_->txtPort->setText(context.caption(Text::txtPort));
+    ui_->btnOk->setText(context.caption(Text::Ok));
+    ui_->btnCancel->setText(context.caption(Text::Cancel));
+
+    // The fields of both frames start at the same place.
+    const int label_width =
+        std::max({ui_->txtUsername->sizeHint().width(), ui_->txtPassword->sizeHint().width(),
+                  ui_->txtHostOrIp->sizeHint().width(), ui_->txtPort->sizeHint().width()});
+    ui_->txtUsername->setMinimumWidth(label_width);
+    ui_->txtHostOrIp->setMinimumWidth(label_width);
+    layOut(false);
+
+    const ConnectionSettings& connection = context.main.connection;
+    const auto fill = [](QLineEdit* edit, const std::string& text) {
+        edit->setText(QString::fromStdString(text));
+        edit->setCursorPosition(static_cast<int>(edit->text().size()));
+    };
+    fill(ui_->tbServerConnectIp, connection.ServerConnectIp);
+    fill(ui_->tbServerConnectPort, connection.ServerConnectPort);
+    fill(ui_->tbServerConnectUsername, connection.ServerConnectUsername);
+    ui_->tbServerConnectPassword->setFocus();
+
+    connect(ui_->btnOk, &QPushButton::clicked, this, &LoginForm::login);
+    connect(ui_->btnCancel, &QPushButton::clicked, this, &LoginForm::reject);
+    connect(ui_->btnOptions, &QPushButton::clicked, this, &LoginForm::toggleOptions);
+}
+
+LoginForm::~LoginForm() {
+    ui_->tbServerConnectPassword->clear();
+}
+
+void LoginForm::toggleOptions() {
+    layOut(!ui_->tbServerConnectIp->isEnabled());
+}
+
+void LoginForm::layOut(bool expanded) {
+    ui_->tbServerConnectIp->setEnabled(expanded);
+    ui_->tbServerConnectPort->setEnabled(expanded);
+    ui_->btnOptions->setText(
+        context_.caption(expanded ? Text::OptionsCollapse : Text::OptionsExpand));
+    ui_->frmeLocation->setVisible(expanded);
+
+    const double stretch =
+        std::max(1.0, ui_->AccountFrame->sizeHint().height() * 1.0 / toPixels(kFrameHeight));
+    const auto scaled = [&](int twips) { return qRound(toPixels(twips) * stretch); };
+    const int frame_width = scaled(kWidth - 2 * kMargin);
+    ui_->AccountFrame->setGeometry(scaled(kMargin), scaled(kFrameTop), frame_width,
+                                   scaled(kFrameHeight));
+    ui_->frmeLocation->setGeometry(scaled(kMargin), scaled(kFrameTop + 1200), frame_width,
+                                   scaled(kFrameHeight));
+    const int top = scaled(expanded ? kExpandedButtonTop : kCollapsedButtonTop);
+    const int gap = (frame_width - 3 * scaled(kButtonWidth)) / 2;
+    int left = scaled(kMargin);
+    for (QPushButton* button : {ui_->btnOk, ui_->btnCancel, ui_->btnOptions}) {
+        button->setGeometry(left, top, scaled(kButtonWidth), scaled(kButtonHeight));
+        left += scaled(kButtonWidth) + gap;
+    }
+    setFixedSize(scaled(kWidth), scaled(expanded ? kExpandedHeight : kCollapsedHeight));
+}
+
+void LoginForm::setRunning(bool running) {
+    running_ = running;
+    for (QPushButton* button : {ui_->btnOk, ui_->btnCancel, ui_->btnOptions})
+        button->setEnabled(!running);
+}
+
+void LoginForm::login() {
+    if (running_)
+        return;
+    setRunning(true);
+    LoginOutcome outcome = LoginOutcome::LinkFailed;
+    context_.errors.guard(Routine::Login, [&](Integer& step) {
+        const BusyPointer busy(context_.progress);
+        ConnectionSettings& connection = context_.main.connection;
+        connection.ServerConnectIp = utf8(ui_->tbServerConnectIp->text());
+        connection.ServerConnectPort = utf8(ui_->tbServerConnectPort->text());
+        connection.ServerConnectUsername = utf8(ui_->tbServerConnectUsername->text());
+        step = 1;
+        context_.main.saveConnectionSettings();
+        context_.data.user_id = connection.ServerConnectUsername;
+        context_.data.password = utf8(ui_->tbServerConnectPassword->text().trimmed());
+        step = 2;
+        outcome = LoginSequence(context_.link, context_.requests, context_.data, context_.main,
+                                context_.prompter, context_.progress)
+                      .run();
+    });
+    setRunning(false);
+    if (outcome == LoginOutcome::LoggedIn) {
+        accept();
+    } else if (outcome == LoginOutcome::Rejected) {
+        ui_->tbServerConnectPassword->setFocus();
+        ui_->tbServerConnectPassword->selectAll();
+    }
+}
+
+void LoginForm::reject() {
+    if (running_)
+        return;
+    context_.link.Close();
+    QDialog::reject();
+}
+
+} // namespace tollwick

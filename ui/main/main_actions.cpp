@@ -1,0 +1,123 @@
+#include "ui/main/main_actions.h"
+
+#include "ui/main/svg_icons.h"
+
+#include <QMenuBar>
+
+namespace tollwick {
+namespace {
+
+QString toQString(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+QMenu* addMenu(QMainWindow& window, const char* name, std::string_view caption) {
+    QMenu* menu = window.menuBar()->addMenu(toQString(caption));
+    menu->setObjectName(name);
+    return menu;
+}
+
+} // namespace
+
+MainActions::MainActions(QMainWindow& window, const StringTable& texts)
+    : QObject(&window), texts_(texts) {
+    QMenu* file = addMenu(window, "FileMenu", texts(Text::FileMenu));
+    LoginMenu = addEntry(file, "LoginMenu", Text::LoginMenu);
+    LogOffMenu = addEntry(file, "LogOffMenu", Text::LogOffMenu);
+    file->addSeparator();
+    UucpTransportNowMenu = addEntry(file, "UucpTransportNowMenu", Text::UucpTransportNowMenu);
+    CancelUucpTransportMenu =
+        addEntry(file, "CancelUucpTransportMenu", Text::CancelUucpTransportMenu);
+    file->addSeparator();
+    TollwickServiceStart = addEntry(file, "TollwickServiceStart", Text::TollwickServiceStart);
+    TollwickserviceStop = addEntry(file, "TollwickserviceStop", Text::TollwickserviceStop);
+    file->addSeparator();
+    Exitmenu = addEntry(file, "Exitmenu", Text::Exitmenu);
+    Exitmenu->setMenuRole(QAction::QuitRole);
+
+    tools_ = addMenu(window, "Toolsmenu", texts(Text::Toolsmenu));
+    AddMenu = addEntry(tools_, "AddMenu", Text::AddMenu);
+    DeleteMenu = addEntry(tools_, "DeleteMenu", Text::DeleteMenu);
+    PropertiesMenu = addEntry(tools_, "PropertiesMenu", Text::PropertiesMenu);
+    Toggmenu = addEntry(tools_, "Toggmenu", Text::Toggmenu);
+    OpenMenu = addEntry(tools_, "OpenMenu", Text::OpenMenu);
+    tools_->addSeparator();
+    Refreshmenu = addEntry(tools_, "Refreshmenu", Text::Refreshmenu);
+    Refreshmenu->setShortcut(QKeySequence::Refresh);
+    Cancelmenu = addEntry(tools_, "Cancelmenu", Text::Cancelmenu);
+
+    QMenu* help = addMenu(window, "HelpMenu", texts(Text::HelpMenu));
+    ContentsMenu = addEntry(help, "ContentsMenu", Text::ContentsMenu);
+    ContentsMenu->setShortcut(QKeySequence::HelpContents);
+    help->addSeparator();
+    CorvaleWWWMenu = addEntry(help, "CorvaleWWWMenu", Text::CorvaleWWWMenu);
+    CorvaleFaqMenu = addEntry(help, "CorvaleFaqMenu", Text::CorvaleFaqMenu);
+    help->addSeparator();
+    AboutMenu = addEntry(help, "AboutMenu", Text::AboutMenu);
+    AboutMenu->setMenuRole(QAction::AboutRole);
+
+    QToolBar* toolbar = window.addToolBar(QString());
+    toolbar->setObjectName("Toolbar");
+    toolbar->setMovable(false);
+    toolbar->setContextMenuPolicy(Qt::PreventContextMenu);
+    toolbar->setIconSize({24, 24});
+    toolbar_login = addButton(toolbar, "login", Text::TipLogin);
+    toolbar_logout = addButton(toolbar, "logout", Text::TipLogout);
+    toolbar->addSeparator();
+    toolbar_properties = addButton(toolbar, "properties", Text::TipProperties);
+    toolbar_delete = addButton(toolbar, "delete", Text::TipDelete);
+    toolbar->addSeparator();
+    toolbar_addschedule = addButton(toolbar, "addschedule", Text::TipAddSchedule);
+    toolbar_adduucphost = addButton(toolbar, "adduucphost", Text::TipAddUucpHost);
+
+    items_ = {AddMenu,     DeleteMenu, PropertiesMenu,      Toggmenu,
+              OpenMenu,    Refreshmenu, Cancelmenu,         toolbar_addschedule,
+              toolbar_adduucphost, toolbar_delete, toolbar_properties};
+    VisibleFlags visible;
+    visible.fill(kOn);
+    setVisible(visible);
+    EnableFlags enabled;
+    enabled.fill(kOff);
+    setEnabled(enabled);
+    // The service is started and stopped where it runs; these entries have no action.
+    TollwickServiceStart->setEnabled(false);
+    TollwickserviceStop->setEnabled(false);
+    setConnected(false);
+}
+
+QAction* MainActions::addEntry(QMenu* menu, const char* name, Text caption) {
+    QAction* action = menu->addAction(toQString(texts_(caption)));
+    action->setObjectName(name);
+    return action;
+}
+
+QAction* MainActions::addButton(QToolBar* toolbar, const char* key, Text tip) {
+    const QString text = toQString(texts_(tip));
+    QAction* action = toolbar->addAction(imageIcon(key), text);
+    action->setObjectName(QStringLiteral("toolbar_") + key);
+    action->setToolTip(text);
+    return action;
+}
+
+void MainActions::setEnabled(const EnableFlags& flags) {
+    for (std::size_t i = 0; i < flags.size(); ++i)
+        if (flags[i] == kOn || flags[i] == kOff)
+            items_[i]->setEnabled(flags[i] == kOn);
+}
+
+void MainActions::setVisible(const VisibleFlags& flags) {
+    for (std::size_t i = 0; i < flags.size(); ++i)
+        if (flags[i] == kOn || flags[i] == kOff)
+            items_[i]->setVisible(flags[i] == kOn);
+}
+
+void MainActions::setConnected(bool connected) {
+    UucpTransportNowMenu->setEnabled(connected);
+    CancelUucpTransportMenu->setEnabled(connected);
+    LogOffMenu->setEnabled(connected);
+    LoginMenu->setEnabled(!connected);
+    toolbar_login->setEnabled(!connected);
+    toolbar_logout->setEnabled(connected);
+}
+
+} // namespace tollwick

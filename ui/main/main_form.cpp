@@ -1,0 +1,221 @@
+#include "ui/main/main_form.h"
+
+#include "ui/main/about_form.h"
+#include "ui/main/config_tree.h"
+#include "ui/main/explorer_pane.h"
+#include "ui/main/help_window.h"
+#include "ui/main/list_view.h"
+#include "ui/main/login_form.h"
+#include "ui/main/main_actions.h"
+#include "ui/main/main_status_bar.h"
+#include "ui/main/menu_timer.h"
+#include "ui/main/svg_icons.h"
+
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QScreen>
+
+namespace tollwick {
+namespace {
+
+constexpr const char* kDesignCaption = "Corvale Tollwick admin";
+constexpr const char* kWebServer = TOLLWICK_WEB_SERVER;
+
+// The design size; start-up replaces it by what is stored.
+constexpr int kDesignWidth = 7110;  // twips
+constexpr int kDesignHeight = 4455; // twips
+
+struct WebRegion {
+    Integer lang_base;
+    const char* query;
+};
+// The slots of 7000 and 19000 stand ready for later languages.
+constexpr WebRegion kWebRegions[] = {
+    {4000, "area=se&origin=se"}, {7000, "area=eu&origin=es"}, {19000, "area=eu&origin=nl"}};
+constexpr const char* kOtherRegions = "area=eu&origin=uk";
+
+} // namespace
+
+QString webAddress(std::string_view page, Integer lang_base) {
+    const char* query = kOtherRegions;
+    for (const WebRegion& region : kWebRegions)
+        if (region.lang_base == lang_base)
+            query = region.query;
+    return QStringLiteral("%1/asp/%2.asp?%3")
+        .arg(QLatin1StringView(kWebServer), ConsoleContext::toQString(page),
+             QLatin1StringView(query));
+}
+
+Twmainform::Twmainform(ConsoleContext& context, MainStatusBar* status_bar,
+                       std::function<void()> end_process)
+    : open_url([](const QUrl& url) { QDesktopServices::openUrl(url); }), context_(context),
+      end_process_(std::move(end_process)),
+      actions_(new MainActions(*this, context.main.texts())), pane_(new ExplorerPane(this)),
+      tree_(pane_->tree()), list_(pane_->list()), commands_(context, *list_),
+      menu_timer_(new MenuTimer(context, *actions_, *tree_, *list_, this)) {
+    setObjectName("Twmainform");
+    setWindowTitle(kDesignCaption);
+    setWindowIcon(imageIcon("tollwick"));
+    setStatusBar(status_bar);
+    setCentralWidget(pane_);
+    tree_->setAccessibleName(context.caption(Text::AccessibleTree));
+    list_->setAccessibleName(context.caption(Text::AccessibleList));
+
+    resize(toPixels(kDesignWidth), toPixels(kDesignHeight));
+    const QRect desktop = screen()->geometry();
+    move(desktop.left() + (desktop.width() - width()) / 2,
+         desktop.top() + (desktop.height() - height()) / 2);
+    connectActions();
+}
+
+Twmainform::~Twmainform() = default;
+
+void Twmainform::connectActions() {
+    const auto on = [this](QAction* action, auto&& handler) {
+        connect(action, &QAction::triggered, this, handler);
+    };
+    const auto onCommand = [&](QAction* action, Command command) {
+        on(action, [this, command] { run(command); });
+    };
+    const auto onAction = [&](QAction* button, Action action) {
+        on(button, [this, action] { run(action); });
+    };
+    on(actions_->LoginMenu, [this] { logIn(); });
+    on(actions_->toolbar_login, [this] { logIn(); });
+    on(actions_->LogOffMenu, [this] { logOff(); });
+    on(actions_->toolbar_logout, [this] { logOff(); });
+    on(actions_->UucpTransportNowMenu, [this] {
+        context_.errors.guard(Routine::Command, [&](Integer&) { commands_.transportNow(); });
+    });
+    for (QAction* cancel : {actions_->CancelUucpTransportMenu, actions_->Cancelmenu})
+        on(cancel, [this] {
+            context_.errors.guard(Routine::Command,
+                                  [&](Integer&) { commands_.cancelTransport(); });
+        });
+    on(actions_->Exitmenu, [this] { exitProgram(); });
+
+    onCommand(actions_->AddMenu, Command::Add);
+    onCommand(actions_->DeleteMenu, Command::Delete);
+    onCommand(actions_->PropertiesMenu, Command::Properties);
+    onCommand(actions_->Toggmenu, Command::Toggle);
+    onCommand(actions_->Refreshmenu, Command::Refresh);
+    onCommand(actions_->toolbar_properties, Command::Properties);
+    onCommand(actions_->toolbar_delete, Command::Delete);
+    onAction(actions_->toolbar_addschedule, Action::AddSchedule);
+    onAction(actions_->toolbar_adduucphost, Action::AddHost);
+
+    on(actions_->ContentsMenu, [this] { showHelp(); });
+    on(actions_->CorvaleFaqMenu, [this] { openWebPage("faq"); });
+    on(actions_->CorvaleWWWMenu, [this] { openWebPage("index"); });
+    on(actions_->AboutMenu, [this] { showAbout(); });
+
+    connect(tree_, &ConfigTree::nodeSelected, this, &Twmainform::showSelectedNode);
+    connect(list_, &ListView::rowActivated, this, [this] { run(Command::Activate); });
+    connect(list_, &ListView::deletePressed, this, [this] { run(Command::Delete); });
+    connect(list_, &ListView::contextMenuWanted, this,
+            [this](const QPoint& position) { actions_->toolsMenu()->popup(position); });
+}
+
+void Twmainform::restorePlacement() {
+    context_.errors.guard(Routine::RestorePlacement, [&](Integer& step) {
+        step = 1;
+        const WindowPlacement placement = readPlacement(context_.main.settings);
+        step = 2;
+        pane_->setSplitter(placement.splitter);
+        if (placement.isCentred()) {
+            const QRect desktop = screen()->geometry();
+            move((desktop.width() - width()) / 2, (desktop.height() - height()) / 2);
+        } else {
+            move(toPixels(placement.left), toPixels(placement.top));
+            resize(toPixels(placement.width), toPixels(placement.height));
+        }
+        step = 3;
+        if (placement.state == window_state::Minimized)
+            setWindowState(Qt::WindowMinimized);
+        else if (placement.state == window_state::Maximized)
+            setWindowState(Qt::WindowMaximized);
+    });
+}
+
+void Twmainform::startTimer() {
+    menu_timer_->tick();
+    menu_timer_->start();
+}
+
+void Twmainform::logIn() {
+    context_.errors.guard(Routine::Login, [&](Integer& step) {
+        step = 1;
+        LoginForm login(context_, this);
+        if (login.exec() != QDialog::Accepted || !context_.link.isOpen())
+            return;
+        step = 2;
+        tree_->build(context_.link.host(), context_.main.texts());
+        pane_->layOut();
+    });
+}
+
+void Twmainform::logOff() {
+    // The next tick of the timer does the rest.
+    context_.link.Close();
+}
+
+void Twmainform::exitProgram() {
+    context_.errors.guard(Routine::Exit, [&](Integer&) {
+        WindowPlacement placement;
+        if (windowState() & Qt::WindowMinimized)
+            placement.state = window_state::Minimized;
+        else if (windowState() & Qt::WindowMaximized)
+            placement.state = window_state::Maximized;
+        placement.left = toTwips(x());
+        placement.top = toTwips(y());
+        placement.width = toTwips(width());
+        placement.height = toTwips(height());
+        placement.splitter = pane_->splitter();
+        storePlacement(context_.main.settings, placement);
+    });
+    end_process_();
+}
+
+void Twmainform::closeEvent(QCloseEvent* event) {
+    event->accept();
+    exitProgram();
+}
+
+void Twmainform::run(Command command) {
+    run(actionFor(command, tree_->selectedKey()));
+}
+
+void Twmainform::run(Action action) {
+    if (!context_.link.isOpen())
+        return;
+    context_.errors.guard(Routine::Command, [&](Integer&) { commands_.run(action); });
+}
+
+void Twmainform::showSelectedNode() {
+    context_.errors.guard(Routine::FillList,
+                          [&](Integer&) { commands_.showNode(tree_->selectedKey()); });
+}
+
+void Twmainform::showHelp() {
+    context_.errors.guard(Routine::Help, [&](Integer&) {
+        if (!help_) {
+            help_ = new HelpWindow(context_.main.texts(), this);
+            help_->setWindowFlag(Qt::Window);
+        }
+        help_->open(context_.main.inInstallFolder("Tollwick.hlp"),
+                    context_.main.inInstallFolder("Tollwick.cnt"));
+        help_->show();
+        help_->raise();
+        help_->activateWindow();
+    });
+}
+
+void Twmainform::showAbout() {
+    context_.errors.guard(Routine::About, [&](Integer&) { AboutForm(context_, this).exec(); });
+}
+
+void Twmainform::openWebPage(std::string_view page) {
+    open_url(QUrl(webAddress(page, context_.main.texts().LangBase())));
+}
+
+} // namespace tollwick

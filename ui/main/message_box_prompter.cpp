@@ -1,0 +1,84 @@
+#include "ui/main/message_box_prompter.h"
+
+#include "ui/main/input_blocker.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+
+namespace tollwick {
+namespace {
+
+QString toQString(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+QMessageBox::Icon iconOf(BoxIcon icon) {
+    switch (icon) {
+    case BoxIcon::Question:
+        return QMessageBox::Question;
+    case BoxIcon::Exclamation:
+        return QMessageBox::Warning;
+    case BoxIcon::Critical:
+        return QMessageBox::Critical;
+    case BoxIcon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+// The window that the box belongs to.
+QWidget* owner() {
+    if (QWidget* modal = QApplication::activeModalWidget())
+        return modal;
+    if (QWidget* active = QApplication::activeWindow())
+        return active;
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible() && window->windowType() == Qt::Window)
+            return window;
+    return nullptr;
+}
+
+void setText(QMessageBox& box, std::string_view text) {
+    box.setTextFormat(Qt::PlainText);
+    box.setText(toQString(text).replace("\r\n", "\n"));
+    box.setWindowTitle(toQString(kProgramName));
+}
+
+} // namespace
+
+MessageBoxPrompter::MessageBoxPrompter(const MainModule& main, InputBlocker& blocker)
+    : main_(main), blocker_(blocker) {}
+
+void MessageBoxPrompter::tell(BoxIcon icon, std::string_view text) {
+    const InputBlocker::Pause pause(blocker_);
+    QMessageBox box(owner());
+    setText(box, text);
+    box.setIcon(iconOf(icon));
+    box.setStandardButtons(QMessageBox::Ok);
+    // The missing language is itself a thing that is told; the button then keeps Qt's word.
+    try {
+        box.button(QMessageBox::Ok)->setText(toQString(main_.texts()(Text::Ok)));
+    } catch (const RunTimeError&) {
+    }
+    box.exec();
+}
+
+Answer MessageBoxPrompter::ask(BoxIcon icon, std::string_view text, Answer default_button) {
+    const InputBlocker::Pause pause(blocker_);
+    QMessageBox box(owner());
+    setText(box, text);
+    box.setIcon(iconOf(icon));
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box.setDefaultButton(default_button == Answer::Yes ? QMessageBox::Yes : QMessageBox::No);
+    box.setEscapeButton(QMessageBox::No);
+    box.button(QMessageBox::Yes)->setText(toQString(main_.texts()(Text::Yes)));
+    box.button(QMessageBox::No)->setText(toQString(main_.texts()(Text::No)));
+    return box.exec() == QMessageBox::Yes ? Answer::Yes : Answer::No;
+}
+
+void MessageBoxPrompter::beep() {
+    QApplication::beep();
+}
+
+} // namespace tollwick
