@@ -116,7 +116,7 @@ Place placeOf(Type Record::*member) {
     std::size_t offset = 0;
     forEachField<Record>([&](const auto& field) {
         ++ordinal;
-        if constexpr (std::is_same_v<decltype(field.member), decltype(member)>) {
+        if constexpr (std::is_same_v<std::decay_t<decltype(field)>, Field<Record, Type>>) {
             if (field.member == member)
                 place = {ordinal, offset};
         }
@@ -125,139 +125,66 @@ Place placeOf(Type Record::*member) {
     return place;
 }
 
-// The samples know no names: here each member is tied to what it means on the wire.
+// Takes members, each with its offset behind it.
+void expectOffsets() {}
+template <class Member, class... Rest>
+void expectOffsets(Member member, std::size_t offset, Rest... rest) {
+    EXPECT_EQ(placeOf(member).offset, offset);
+    expectOffsets(rest...);
+}
+
+// Takes members that follow one another from the field `ordinal` on.
+template <class... Members>
+void expectOrder(std::size_t ordinal, Members... members) {
+    (..., [&](auto member) { EXPECT_EQ(placeOf(member).ordinal, ordinal++); }(members));
+}
+
+// The samples know no names: here each member is tied to its place.
 TEST(Records, MembersStandAtTheirOffsets) {
-    using H = HostRecord;
     using S = ScheduleRecord;
-    struct {
-        Place place;
-        std::size_t offset;
-    } const members[] = {
-        {placeOf(&S::identity), 0},
-        {placeOf(&S::day), 2},
-        {placeOf(&S::timed), 4},
-        {placeOf(&S::interval), 6},
-        {placeOf(&S::at_time), 10},
-        {placeOf(&S::between_first), 17},
-        {placeOf(&S::between_second), 22},
-        {placeOf(&S::delay), 27},
-        {placeOf(&S::record_number), 31},
-        {placeOf(&H::state), 0},
-        {placeOf(&H::record_number), 2},
-        {placeOf(&H::spool_directory), 6},
-        {placeOf(&H::display_name), 518},
-        {placeOf(&H::mail_domain), 578},
-        {placeOf(&H::active), 638},
-        {placeOf(&H::connect_using), 640},
-        {placeOf(&H::local_uucp_name), 642},
-        {placeOf(&H::remote_uucp_name), 702},
-        {placeOf(&H::login_name), 762},
-        {placeOf(&H::password), 822},
-        {placeOf(&H::uucp_login_name), 882},
-        {placeOf(&H::uucp_password), 942},
-        {placeOf(&H::uucp_protocol), 1002},
-        {placeOf(&H::uucp_timeout), 1004},
-        {placeOf(&H::tapi_device), 1006},
-        {placeOf(&H::retry_time), 1259},
-        {placeOf(&H::call_retries), 1261},
-        {placeOf(&H::script_file_name), 1263},
-        {placeOf(&H::do_not_use_tapi), 1518},
-        {placeOf(&H::phone_number), 1520},
-        {placeOf(&H::modem_make_position), 1580},
-        {placeOf(&H::modem_model_position), 1582},
-        {placeOf(&H::modem_make), 1584},
-        {placeOf(&H::modem_model), 1614},
-        {placeOf(&H::modem_reset), 1644},
-        {placeOf(&H::modem_init), 1674},
-        {placeOf(&H::modem_attention), 1734},
-        {placeOf(&H::modem_busy), 1764},
-        {placeOf(&H::modem_connect), 1794},
-        {placeOf(&H::modem_dial), 1824},
-        {placeOf(&H::modem_hang_up), 1854},
-        {placeOf(&H::modem_answer), 1884},
-        {placeOf(&H::com_port), 1914},
-        {placeOf(&H::modem_max_speed), 1916},
-        {placeOf(&H::connect_speed), 1920},
-        {placeOf(&H::data_bits), 1922},
-        {placeOf(&H::stop_bits), 1924},
-        {placeOf(&H::parity), 1926},
-        {placeOf(&H::tapi_location), 1928},
-        {placeOf(&H::dial_timeout), 1992},
-        {placeOf(&H::default_domain), 1996},
-        {placeOf(&H::window_size), 1998},
-        {placeOf(&H::packet_size), 2000},
-        {placeOf(&H::ras_host), 2002},
-        {placeOf(&H::uucp_tcp_port), 2062},
-        {placeOf(&H::ras_entry_position), 2064},
-        {placeOf(&H::ras_user_name), 2066},
-        {placeOf(&H::ras_password), 2096},
-        {placeOf(&H::ras_entry), 2146},
-        {placeOf(&H::do_not_use_active_connection), 2176},
-        {placeOf(&H::host_lookup_timeout), 2178},
-        {placeOf(&H::transport_when_in_queue), 2180},
-        {placeOf(&H::mail_limit), 2182},
-    };
-    for (const auto& member : members)
-        EXPECT_EQ(member.place.offset, member.offset);
+    expectOffsets(&S::identity, 0, &S::day, 2, &S::timed, 4, &S::interval, 6, &S::at_time, 10,
+                  &S::between_first, 17, &S::between_second, 22, &S::delay, 27, &S::record_number,
+                  31);
+    using H = HostRecord;
+    expectOffsets(
+        &H::state, 0, &H::record_number, 2, &H::spool_directory, 6, &H::display_name, 518,
+        &H::mail_domain, 578, &H::active, 638, &H::connect_using, 640, &H::local_uucp_name, 642,
+        &H::remote_uucp_name, 702, &H::login_name, 762, &H::password, 822, &H::uucp_login_name, 882,
+        &H::uucp_password, 942, &H::uucp_protocol, 1002, &H::uucp_timeout, 1004, &H::tapi_device,
+        1006, &H::retry_time, 1259, &H::call_retries, 1261, &H::script_file_name, 1263,
+        &H::do_not_use_tapi, 1518, &H::phone_number, 1520, &H::modem_make_position, 1580,
+        &H::modem_model_position, 1582, &H::modem_make, 1584, &H::modem_model, 1614,
+        &H::modem_reset, 1644, &H::modem_init, 1674, &H::modem_attention, 1734, &H::modem_busy,
+        1764, &H::modem_connect, 1794, &H::modem_dial, 1824, &H::modem_hang_up, 1854,
+        &H::modem_answer, 1884, &H::com_port, 1914, &H::modem_max_speed, 1916, &H::connect_speed,
+        1920, &H::data_bits, 1922, &H::stop_bits, 1924, &H::parity, 1926, &H::tapi_location, 1928,
+        &H::dial_timeout, 1992, &H::default_domain, 1996, &H::window_size, 1998, &H::packet_size,
+        2000, &H::ras_host, 2002, &H::uucp_tcp_port, 2062, &H::ras_entry_position, 2064,
+        &H::ras_user_name, 2066, &H::ras_password, 2096, &H::ras_entry, 2146,
+        &H::do_not_use_active_connection, 2176, &H::host_lookup_timeout, 2178,
+        &H::transport_when_in_queue, 2180, &H::mail_limit, 2182);
 }
 
 TEST(Records, MembersStandInTheirOrder) {
     using S = SettingsRecord;
+    expectOrder(2, &S::service_version);
+    expectOrder(5, &S::smtp_service_ip, &S::smtp_service_port, &S::smtp_forward_ip,
+                &S::smtp_forward_port, &S::admin_ip, &S::admin_port, &S::schedule_activated,
+                &S::doc_viewer, &S::allow_priority, &S::uucp_prior_command, &S::uucp_after_command,
+                &S::remote_debugging_level, &S::force_send_params, &S::discharge_cr,
+                &S::mail_logging, &S::uucp_transfer_logging, &S::smtp_logging, &S::script_logging,
+                &S::uucp_advanced_logging, &S::uucp_command_logging, &S::com_logging,
+                &S::mail_log_period, &S::uucp_transfer_log_period, &S::smtp_log_period,
+                &S::script_log_period, &S::uucp_advanced_log_period, &S::uucp_command_log_period,
+                &S::com_log_period);
     using O = OutboxRecord;
+    expectOrder(1, &O::recipient, &O::node, &O::file_name);
     using U = UucpStatusRecord;
-    struct {
-        Place place;
-        std::size_t ordinal;
-    } const members[] = {
-        {placeOf(&S::service_version), 2},
-        {placeOf(&S::smtp_service_ip), 5},
-        {placeOf(&S::smtp_service_port), 6},
-        {placeOf(&S::smtp_forward_ip), 7},
-        {placeOf(&S::smtp_forward_port), 8},
-        {placeOf(&S::admin_ip), 9},
-        {placeOf(&S::admin_port), 10},
-        {placeOf(&S::schedule_activated), 11},
-        {placeOf(&S::doc_viewer), 12},
-        {placeOf(&S::allow_priority), 13},
-        {placeOf(&S::uucp_prior_command), 14},
-        {placeOf(&S::uucp_after_command), 15},
-        {placeOf(&S::remote_debugging_level), 16},
-        {placeOf(&S::force_send_params), 17},
-        {placeOf(&S::discharge_cr), 18},
-        {placeOf(&S::mail_logging), 19},
-        {placeOf(&S::uucp_transfer_logging), 20},
-        {placeOf(&S::smtp_logging), 21},
-        {placeOf(&S::script_logging), 22},
-        {placeOf(&S::uucp_advanced_logging), 23},
-        {placeOf(&S::uucp_command_logging), 24},
-        {placeOf(&S::com_logging), 25},
-        {placeOf(&S::mail_log_period), 26},
-        {placeOf(&S::uucp_transfer_log_period), 27},
-        {placeOf(&S::smtp_log_period), 28},
-        {placeOf(&S::script_log_period), 29},
-        {placeOf(&S::uucp_advanced_log_period), 30},
-        {placeOf(&S::uucp_command_log_period), 31},
-        {placeOf(&S::com_log_period), 32},
-        {placeOf(&O::recipient), 1},
-        {placeOf(&O::node), 2},
-        {placeOf(&O::file_name), 3},
-        {placeOf(&O::size), 5},
-        {placeOf(&U::queued_files), 1},
-        {placeOf(&U::file_number), 2},
-        {placeOf(&U::file_size), 3},
-        {placeOf(&U::percent), 5},
-        {placeOf(&U::average_speed), 6},
-        {placeOf(&U::state), 7},
-        {placeOf(&U::file_name), 8},
-        {placeOf(&LoginRecord::user_id), 1},
-        {placeOf(&LoginRecord::password), 2},
-        {placeOf(&ScriptRecord::file_name), 1},
-        {placeOf(&ScriptRecord::text), 2},
-        {placeOf(&UucpCommandRecord::transport_now), 1},
-        {placeOf(&UucpCommandRecord::cancel_transport), 2},
-    };
-    for (const auto& member : members)
-        EXPECT_EQ(member.place.ordinal, member.ordinal);
+    expectOrder(1, &U::queued_files, &U::file_number, &U::file_size);
+    expectOrder(5, &U::percent, &U::average_speed, &U::state, &U::file_name);
+    expectOrder(1, &LoginRecord::user_id, &LoginRecord::password);
+    expectOrder(1, &ScriptRecord::file_name, &ScriptRecord::text);
+    expectOrder(1, &UucpCommandRecord::transport_now, &UucpCommandRecord::cancel_transport);
 }
 
 TEST(Records, SingleIsFourBytes) {

@@ -72,7 +72,6 @@ AboutForm::AboutForm(const ConsoleContext& context, QWidget* parent) : QDialog(p
     auto* ok = new QPushButton(context.caption(Text::Ok));
     ok->setObjectName("OkButton");
     ok->setDefault(true);
-    ok->setFocus();
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
 
     auto* layout = new QGridLayout(this);
@@ -84,6 +83,7 @@ AboutForm::AboutForm(const ConsoleContext& context, QWidget* parent) : QDialog(p
     layout->addWidget(ok, 3, 0, 1, 2, Qt::AlignRight);
     layout->setColumnStretch(1, 1);
     layout->setRowStretch(2, 1);
+    ok->setFocus();
 }
 
 } // namespace tollwick

@@ -3,12 +3,15 @@
 #include "ui/main/node_keys.h"
 #include "ui/main/svg_icons.h"
 
+#include <QHeaderView>
 #include <QSignalBlocker>
 
 #include <map>
 
 namespace tollwick {
 namespace {
+
+constexpr int kIndentation = 16; // pixels
 
 QString toQString(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
@@ -20,6 +23,10 @@ ConfigTree::ConfigTree(QWidget* parent) : QTreeWidget(parent) {
     setObjectName("Tree");
     setHeaderHidden(true);
     setUniformRowHeights(true);
+    setIndentation(kIndentation);
+    // A narrow tree scrolls sideways instead of cutting names off.
+    header()->setStretchLastSection(false);
+    header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     connect(this, &QTreeWidget::itemSelectionChanged, this, &ConfigTree::nodeSelected);
 }
 
