@@ -21,18 +21,10 @@ TEST(LogLine, HasItsPiecesInOrder) {
 
 TEST(LogRecord, HasTheKnownBytes) {
     // Date, seconds since midnight, error number, kind 9, routine, step.
-    EXPECT_EQ(toHex(logRecord({2000, 1, 1, 0, 0, 0, 0}, 326, 61, 4)), "a5420f00"
-                                                                      "00000000"
-                                                                      "46010000"
-                                                                      "0900"
-                                                                      "3d00"
-                                                                      "0400");
-    EXPECT_EQ(toHex(logRecord({1999, 3, 7, 12, 30, 15, 50}, -2, kSmallest, -1)), "631c0f00"
-                                                                                 "80d72f47"
-                                                                                 "feffffff"
-                                                                                 "0900"
-                                                                                 "0080"
-                                                                                 "ffff");
+    EXPECT_EQ(toHex(logRecord({2000, 1, 1, 0, 0, 0, 0}, 326, 61, 4)),
+              "a5420f00000000004601000009003d000400");
+    EXPECT_EQ(toHex(logRecord({1999, 3, 7, 12, 30, 15, 50}, -2, kSmallest, -1)),
+              "631c0f0080d72f47feffffff09000080ffff");
 }
 
 TEST(LogWriter, WritesAllThreeLogs) {

@@ -190,9 +190,7 @@ TEST(Records, MembersStandInTheirOrder) {
 TEST(Records, SingleIsFourBytes) {
     SettingsRecord record;
     record.service_version = 4.5F;
-    EXPECT_EQ(packedHex(record, 86).substr(0, 16), "0000"
-                                                   "00009040"
-                                                   "0000");
+    EXPECT_EQ(packedHex(record, 86).substr(0, 16), "0000000090400000");
     EXPECT_EQ(unpacked<SettingsRecord>(fromHex("0000 000080c0")).service_version, -4.0F);
 }
 

@@ -1,0 +1,148 @@
+// Logging in, from the connection settings to the data of the service.
+#include "link/login_sequence.h"
+#include "tests/link/support/console.h"
+#include "tests/support/memory_settings_store.h"
+#include "tests/support/test_log.h"
+
+#include <gtest/gtest.h>
+
+namespace tollwick {
+namespace {
+
+using script::answer;
+using Acts = ScriptedPeer::Acts;
+using Strings = std::vector<std::string>;
+
+constexpr const char* kRejected = "Authentication failure!\r\nCheck your password and try again.";
+const std::string kAuthenticate =
+    "70/120 number 0 length 8 data 050061646d696e0600736563726574"; // "admin", "secret"
+
+class LoginTest : public testing::Test {
+protected:
+    LoginTest() {
+        console.data.user_id = "admin";
+        console.data.password = "secret";
+        main.connection.ServerConnectIp = kLoopback;
+        main.connection.ComTimeout = 20;
+    }
+    LoginOutcome run(const ScriptedPeer& peer) {
+        main.connection.ServerConnectPort = std::to_string(peer.port());
+        return sequence.run();
+    }
+
+    MemorySettingsStore store;
+    TestLog log;
+    MainModule main{store, log.writer, {}};
+    Console console;
+    LoginSequence sequence{console.link, console.requests, console.data,
+                           main,         console.prompter, console.progress};
+};
+
+TEST_F(LoginTest, AcceptedFetchesEverythingInOrder) {
+    SettingsRecord settings;
+    settings.service_version = 4;
+    HostRecord host;
+    host.display_name = "Malmö";
+    const ScriptedPeer peer({answer(1, kAuthenticated), answer(script::recordWith(settings)),
+                             answer(3), answer(script::recordWith(host, 1)), answer(3), answer(3)});
+    EXPECT_EQ(run(peer), LoginOutcome::LoggedIn);
+    EXPECT_TRUE(console.link.isOpen());
+    const Strings requests = peer.requests();
+    ASSERT_EQ(requests.size(), 6u);
+    EXPECT_EQ(requests[0], kAuthenticate);
+    EXPECT_EQ(requests[1], "50/40 number 0 length 106");
+    EXPECT_EQ(requests[2], "50/30 number 1 length 0");
+    EXPECT_EQ(requests[3], "50/20 number 1 length 0");
+    EXPECT_EQ(requests[5], "50/130 number 0 length 0");
+    EXPECT_EQ(console.progress.infos,
+              (Strings{"Connecting...", "Connected...", "Retrieving settings...",
+                       "Retrieving schedules...", "Retrieving hosts...",
+                       "Retrieving outbox contents...", "Ready"}));
+    EXPECT_EQ(console.data.settings, settings);
+    ASSERT_EQ(console.data.hosts.size(), 1u);
+    EXPECT_EQ(console.data.hosts[0], host);
+}
+
+TEST_F(LoginTest, FetchingStopsAtTheFirstFailure) {
+    const ScriptedPeer peer({answer(1, kAuthenticated), answer(1), answer(1), answer(2)});
+    console.expectFailure("Unable to retrieve schedules from the Tollwick Service!");
+    EXPECT_EQ(run(peer), LoginOutcome::LoggedIn);
+    EXPECT_FALSE(console.link.isOpen());
+    EXPECT_EQ(peer.requests().size(), 4u);
+    EXPECT_EQ(console.data.schedules.size(), 1u);
+    EXPECT_EQ(console.progress.infos.back(), "Retrieving schedules...");
+}
+
+TEST_F(LoginTest, RejectedCanBeTriedAgainOnANewConnection) {
+    const ScriptedPeer peer(
+        {{.answers = {answer(1, 0)}},
+         {.answers = {answer(result::EndOfList, -1)}}, // no verdict
+         {.answers = {answer(1, kAuthenticated), answer(1), answer(3), answer(3), answer(3)}}});
+    for (int i = 0; i < 2; ++i) {
+        console.prompter.expectBox(BoxIcon::Critical, kRejected);
+        EXPECT_EQ(run(peer), LoginOutcome::Rejected);
+        EXPECT_TRUE(console.prompter.done());
+    }
+    EXPECT_EQ(run(peer), LoginOutcome::LoggedIn);
+    EXPECT_EQ(peer.connections(), 3u);
+    EXPECT_EQ(peer.requests()[2], kAuthenticate);
+}
+
+TEST_F(LoginTest, WithoutAnAnswerTheLinkFails) {
+    for (const Acts& end : {answer(2), Acts{script::close}, Acts{}}) {
+        const ScriptedPeer peer({end});
+        main.connection.ComTimeout = end.empty() ? kShortTimeout : 30;
+        console.expectFailure("Unable to get authentication from the Tollwick Service!");
+        EXPECT_EQ(run(peer), LoginOutcome::LinkFailed);
+        EXPECT_TRUE(console.prompter.done());
+        EXPECT_FALSE(console.link.isOpen());
+    }
+}
+
+TEST_F(LoginTest, WithoutAKeyConnectsThreeMoreTimesAndGivesUp) {
+    const Acts too_short = {script::send(ScriptedPeer::kKey.substr(1))};
+    const Acts too_long = {script::send(std::string(ScriptedPeer::kKey) + "!")};
+    const Acts closed = {script::pause(300), script::close};
+    const Acts line = {script::send("Hello\r\n")};
+    const std::vector<ScriptedPeer::Connection> connections = {
+        {.greeting = too_short}, {.greeting = too_long}, {.greeting = closed}, {.greeting = line}};
+    const ScriptedPeer peer(connections);
+    console.prompter.expectBeep();
+    console.prompter.expectBox(BoxIcon::Exclamation,
+                               "Unable to initialize communication link to Tollwick service!");
+    EXPECT_EQ(run(peer), LoginOutcome::NoKey);
+    EXPECT_EQ(peer.connections(), 4u);
+    EXPECT_TRUE(peer.requests().empty());
+    EXPECT_FALSE(console.link.isOpen());
+    EXPECT_EQ(console.progress.infos,
+              (Strings{"Connecting...", "Connecting...", "Connecting...", "Connecting...", ""}));
+}
+
+TEST_F(LoginTest, WithoutAConnectionSaysWhy) {
+    int unused_port = 0;
+    {
+        const ScriptedPeer gone(std::vector<Acts>{});
+        unused_port = gone.port();
+    }
+    const std::pair<std::string, const char*> ports[] = {
+        {std::to_string(unused_port), "10061) Connection refused"},
+        {"abc", "10049) Invalid port number"},
+        {"", "10049) Invalid port number"},
+        {"99999", "10049) Invalid port number"},
+    };
+    for (const auto& [port, cause] : ports) {
+        SCOPED_TRACE(port);
+        console.progress.infos.clear();
+        main.connection.ServerConnectPort = port;
+        console.prompter.expectBox(
+            BoxIcon::Exclamation,
+            std::string("Unable to connect to the Tollwick service.\r\nCause: (") + cause);
+        EXPECT_EQ(sequence.run(), LoginOutcome::NotConnected);
+        EXPECT_TRUE(console.prompter.done());
+        EXPECT_FALSE(console.link.isOpen());
+        EXPECT_EQ(console.progress.infos, (Strings{"Connecting...", ""}));
+    }
+}
+
+} // namespace
+} // namespace tollwick
