@@ -150,6 +150,31 @@ void tour(const QString& folder, Integer lang_base) {
         camera.take(window, "node-" + key);
     }
 
+    struct Dialog {
+        const char* node;
+        int row;
+        const char* picture;
+    };
+    for (const Dialog& dialog : {Dialog{"loginaccount", 0, "change-login"},
+                                 Dialog{"schedule", 0, "schedule-timed"},
+                                 Dialog{"schedule", 2, "schedule-interval"},
+                                 Dialog{"admin", 0, "ip-number"},
+                                 Dialog{"admin", 1, "port"},
+                                 Dialog{"options", 0, "document-viewer"},
+                                 Dialog{"uucpdaemon", 0, "command"},
+                                 Dialog{"uucpdaemon", 2, "debugging-level"},
+                                 Dialog{"logs", 0, "log-period"}}) {
+        window->tree()->setCurrentItem(findNode(window->tree(), dialog.node));
+        window->list()->setCurrentIndex(window->list()->model()->index(dialog.row, 0));
+        rest(150);
+        during([&] { window->actions()->PropertiesMenu->trigger(); },
+               [&](QWidget* form) {
+                   camera.take(window, QStringLiteral("dialog-") + dialog.picture);
+                   form->close();
+               });
+    }
+
+    window->tree()->setCurrentItem(findNode(window->tree(), "uucpmonitor"));
     window->actions()->UucpTransportNowMenu->trigger();
     const auto isMoving = [&] {
         return console.context().data.uucp_status.percent > 30;

@@ -1,5 +1,8 @@
 #include "ui/main/command_runner.h"
 
+#include "ui/dialogs/new_login_form.h"
+#include "ui/dialogs/schedule_form.h"
+#include "ui/main/config_tree.h"
 #include "ui/main/list_view.h"
 #include "ui/main/node_keys.h"
 
@@ -7,8 +10,35 @@
 
 namespace tollwick {
 
+CommandRunner::CommandRunner(ConsoleContext& context, ConfigTree& tree, ListView& list,
+                             QWidget* window)
+    : context_(context), tree_(tree), list_(list), window_(window),
+      editors_(
+          context, [&list] { return list.selectedKey(); },
+          [this](std::string_view node_key) { rebuild(node_key); }, window) {}
+
 void CommandRunner::run(Action action) {
     switch (action) {
+    case Action::ChangeLogin:
+        return changeLogin();
+    case Action::AddSchedule:
+        return addSchedule();
+    case Action::EditSchedule:
+        return EditSchedule();
+    case Action::EditAdminSetting:
+        return editors_.EditAdminSetting();
+    case Action::EditSmtpServiceSetting:
+        return editors_.EditSmtpServiceSetting();
+    case Action::EditSmtpForwardSetting:
+        return editors_.EditSmtpForwardSetting();
+    case Action::EditOptionSetting:
+        return editors_.EditOptionSetting();
+    case Action::EditUucpDaemonSetting:
+        return editors_.EditUucpDaemonSetting();
+    case Action::EditLogPeriod:
+        return editors_.EditLogPeriod();
+    case Action::ToggleLogSwitch:
+        return editors_.ToggleLogSwitch();
     case Action::DeleteSchedule:
         return deleteSchedule();
     case Action::DeleteHost:
@@ -24,6 +54,38 @@ void CommandRunner::run(Action action) {
 
 void CommandRunner::showNode(const std::string& node_key) {
     list_.showContents(listContents(node_key, context_.data, context_.main.texts()));
+}
+
+void CommandRunner::rebuild(std::string_view node_key) {
+    if (tree_.selectedKey() == node_key)
+        list_.refill(listContents(node_key, context_.data, context_.main.texts()));
+}
+
+void CommandRunner::changeLogin() {
+    NewLoginForm(context_, window_).exec();
+    rebuild(node::LoginAccount);
+}
+
+void CommandRunner::addSchedule() {
+    context_.data.current_schedule = EmptyScheduleRecord;
+    ScheduleForm form(context_, window_);
+    form.setWindowTitle(context_.caption(Text::AddScheduleCaption));
+    form.exec();
+    rebuild(node::Schedule);
+}
+
+void CommandRunner::EditSchedule() {
+    const int row = list_.selectedRow();
+    ServiceData& data = context_.data;
+    if (!selected(data.schedules))
+        return;
+    data.current_schedule = data.schedules[static_cast<std::size_t>(row)];
+    ScheduleForm form(context_, window_);
+    form.setWindowTitle(context_.caption(Text::EditScheduleCaption));
+    form.exec();
+    // Taken back in every case: after a cancel it is what it was.
+    data.schedules[static_cast<std::size_t>(row)] = data.current_schedule;
+    rebuild(node::Schedule);
 }
 
 template <class Record>
@@ -105,7 +167,7 @@ void CommandRunner::deleteMail() {
 void CommandRunner::refreshOutbox() {
     const BusyPointer busy(context_.progress);
     const bool failed = context_.requests.txGetAllOutbox() != kFalse;
-    list_.refill(listContents(node::Outbox, context_.data, context_.main.texts()));
+    rebuild(node::Outbox);
     if (!failed)
         context_.progress.setInfo(context_.text(Text::Ready));
 }

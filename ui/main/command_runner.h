@@ -1,16 +1,21 @@
 // Carries out what a command comes to on the selected node.
 #pragma once
 
+#include "ui/dialogs/setting_editors.h"
 #include "ui/main/command_rules.h"
 #include "ui/main/console_context.h"
 
+class QWidget;
+
 namespace tollwick {
 
+class ConfigTree;
 class ListView;
 
 class CommandRunner {
 public:
-    CommandRunner(ConsoleContext& context, ListView& list) : context_(context), list_(list) {}
+    // `window` is what the dialogs belong to.
+    CommandRunner(ConsoleContext& context, ConfigTree& tree, ListView& list, QWidget* window);
 
     void run(Action action);
 
@@ -22,6 +27,11 @@ public:
     void cancelTransport();
 
 private:
+    // Fills the list of this node anew if it is the one that is shown.
+    void rebuild(std::string_view node_key);
+    void changeLogin();
+    void addSchedule();
+    void EditSchedule();
     void deleteSchedule();
     void deleteHost();
     void deleteMail();
@@ -36,7 +46,10 @@ private:
     void sendCommand(Integer UucpCommandRecord::*flag);
 
     ConsoleContext& context_;
+    ConfigTree& tree_;
     ListView& list_;
+    QWidget* window_;
+    SettingEditors editors_;
 };
 
 } // namespace tollwick

@@ -24,9 +24,6 @@ ConfigTree::ConfigTree(QWidget* parent) : QTreeWidget(parent) {
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setIndentation(kIndentation);
-    // A narrow tree scrolls sideways instead of cutting names off.
-    header()->setStretchLastSection(false);
-    header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     connect(this, &QTreeWidget::itemSelectionChanged, this, &ConfigTree::nodeSelected);
 }
 
@@ -48,6 +45,8 @@ void ConfigTree::build(const std::string& host, const StringTable& texts) {
         items[tree_node.key] = item;
     }
     expandAll();
+    // A narrow tree scrolls sideways instead of cutting names off.
+    header()->setMinimumSectionSize(sizeHintForColumn(0));
     setCurrentItem(topLevelItem(0));
 }
 

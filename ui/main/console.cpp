@@ -15,7 +15,7 @@ Console::Console(ConsoleEnvironment environment)
       errors_(prompter_, log_), link_(environment_.clock), status_bar_(new MainStatusBar),
       early_status_bar_(status_bar_),
       requests_(link_, data_, main_.texts(), prompter_, *status_bar_),
-      context_{main_, errors_, prompter_, *status_bar_, link_, data_, requests_} {
+      context_{main_, errors_, prompter_, *status_bar_, link_, data_, requests_, {}} {
     initResources();
     link_.setInputLock(blocker_);
 }

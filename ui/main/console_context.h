@@ -8,6 +8,7 @@
 #include "link/requests.h"
 #include "link/service_data.h"
 #include "link/service_link.h"
+#include "ui/dialogs/edit_outcome.h"
 
 #include <QString>
 
@@ -23,6 +24,7 @@ struct ConsoleContext {
     ServiceLink& link;
     ServiceData& data;
     Requests& requests;
+    EditOutcome edit; // of the dialog that was up last
 
     [[nodiscard]] std::string_view text(Text text) const { return main.texts()(text); }
     [[nodiscard]] QString caption(Text text) const { return toQString(main.texts()(text)); }

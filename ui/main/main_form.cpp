@@ -51,7 +51,7 @@ Twmainform::Twmainform(ConsoleContext& context, MainStatusBar* status_bar,
     : open_url([](const QUrl& url) { QDesktopServices::openUrl(url); }), context_(context),
       end_process_(std::move(end_process)),
       actions_(new MainActions(*this, context.main.texts())), pane_(new ExplorerPane(this)),
-      tree_(pane_->tree()), list_(pane_->list()), commands_(context, *list_),
+      tree_(pane_->tree()), list_(pane_->list()), commands_(context, *tree_, *list_, this),
       menu_timer_(new MenuTimer(context, *actions_, *tree_, *list_, this)) {
     setObjectName("Twmainform");
     setWindowTitle(kDesignCaption);

@@ -1,0 +1,82 @@
+#include "ui/dialogs/edit_form.h"
+
+#include "ui/main/svg_icons.h"
+
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace tollwick {
+namespace {
+
+constexpr int kIconSize = 32;   // pixels
+constexpr int kFieldWidth = 260; // pixels
+
+} // namespace
+
+EditForm::EditForm(ConsoleContext& context, QWidget* parent)
+    : QDialog(parent), context_(context), icon_(new QLabel(this)), label_(new QLabel(this)),
+      edit_(new QLineEdit(this)) {
+    setObjectName("EditForm");
+    icon_->setObjectName("EditIcon");
+    label_->setObjectName("EditCaption");
+    label_->setText(context.caption(Text::EditCaption));
+    label_->setBuddy(edit_);
+    edit_->setObjectName("Edittext");
+    edit_->setMinimumWidth(kFieldWidth);
+
+    auto* ok = new QPushButton(context.caption(Text::Ok), this);
+    ok->setObjectName("OkButton");
+    ok->setDefault(true);
+    auto* cancel = new QPushButton(context.caption(Text::Cancel), this);
+    cancel->setObjectName("CancelButton");
+    cancel->setAutoDefault(false);
+    connect(ok, &QPushButton::clicked, this, &EditForm::accept);
+    connect(cancel, &QPushButton::clicked, this, &EditForm::reject);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(ok);
+    buttons->addWidget(cancel);
+    auto* layout = new QGridLayout(this);
+    layout->addWidget(icon_, 0, 0, 2, 1, Qt::AlignTop);
+    layout->addWidget(label_, 0, 1);
+    layout->addWidget(edit_, 1, 1);
+    layout->addLayout(buttons, 2, 0, 1, 2);
+    layout->setHorizontalSpacing(12);
+    layout->setRowMinimumHeight(2, 40);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void EditForm::setText(std::string_view utf8) {
+    edit_->setText(ConsoleContext::toQString(utf8));
+}
+
+void EditForm::setCaptions(Text caption, Text label, std::string_view image_key) {
+    setWindowTitle(context_.caption(caption));
+    label_->setText(context_.caption(label));
+    icon_->setPixmap(imageIcon(image_key).pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
+}
+
+void EditForm::showEvent(QShowEvent* event) {
+    if (windowTitle().trimmed().isEmpty())
+        setWindowTitle(context_.caption(Text::EditForm));
+    edit_->setFocus();
+    edit_->selectAll();
+    QDialog::showEvent(event);
+}
+
+void EditForm::accept() {
+    context_.edit.EditCancelled = false;
+    context_.edit.EditResult = edit_->text().toStdString();
+    QDialog::accept();
+}
+
+void EditForm::reject() {
+    context_.edit.EditCancelled = true;
+    QDialog::reject();
+}
+
+} // namespace tollwick

@@ -1,0 +1,37 @@
+// The dialog of one field in which text and number settings are edited.
+#pragma once
+
+#include "ui/main/console_context.h"
+
+#include <QDialog>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace tollwick {
+
+class EditForm : public QDialog {
+    Q_OBJECT
+public:
+    // The outcome is written into the context's.
+    EditForm(ConsoleContext& context, QWidget* parent);
+
+    void setText(std::string_view utf8);
+    // To be set again before each exec(). `image_key` names a picture of 32 pixels.
+    void setCaptions(Text caption, Text label, std::string_view image_key);
+
+    void accept() override;
+    void reject() override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    ConsoleContext& context_;
+    QLabel* icon_;
+    QLabel* label_;
+    QLineEdit* edit_;
+};
+
+} // namespace tollwick

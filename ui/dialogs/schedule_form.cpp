@@ -1,0 +1,151 @@
+#include "ui/dialogs/schedule_form.h"
+
+#include "ui/main/svg_icons.h"
+#include "ui_schedule_form.h"
+
+#include <QTimer>
+
+namespace tollwick {
+namespace {
+
+constexpr int kIconSize = 32; // pixels
+
+} // namespace
+
+ScheduleForm::ScheduleForm(ConsoleContext& context, QWidget* parent)
+    : QDialog(parent), context_(context), ui_(std::make_unique<Ui::ScheduleForm>()),
+      intervals_(scheduleIntervals(context.main.texts())) {
+    ui_->setupUi(this);
+    setWindowTitle(context.caption(Text::ScheduleForm));
+    ui_->DaySelCap->setText(context.caption(Text::DaySelCap));
+    ui_->TimedOption->setText(context.caption(Text::TimedOption));
+    ui_->IntervalOption->setText(context.caption(Text::IntervalOption));
+    ui_->BetweenTxt1->setText(context.caption(Text::BetweenTxt1));
+    ui_->BetweenTxt2->setText(context.caption(Text::BetweenTxt2));
+    ui_->DelayTxt1->setText(context.caption(Text::DelayTxt1));
+    ui_->DelayTxt2->setText(context.caption(Text::DelayTxt2));
+    ui_->OkButton->setText(context.caption(Text::Ok));
+    ui_->CancelButton->setText(context.caption(Text::Cancel));
+    ui_->Timed->setAccessibleName(context.caption(Text::TimedOption));
+    ui_->IntervalCombo->setAccessibleName(context.caption(Text::IntervalOption));
+    ui_->Image1->setPixmap(
+        imageIcon("schedule32").pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
+
+    for (const std::string& day : scheduleDays(context.main.texts()))
+        ui_->DayCombo->addItem(QString::fromStdString(day));
+    for (const ScheduleInterval& interval : intervals_)
+        ui_->IntervalCombo->addItem(QString::fromStdString(interval.text));
+    for (QLineEdit* field : {ui_->Timed, ui_->BetweenFirst, ui_->BetweenSecond, ui_->Delay})
+        field->installEventFilter(this);
+
+    connect(ui_->TimedOption, &QRadioButton::toggled, this, &ScheduleForm::enableFields);
+    connect(ui_->OkButton, &QPushButton::clicked, this, &ScheduleForm::accept);
+    connect(ui_->CancelButton, &QPushButton::clicked, this, &ScheduleForm::reject);
+    show(entryOf(context.data.current_schedule).value_or(ScheduleEntry()));
+}
+
+ScheduleForm::~ScheduleForm() = default;
+
+void ScheduleForm::show(const ScheduleEntry& entry) {
+    ui_->DayCombo->setCurrentIndex(entry.day);
+    (entry.is_interval ? ui_->IntervalOption : ui_->TimedOption)->setChecked(true);
+    ui_->IntervalCombo->setCurrentIndex(entry.interval);
+    ui_->Timed->setText(QString::fromStdString(entry.timed));
+    ui_->BetweenFirst->setText(QString::fromStdString(entry.between_first));
+    ui_->BetweenSecond->setText(QString::fromStdString(entry.between_second));
+    ui_->Delay->setText(QString::fromStdString(entry.delay));
+    enableFields();
+}
+
+ScheduleEntry ScheduleForm::entry() const {
+    ScheduleEntry entry;
+    entry.day = ui_->DayCombo->currentIndex();
+    entry.is_interval = ui_->IntervalOption->isChecked();
+    entry.interval = ui_->IntervalCombo->currentIndex();
+    entry.timed = ui_->Timed->text().toStdString();
+    entry.between_first = ui_->BetweenFirst->text().toStdString();
+    entry.between_second = ui_->BetweenSecond->text().toStdString();
+    entry.delay = ui_->Delay->text().toStdString();
+    return entry;
+}
+
+void ScheduleForm::enableFields() {
+    const bool timed = ui_->TimedOption->isChecked();
+    ui_->Timed->setEnabled(timed);
+    for (QWidget* widget : std::initializer_list<QWidget*>{
+             ui_->IntervalCombo, ui_->BetweenTxt1, ui_->BetweenTxt2, ui_->BetweenFirst,
+             ui_->BetweenSecond, ui_->DelayTxt1, ui_->DelayTxt2, ui_->Delay})
+        widget->setEnabled(!timed);
+}
+
+QWidget* ScheduleForm::widgetOf(ScheduleField field) const {
+    switch (field) {
+    case ScheduleField::Day:
+        return ui_->DayCombo;
+    case ScheduleField::Timed:
+        return ui_->Timed;
+    case ScheduleField::BetweenFirst:
+        return ui_->BetweenFirst;
+    case ScheduleField::BetweenSecond:
+        return ui_->BetweenSecond;
+    case ScheduleField::Delay:
+        return ui_->Delay;
+    }
+    return nullptr;
+}
+
+void ScheduleForm::accept() {
+    context_.errors.guard(Routine::AddSchedule, [&](Integer&) { save(); });
+}
+
+void ScheduleForm::save() {
+    ScheduleEntry entered = entry();
+    const std::optional<ScheduleProblem> problem = checkSchedule(entered, intervals_);
+    // What passed is shown as it was completed, also when something behind it did not.
+    ui_->Timed->setText(QString::fromStdString(entered.timed));
+    ui_->BetweenFirst->setText(QString::fromStdString(entered.between_first));
+    ui_->BetweenSecond->setText(QString::fromStdString(entered.between_second));
+    if (problem) {
+        if (problem->beeps)
+            context_.prompter.beep();
+        context_.prompter.exclamation(context_.text(problem->text));
+        widgetOf(problem->field)->setFocus();
+        return;
+    }
+
+    ServiceData& service = context_.data;
+    const ScheduleRecord before = service.current_schedule;
+    const bool is_new = before.identity == 0;
+    storeSchedule(entered, service.current_schedule);
+    if (is_new && scheduleExists(service.current_schedule, service.schedules)) {
+        context_.prompter.beep();
+        context_.prompter.critical(context_.text(Text::ScheduleExists));
+        ui_->DayCombo->setFocus();
+        return;
+    }
+    const BusyPointer busy(context_.progress);
+    if (context_.requests.txSaveSchedule(is_new) != kFalse) {
+        service.current_schedule = before;
+        QDialog::reject();
+        return;
+    }
+    if (is_new)
+        service.schedules.push_back(service.current_schedule);
+    QDialog::accept();
+}
+
+void ScheduleForm::showEvent(QShowEvent* event) {
+    if (windowTitle().trimmed().isEmpty())
+        setWindowTitle(context_.caption(Text::ScheduleCaption));
+    QDialog::showEvent(event);
+}
+
+bool ScheduleForm::eventFilter(QObject* watched, QEvent* event) {
+    // A field that gets the focus, by a click too, has its text selected: typing replaces it.
+    if (event->type() == QEvent::FocusIn)
+        if (auto* field = qobject_cast<QLineEdit*>(watched))
+            QTimer::singleShot(0, field, &QLineEdit::selectAll);
+    return QDialog::eventFilter(watched, event);
+}
+
+} // namespace tollwick

@@ -1,0 +1,43 @@
+// The editor of one transport schedule: works on the current schedule and sends it to the service.
+#pragma once
+
+#include "ui/dialogs/schedule_rules.h"
+#include "ui/main/console_context.h"
+
+#include <QDialog>
+
+#include <memory>
+#include <vector>
+
+namespace Ui {
+class ScheduleForm;
+}
+
+namespace tollwick {
+
+class ScheduleForm : public QDialog {
+    Q_OBJECT
+public:
+    ScheduleForm(ConsoleContext& context, QWidget* parent);
+    ~ScheduleForm() override;
+
+    // Checks, stores and sends; closes when that is done or the link has failed.
+    void accept() override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void show(const ScheduleEntry& entry);
+    [[nodiscard]] ScheduleEntry entry() const;
+    void enableFields();
+    QWidget* widgetOf(ScheduleField field) const;
+    void save();
+
+    ConsoleContext& context_;
+    std::unique_ptr<Ui::ScheduleForm> ui_;
+    std::vector<ScheduleInterval> intervals_;
+};
+
+} // namespace tollwick

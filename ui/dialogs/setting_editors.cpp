@@ -1,0 +1,248 @@
+#include "ui/dialogs/setting_editors.h"
+
+#include "app/numeric.h"
+#include "ui/dialogs/edit_form.h"
+#include "ui/dialogs/setting_rules.h"
+#include "ui/main/node_keys.h"
+
+namespace tollwick {
+namespace {
+
+// What txSaveSettings would have to return for the warning about an IP number that no network adapter
+// has. It never does, so the warning never comes: wanted.
+constexpr Integer kNotAttached = 8;
+
+struct DialogTexts {
+    Text caption;
+    Text label;
+    std::string_view image_key;
+};
+
+constexpr DialogTexts kIpTexts{Text::EditIpCaption, Text::EditIpLabel, "netadress32"};
+constexpr DialogTexts kPortTexts{Text::EditPortCaption, Text::EditPortLabel, "portin32"};
+constexpr DialogTexts kDocViewerTexts{Text::DocViewerCaption, Text::DocViewerLabel, "paper32"};
+constexpr DialogTexts kPriorTexts{Text::CommandCaption, Text::PriorCommandLabel, "command32"};
+constexpr DialogTexts kAfterTexts{Text::CommandCaption, Text::AfterCommandLabel, "command32"};
+constexpr DialogTexts kDebugTexts{Text::DebugLevelCaption, Text::DebugLevelLabel, "debug32"};
+constexpr DialogTexts kPeriodTexts{Text::LogPeriodCaption, Text::LogPeriodLabel, "log32"};
+
+// Shows the dialog until the user cancels or enters a text that `is_refused`, having told why, lets
+// pass; the rejected text stays for correction. False after a cancel.
+template <class Refuse>
+bool editText(ConsoleContext& context, QWidget* window, const DialogTexts& texts,
+              std::string_view current, Refuse&& is_refused) {
+    EditForm form(context, window);
+    form.setText(current);
+    for (;;) {
+        form.setCaptions(texts.caption, texts.label, texts.image_key);
+        form.exec();
+        if (context.edit.EditCancelled)
+            return false;
+        if (!is_refused(context.edit.EditResult))
+            return true;
+        form.setText(context.edit.EditResult);
+    }
+}
+
+bool acceptAll(const std::string&) {
+    return false;
+}
+
+std::string trimmedBlanks(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos
+               ? std::string()
+               : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+} // namespace
+
+SettingEditors::SettingEditors(ConsoleContext& context, std::function<std::string()> selected_key,
+                               std::function<void(std::string_view)> rebuild, QWidget* window)
+    : context_(context), selected_key_(std::move(selected_key)), rebuild_(std::move(rebuild)),
+      window_(window) {}
+
+const SettingRow* SettingEditors::selectedRow(std::string_view node_key) const {
+    return findSettingRow(node_key, selected_key_());
+}
+
+void SettingEditors::tell(const StyledText& text) {
+    context_.prompter.tell(text.icon, context_.text(text.text));
+}
+
+void SettingEditors::EditAdminSetting() {
+    editAddress(node::Admin);
+}
+
+void SettingEditors::EditSmtpServiceSetting() {
+    editAddress(node::SmtpServer);
+}
+
+void SettingEditors::EditSmtpForwardSetting() {
+    editAddress(node::SmtpForward);
+}
+
+void SettingEditors::editAddress(std::string_view node_key) {
+    const SettingRow* row = selectedRow(node_key);
+    const AddressRule* rule = row ? findAddressRule(row->key) : nullptr;
+    if (!rule)
+        return;
+    if (std::holds_alternative<TextSetting>(row->place))
+        editIpNumber(*row, *rule);
+    else
+        editPort(*row, *rule);
+}
+
+void SettingEditors::editIpNumber(const SettingRow& row, const AddressRule& rule) {
+    VarText& setting = context_.data.settings.*std::get<TextSetting>(row.place).value;
+    const std::string PreviousValue = setting.text();
+    const auto isRefused = [&](const std::string& text) {
+        if (!InvalidIpNumber(text, context_.prompter))
+            return false;
+        tell(rule.invalid);
+        return true;
+    };
+    if (!editText(context_, window_, kIpTexts, PreviousValue, isRefused))
+        return;
+    const std::string& entered = context_.edit.EditResult;
+    if (rule.restart_notice && entered != PreviousValue)
+        tell(*rule.restart_notice);
+    setting = entered;
+    const Integer status = context_.requests.txSaveSettings();
+    if (rule.not_attached && status == kNotAttached) {
+        context_.prompter.beep();
+        tell(*rule.not_attached);
+    } else if (rule.not_attached && status != 0) {
+        return; // also for the answers 1 and 2, without a rebuild: wanted
+    }
+    rebuild_(row.node_key);
+}
+
+void SettingEditors::editPort(const SettingRow& row, const AddressRule& rule) {
+    Long& setting = context_.data.settings.*std::get<NumberSetting>(row.place).value;
+    const Long PreviousValue = setting;
+    std::optional<Long> entered;
+    const auto isRefused = [&](const std::string& text) {
+        entered = portNumber(text);
+        if (entered)
+            return false;
+        context_.prompter.beep();
+        tell(rule.invalid);
+        return true;
+    };
+    if (!editText(context_, window_, kPortTexts, std::to_string(PreviousValue), isRefused))
+        return;
+    if (rule.restart_notice && *entered != PreviousValue)
+        tell(*rule.restart_notice);
+    setting = *entered;
+    context_.requests.txSaveSettings();
+    rebuild_(row.node_key);
+}
+
+void SettingEditors::EditOptionSetting() {
+    const SettingRow* row = selectedRow(node::Options);
+    if (!row)
+        return;
+    if (const auto* text = std::get_if<TextSetting>(&row->place)) {
+        VarText& setting = context_.data.settings.*text->value;
+        if (!editText(context_, window_, kDocViewerTexts, setting.text(), acceptAll))
+            return;
+        setting = context_.edit.EditResult;
+        context_.requests.txSaveSettings();
+    } else {
+        flip(*row);
+        context_.requests.txSaveSettings();
+    }
+    rebuild_(row->node_key);
+}
+
+void SettingEditors::flip(const SettingRow& row) {
+    Integer& setting = context_.data.settings.*std::get<SwitchSetting>(row.place).value;
+    setting = flipped(setting);
+}
+
+void SettingEditors::EditUucpDaemonSetting() {
+    const SettingRow* row = selectedRow(node::UucpDaemon);
+    if (!row)
+        return;
+    SettingsRecord& settings = context_.data.settings;
+    if (row->key == "uucppriorcmd" || row->key == "uucpaftercmd")
+        return editCommand(*row);
+    if (row->key == "remotedebugginglevel")
+        return editDebuggingLevel(*row);
+
+    const Integer before = settings.force_send_params;
+    flip(*row);
+    if (row->key == "dischargecr") {
+        if (settings.discharge_cr != kFalse)
+            context_.prompter.exclamation(context_.text(Text::DischargeCrNote));
+        context_.requests.txSaveSettings();
+    } else {
+        if (settings.force_send_params != kFalse)
+            context_.prompter.exclamation(context_.text(Text::ForceSendParamsWarning));
+        // Compared with the other flag, not with its own value: wanted.
+        if (before != settings.discharge_cr)
+            context_.requests.txSaveSettings();
+    }
+    rebuild_(row->node_key);
+}
+
+void SettingEditors::editCommand(const SettingRow& row) {
+    VarText& setting = context_.data.settings.*std::get<TextSetting>(row.place).value;
+    const auto isRefused = [&](const std::string& text) {
+        if (!ContainsAnyChar(text, kCommandCharacters))
+            return false;
+        context_.prompter.beep();
+        context_.prompter.critical(
+            std::string(context_.text(Text::CommandInvalid)).append(kCommandCharactersShown));
+        return true;
+    };
+    const DialogTexts& texts = row.key == "uucppriorcmd" ? kPriorTexts : kAfterTexts;
+    if (editText(context_, window_, texts, setting.text(), isRefused)) {
+        setting = context_.edit.EditResult;
+        context_.requests.txSaveSettings();
+    }
+    rebuild_(row.node_key); // after a cancel, too
+}
+
+void SettingEditors::editDebuggingLevel(const SettingRow& row) {
+    VarText& setting = context_.data.settings.*std::get<TextSetting>(row.place).value;
+    if (!editText(context_, window_, kDebugTexts, setting.text(), acceptAll))
+        return;
+    setting = trimmedBlanks(context_.edit.EditResult);
+    if (!setting.bytes().empty())
+        context_.prompter.exclamation(context_.text(Text::DebugLevelWarning));
+    context_.requests.txSaveSettings();
+    rebuild_(row.node_key);
+}
+
+void SettingEditors::ToggleLogSwitch() {
+    const SettingRow* row = selectedRow(node::Logs);
+    if (!row)
+        return;
+    Integer& setting = context_.data.settings.*std::get<LogSetting>(row->place).value;
+    setting = flipped(setting);
+    context_.requests.txSaveSettings();
+    rebuild_(row->node_key);
+}
+
+void SettingEditors::EditLogPeriod() {
+    const SettingRow* row = selectedRow(node::Logs);
+    if (!row)
+        return;
+    Integer& period = context_.data.settings.*std::get<LogSetting>(row->place).period;
+    period = AskLogPeriod(period);
+    rebuild_(row->node_key); // after a cancel, too
+}
+
+Integer SettingEditors::AskLogPeriod(Integer period) {
+    if (!editText(context_, window_, kPeriodTexts, NumberToText(period), acceptAll))
+        return period;
+    const Integer entered = toInteger(numericValue(context_.edit.EditResult));
+    // Sent before the caller stores the new period, which so reaches the service with the next save:
+    // wanted.
+    context_.requests.txSaveSettings();
+    return entered;
+}
+
+} // namespace tollwick
