@@ -72,6 +72,21 @@ void appendCodePoint(std::string& utf8, char32_t code_point) {
     }
 }
 
+std::string toUpper(std::string_view utf8) {
+    std::string upper;
+    while (!utf8.empty()) {
+        char32_t c = takeCodePoint(utf8);
+        if ((c >= 'a' && c <= 'z') || (c >= 0xE0 && c <= 0xFE && c != 0xF7))
+            c -= 0x20;
+        else if (c == 0xFF)
+            c = 0x178; // y with diaeresis
+        else if (c == 0x153 || c == 0x161 || c == 0x17E)
+            c -= 1; // oe, s and z with caron
+        appendCodePoint(upper, c);
+    }
+    return upper;
+}
+
 bool isValidUtf8(std::string_view text) {
     while (!text.empty()) {
         const bool is_replacement = text.substr(0, 3) == "\xEF\xBF\xBD";

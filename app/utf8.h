@@ -14,6 +14,9 @@ char32_t takeCodePoint(std::string_view& utf8);
 
 void appendCodePoint(std::string& utf8, char32_t code_point);
 
+// Upper case of the letters of the western European code page; others stay as they are.
+std::string toUpper(std::string_view utf8);
+
 bool isValidUtf8(std::string_view text);
 
 } // namespace tollwick

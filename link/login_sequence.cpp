@@ -42,7 +42,11 @@ LoginOutcome LoginSequence::run() {
     progress_.setInfo(texts(Text::StatusConnected));
     switch (requests_.txAuthenticate()) {
     case kAuthenticated:
+        // Nothing of an earlier session is left when the fetching stops halfway.
         data_.settings = SettingsRecord();
+        data_.schedules.clear();
+        data_.hosts.clear();
+        data_.outbox.clear();
         requests_.RetrieveAll();
         return LoginOutcome::LoggedIn;
     case kAuthenticateFailed:

@@ -288,10 +288,14 @@ Integer Requests::txDeleteHostDirectory(const std::string& directory) {
 }
 
 Integer Requests::txGetAllOutbox() {
-    data_.outbox.clear();
-    return getList(catalogue::GetAllOutbox, kMostRecords, [this](const Comrecord& record) {
-        unpackRecord(record, data_.outbox.emplace_back());
-    });
+    // Windows go on showing the old mails until the new ones are there.
+    std::vector<OutboxRecord> outbox;
+    const Integer failed =
+        getList(catalogue::GetAllOutbox, kMostRecords, [&](const Comrecord& record) {
+            unpackRecord(record, outbox.emplace_back());
+        });
+    data_.outbox = std::move(outbox);
+    return failed;
 }
 
 Integer Requests::txDeleteOutboxMail(const OutboxRecord& mail, bool& removed) {

@@ -105,6 +105,8 @@ void ServiceLink::settle() {
 }
 
 void ServiceLink::SendComrecord(const Comrecord& record) {
+    if (waiting_) // the line belongs to the request that waits
+        return;
     sent_at_ = clock_.now().secondsSinceMidnight();
     ReplyArrived_ = 0;
     if (!isOpen())
@@ -140,7 +142,10 @@ void ServiceLink::reportReply(ReplyHandler handler) {
 }
 
 void ServiceLink::processEvents() {
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, kSliceMs);
+    QTimer slice; // an event of its own, so that the wait for one is bounded
+    slice.setSingleShot(true);
+    slice.start(kSliceMs);
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     since_events_.restart();
 }
 
@@ -182,6 +187,9 @@ void ServiceLink::onDisconnected() {
 }
 
 void ServiceLink::onError() {
+    // A slice of a wait that passed without data is no error of the link.
+    if (socket_.error() == QAbstractSocket::SocketTimeoutError && isOpen())
+        return;
     last_error_number_ = errorNumber(socket_.error());
     last_error_text_ = socket_.errorString().toStdString();
     // The service's closing of its end is an end, not a failure.

@@ -123,6 +123,8 @@ std::vector<HostRecord> sampleHosts() {
 
     HostRecord are = host(5, "Åre fjällstation", "are.corvale.example", "are", ByModem);
     are.do_not_use_tapi = kTrue;
+    are.tapi_location = "Hotell Örnsköldsvik";
+    are.tapi_device = "Standard 56000 bps Modem";
     are.phone_number = "0647-55501";
     are.script_file_name = "fjall.scp";
     are.connect_speed = 4; // 19200

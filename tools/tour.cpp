@@ -15,9 +15,11 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTimer>
 #include <QTreeWidgetItemIterator>
 
@@ -52,8 +54,9 @@ void rest(int milliseconds) {
 
 // Does something while a modal window is up, which `open` brings up and waits for.
 void during(const std::function<void()>& open, const std::function<void(QWidget*)>& act) {
+    const QWidget* before = QApplication::activeModalWidget();
     QTimer::singleShot(300, [&] {
-        waitFor("a dialog", [] { return QApplication::activeModalWidget() != nullptr; });
+        waitFor("a dialog", [&] { return QApplication::activeModalWidget() != before; });
         act(QApplication::activeModalWidget());
     });
     open();
@@ -69,8 +72,12 @@ public:
         rest(50);
         QPixmap picture = main_window->grab();
         QPainter painter(&picture);
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (window == main_window || !window->isVisible())
+        QWidgetList windows = QApplication::topLevelWidgets();
+        // The one that takes input lies on top.
+        windows.removeAll(QApplication::activeModalWidget());
+        windows.append(QApplication::activeModalWidget());
+        for (QWidget* window : windows) {
+            if (!window || window == main_window || !window->isVisible())
                 continue;
             const QPixmap over = window->grab();
             const QPoint place((picture.width() - over.width()) / 2,
@@ -170,6 +177,36 @@ void tour(const QString& folder, Integer lang_base) {
         during([&] { window->actions()->PropertiesMenu->trigger(); },
                [&](QWidget* form) {
                    camera.take(window, QStringLiteral("dialog-") + dialog.picture);
+                   form->close();
+               });
+    }
+
+    const char* const pages[] = {"general", "transport", "login", "script", "connection"};
+    window->tree()->setCurrentItem(findNode(window->tree(), "uucphosts"));
+    for (int row = 0; row < window->list()->model()->rowCount(); ++row) {
+        window->list()->setCurrentIndex(window->list()->model()->index(row, 0));
+        rest(150);
+        during([&] { window->actions()->PropertiesMenu->trigger(); },
+               [&](QWidget* form) {
+                   auto* tabs = form->findChild<QTabWidget*>("SysSetupTab");
+                   for (int page = row == 0 ? 0 : 4; page < 5; ++page) {
+                       tabs->setCurrentIndex(page);
+                       camera.take(window, QStringLiteral("host-%1-%2").arg(row).arg(pages[page]));
+                   }
+                   if (row == 0) {
+                       const auto press = [&](const char* button) {
+                           auto* found = form->findChild<QPushButton*>(QString::fromUtf8(button));
+                           during([&] { found->click(); },
+                                  [&](QWidget* picker) {
+                                      if (auto* makes = picker->findChild<QListWidget*>("List1"))
+                                          makes->setCurrentRow(3);
+                                      camera.take(window, button[0] == 'M' ? "modems" : "scripts");
+                                      picker->close();
+                                  });
+                       };
+                       press("Modems");
+                       press("BläddraButton");
+                   }
                    form->close();
                });
     }

@@ -2,6 +2,7 @@
 #include "tests/link/support/console.h"
 #include "tests/support/hex.h"
 
+#include <QTimer>
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -74,7 +75,12 @@ TEST(NumberedLists, AreEmptiedFirstAndKeepWhatHasComeWhenTheRestFails) {
     for (const Acts& end : {answer(2), answer(9), Acts{}, Acts{script::close}}) {
         const ScriptedPeer peer({schedule(1, 1), schedule(2, 2), end});
         Console console(peer);
-        console.link.setComTimeout(end.empty() ? kShortTimeout : 30);
+        QTimer hour_later; // for the request that gets no answer
+        QObject::connect(&hour_later, &QTimer::timeout, [&] {
+            if (peer.requests().size() == 3)
+                console.clock.set(13, 0, 0);
+        });
+        hour_later.start(1);
         console.data.schedules.resize(7);
         console.expectFailure("Unable to retrieve schedules from the Tollwick Service!");
         EXPECT_EQ(console.requests.txGetAllSchedules(), kTrue);

@@ -6,6 +6,8 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
+#include <optional>
+
 namespace tollwick {
 namespace {
 
@@ -95,8 +97,8 @@ TEST_F(ServiceLinkTest, ClosesWhenALineIsLongerThanAnyValidOne) {
 }
 
 TEST_F(ServiceLinkTest, AReplyThatComesTooLateIsNotTakenForTheNext) {
-    const ScriptedPeer peer(
-        {Acts{script::pause(300), script::send(line(script::record(8, 10)))}, answer(1, 11)});
+    ScriptedPeer peer(
+        {Acts{script::await, script::send(line(script::record(8, 10)))}, answer(1, 11)});
     console.connectTo(peer);
     link.setComTimeout(kShortTimeout);
     EXPECT_EQ(ask(), result::NoReply);
@@ -104,16 +106,18 @@ TEST_F(ServiceLinkTest, AReplyThatComesTooLateIsNotTakenForTheNext) {
     EXPECT_FALSE(link.hasFailed()); // waiting in vain is no error of the socket
     EXPECT_EQ(link.lastErrorNumber(), 0);
     link.setComTimeout(30);
+    peer.release();
     EXPECT_TRUE(waitUntil([&] { return replyNumber() == 10; }));
     EXPECT_EQ(ask(), 1);
     EXPECT_EQ(replyNumber(), 11);
 }
 
 TEST_F(ServiceLinkTest, DataWithoutARequestIsUnpackedAndForgotten) {
-    const ScriptedPeer peer({{.greeting = {script::send(ScriptedPeer::kKey), script::pause(30),
-                                           script::send(line(script::record(8, 10)))},
-                              .answers = {answer(1, 11)}}});
+    ScriptedPeer peer({{.greeting = {script::send(ScriptedPeer::kKey), script::await,
+                                     script::send(line(script::record(8, 10)))},
+                        .answers = {answer(1, 11)}}});
     console.connectTo(peer);
+    peer.release();
     EXPECT_TRUE(waitUntil([&] { return replyNumber() == 10; }));
     EXPECT_EQ(ask(), 1);
     EXPECT_EQ(replyNumber(), 11);
@@ -146,18 +150,18 @@ TEST_F(ServiceLinkTest, WithoutATimeOutLooksOnceAndReturns) {
 }
 
 TEST_F(ServiceLinkTest, AWaitThatSpansMidnightGoesOn) {
-    const auto askAcross = [&](int hour, int minute) {
-        console.clock.set(23, 59, 50);
-        QTimer::singleShot(20, &link, [&] { console.clock.set(hour, minute, 0); });
-        return ask();
-    };
-    const ScriptedPeer peer({Acts{script::pause(200), script::send(line(script::record(1)))}, {}});
+    ScriptedPeer peer({Acts{script::await, script::send(line(script::record(1)))}, {}});
     console.connectTo(peer);
     link.setComTimeout(5);
-    EXPECT_EQ(askAcross(0, 10), 1);
-    // The clock does decide: set on within the same day it ends the wait.
+    console.clock.set(23, 59, 50);
+    QTimer::singleShot(0, &link, [&] {
+        console.clock.set(0, 10, 0);
+        peer.release();
+    });
+    EXPECT_EQ(ask(), 1);
+    // Within one day the clock ends the wait.
     console.clock.set(12, 0, 0);
-    QTimer::singleShot(20, &link, [&] { console.clock.set(12, 10, 0); });
+    QTimer::singleShot(0, &link, [&] { console.clock.set(12, 10, 0); });
     EXPECT_EQ(ask(), result::NoReply);
 }
 
@@ -177,7 +181,7 @@ TEST_F(ServiceLinkTest, WithoutAConnectionAnswersAtOnce) {
 }
 
 TEST_F(ServiceLinkTest, LocksInputExactlyWhileItWaits) {
-    const ScriptedPeer peer({Acts{script::pause(150), script::send(line(script::record(1)))}});
+    ScriptedPeer peer({Acts{script::await, script::send(line(script::record(1)))}});
     console.connectTo(peer);
     EXPECT_EQ(console.lock.times, 0);
     int depth = -1;
@@ -185,6 +189,7 @@ TEST_F(ServiceLinkTest, LocksInputExactlyWhileItWaits) {
     QTimer::singleShot(0, &link, [&] { // windows get their turn during the wait
         depth = console.lock.depth;
         waiting = link.isWaiting();
+        peer.release();
     });
     EXPECT_EQ(ask(), 1);
     EXPECT_EQ(depth, 1);
@@ -225,19 +230,6 @@ TEST_F(ServiceLinkTest, AReplyCountsWhenTheServiceClosesRightBehindIt) {
             EXPECT_EQ(replyNumber(), 11);
         }
     }
-}
-
-TEST_F(ServiceLinkTest, ANewConnectionEndsTheOldOne) {
-    const ScriptedPeer old({Acts{script::send("AB")}});
-    const ScriptedPeer peer({answer(1, 11)});
-    console.connectTo(old);
-    link.setComTimeout(kShortTimeout);
-    EXPECT_EQ(ask(), result::NoReply);
-    link.setComTimeout(30);
-    console.connectTo(peer);
-    EXPECT_TRUE(waitUntil([&] { return old.ended() == 1; }));
-    EXPECT_EQ(ask(), 1);
-    EXPECT_EQ(peer.requests().size(), 1u);
 }
 
 TEST_F(ServiceLinkTest, AnIdleWaitSleeps) {

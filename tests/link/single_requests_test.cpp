@@ -69,7 +69,7 @@ TEST(SingleRequests, KeepTheRecordOfTheReply) {
     host.record_number = 4;
     ScriptRecord script;
     script.file_name = "a.scp";
-    script.text = "wait 5 \n ";
+    script.text = "wait 5 \n";
     const ScriptedPeer peer({answer(script::recordWith(settings)),
                              answer(script::recordWith(schedule)), answer(script::recordWith(host)),
                              answer(script::recordWith(script)), answer(result::EndOfList)});
@@ -89,26 +89,6 @@ TEST(SingleRequests, KeepTheRecordOfTheReply) {
     // An answer without a record leaves the last one.
     EXPECT_EQ(console.requests.txGetSettings(), 0);
     EXPECT_EQ(console.data.settings, settings);
-}
-
-TEST(SingleRequests, FailedOnesLeaveTheRecordsAsTheyWere) {
-    const ScriptedPeer peer(std::vector<ScriptedPeer::Acts>{answer(2)});
-    Console console;
-    console.data.script.text = "old";
-    console.data.current_host.mail_limit = 5;
-    const HostRecord host = console.data.current_host;
-    bool received = true;
-
-    console.connectTo(peer);
-    console.expectFailure("Unable to retrieve Script from the Tollwick Service!");
-    EXPECT_EQ(console.requests.txGetScript("a.scp", received), kTrue);
-    EXPECT_FALSE(received);
-    EXPECT_EQ(console.data.script.text.text(), "old");
-
-    console.connectTo(peer);
-    console.expectFailure("Unable to transmit data to the Tollwick Service!");
-    EXPECT_EQ(console.requests.txSaveHost(false), kTrue);
-    EXPECT_EQ(console.data.current_host, host);
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 #include "tests/ui/support/console_test.h"
+#include "ui/main/command_rules.h"
+#include "ui/main/node_keys.h"
 
 #include <QAbstractButton>
-
-#include <set>
 
 namespace tollwick {
 namespace {
@@ -21,15 +21,25 @@ struct Deletion {
     const char* question;
     ObjectClass object_class;
     const char* failure;
+    Lines gone; // after three times the second row
 };
 
-constexpr Deletion kDeletions[] = {
-    {"schedule", kDeleteSchedule, ObjectClass::Schedule,
-     "Unable to remove schedule from the Tollwick Service!"},
-    {"uucphosts", kDeleteHost, ObjectClass::Host,
-     "Unable to remove host from the Tollwick Service!"},
-    {"outbox", kDeleteMail, ObjectClass::OutboxMail,
-     "Unable to remove the selected mail from the Tollwick Service!"},
+const Deletion kDeletions[] = {
+    {"schedule",
+     kDeleteSchedule,
+     ObjectClass::Schedule,
+     "Unable to remove schedule from the Tollwick Service!",
+     {"schedule 2", "schedule 3", "schedule 5"}},
+    {"uucphosts",
+     kDeleteHost,
+     ObjectClass::Host,
+     "Unable to remove host from the Tollwick Service!",
+     {"host 3", "host 4", "host 5", "directory gbglager", "directory sthlm", "directory are"}},
+    {"outbox",
+     kDeleteMail,
+     ObjectClass::OutboxMail,
+     "Unable to remove the selected mail from the Tollwick Service!",
+     {"mail D.corv0A18", "mail D.corv0A19", "mail D.corv0A1A"}},
 };
 
 class CommandTest : public ConsoleTest {
@@ -56,15 +66,11 @@ protected:
         clickRow(row);
     }
     std::string rowText(int row) { return listed().at(static_cast<std::size_t>(row) + 1); }
-    std::string enabled() {
-        std::set<std::string> names;
-        for (const QAction* action : window().findChildren<QAction*>())
-            if (!action->objectName().isEmpty() && action->isEnabled() && !action->menu())
-                names.insert(action->objectName().toStdString());
-        std::string line;
-        for (const std::string& name : names)
-            line += ' ' + name;
-        return line;
+    void refuse(ObjectClass object_class) {
+        onServer([&](Server& s) {
+            s.faults().only_class = object_class;
+            s.faults().result = result::Refused;
+        });
     }
 };
 
@@ -92,8 +98,6 @@ TEST_P(DeletionTest, IsAskedForAndDone) {
     EXPECT_EQ(held(), before);
 
     Lines rows = listed();
-    Lines left = before;
-    const auto gone = [&](const char* name) { std::erase(left, name); };
     for (int way = 0; way < 3; ++way) {
         select(GetParam().node, 1);
         boxes.expectQuestion(GetParam().question, QMessageBox::Yes);
@@ -102,20 +106,9 @@ TEST_P(DeletionTest, IsAskedForAndDone) {
         EXPECT_EQ(listed(), rows);
         EXPECT_EQ(info(), "Ready");
     }
-    switch (GetParam().object_class) {
-    case ObjectClass::Schedule:
-        for (const char* name : {"schedule 2", "schedule 3", "schedule 5"})
-            gone(name);
-        break;
-    case ObjectClass::Host:
-        for (const char* name : {"host 3", "host 4", "host 5", "directory gbglager",
-                                 "directory sthlm", "directory are"})
-            gone(name);
-        break;
-    default:
-        for (const char* name : {"mail D.corv0A18", "mail D.corv0A19", "mail D.corv0A1A"})
-            gone(name);
-    }
+    Lines left = before;
+    for (const std::string& name : GetParam().gone)
+        std::erase(left, name);
     EXPECT_EQ(held(), left);
     EXPECT_TRUE(context().link.isOpen());
 }
@@ -124,10 +117,7 @@ TEST_P(DeletionTest, ThatIsRefusedEndsTheConnection) {
     logIn();
     select(GetParam().node, 1);
     const Lines before = held();
-    onServer([](Server& s) {
-        s.faults().only_class = GetParam().object_class;
-        s.faults().result = result::Refused;
-    });
+    refuse(GetParam().object_class);
     boxes.expectQuestion(GetParam().question, QMessageBox::Yes);
     boxes.expectBox(QMessageBox::Critical, std::string(GetParam().failure) + kTerminated,
                     [this](QMessageBox&) { EXPECT_EQ(tree().size(), 15U); });
@@ -151,7 +141,7 @@ TEST_P(DeletionTest, DoesNothingWhenTheConnectionIsLostBehindTheQuestion) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, DeletionTest, testing::ValuesIn(kDeletions),
-                         [](const auto& info) { return info.param.node; });
+                         [](const auto& test) { return test.param.node; });
 
 TEST_F(CommandTest, ASpoolDirectoryGoesWithItsLastHost) {
     onServer([](Server& s) { s.site().hosts[3].spool_directory = "gbglager"; });
@@ -169,10 +159,7 @@ TEST_F(CommandTest, ASpoolDirectoryGoesWithItsLastHost) {
 TEST_F(CommandTest, ASpoolDirectoryThatStaysEndsTheConnection) {
     logIn();
     select("uucphosts", 0);
-    onServer([](Server& s) {
-        s.faults().only_class = ObjectClass::HostDirectory;
-        s.faults().result = result::Refused;
-    });
+    refuse(ObjectClass::HostDirectory);
     boxes.expectQuestion(kDeleteHost, QMessageBox::Yes);
     boxes.expectBox(QMessageBox::Critical,
                     std::string("Unable to delete hostdirectory through the Tollwick Service!") +
@@ -199,8 +186,8 @@ TEST_F(CommandTest, QuestionsSpeakSwedish) {
     set(setting::CountryCode, "4000");
     logIn();
     select("schedule", 0);
-    boxes.expectQuestion("Du har valt att ta bort ett schema!\nVill du fortsätta?",
-                         QMessageBox::No, [](QMessageBox& box) {
+    boxes.expectQuestion("Du har valt att ta bort ett schema!\nVill du fortsätta?", QMessageBox::No,
+                         [](QMessageBox& box) {
                              EXPECT_EQ(box.button(QMessageBox::Yes)->text(), "Ja");
                              EXPECT_EQ(box.button(QMessageBox::No)->text(), "Nej");
                          });
@@ -228,67 +215,47 @@ TEST_F(CommandTest, RefreshKeepsTheSelectedMail) {
     EXPECT_EQ(list().selectedRow(), -1);
 }
 
-TEST_F(CommandTest, AreOfferedWhereTheNodeGivesThemAnAction) {
-    const std::string always = " AboutMenu ContentsMenu CorvaleFaqMenu CorvaleWWWMenu Exitmenu";
-    const std::string closed = " LoginMenu toolbar_login";
-    const std::string open =
-        " CancelUucpTransportMenu LogOffMenu UucpTransportNowMenu toolbar_logout";
-    const std::string add_schedule = " AddMenu toolbar_addschedule";
-    const std::string add_host = " AddMenu toolbar_adduucphost";
-    const std::string change = " PropertiesMenu toolbar_properties";
-    const std::string remove = " DeleteMenu toolbar_delete";
-    const std::string toggle = " Toggmenu";
-    const struct {
-        const char* node;
-        std::string without_row;
-        std::string with_row; // in addition
-    } cases[] = {
-        {"servername", "", ""},
-        {"configuration", "", ""},
-        {"loginaccount", change, ""},
-        {"schedule", add_schedule, change + remove},
-        {"system", "", ""},
-        {"admin", "", change},
-        {"logs", "", change + toggle},
-        {"options", "", change + toggle},
-        {"smtpserver", "", change},
-        {"smtpforward", "", change},
-        {"uucpdaemon", "", change + toggle},
-        {"uucphosts", add_host, change + remove},
-        {"view", "", ""},
-        {"outbox", " Refreshmenu", remove},
-        {"uucpmonitor", " Cancelmenu", ""},
+TEST_F(CommandTest, FollowConnectionNodeAndRow) {
+    constexpr const char* kItems[] = {"AddMenu",
+                                      "DeleteMenu",
+                                      "PropertiesMenu",
+                                      "Toggmenu",
+                                      "OpenMenu",
+                                      "Refreshmenu",
+                                      "Cancelmenu",
+                                      "toolbar_addschedule",
+                                      "toolbar_adduucphost",
+                                      "toolbar_delete",
+                                      "toolbar_properties"};
+    const auto expectEnabled = [&](bool connected, const char* node_key, bool has_row) {
+        tick();
+        const EnableFlags flags = enableFlags({connected, node_key, has_row});
+        for (std::size_t i = 0; i < flags.size(); ++i)
+            EXPECT_EQ(action(kItems[i])->isEnabled(), flags[i] == kOn) << node_key << kItems[i];
+        for (const char* name :
+             {"LogOffMenu", "UucpTransportNowMenu", "CancelUucpTransportMenu", "toolbar_logout"})
+            EXPECT_EQ(action(name)->isEnabled(), connected) << name;
+        for (const char* name : {"LoginMenu", "toolbar_login"})
+            EXPECT_EQ(action(name)->isEnabled(), !connected) << name;
+        for (const char* name : {"TollwickServiceStart", "TollwickserviceStop"})
+            EXPECT_FALSE(action(name)->isEnabled()) << name;
     };
-    const auto sorted = [](const std::string& names) {
-        std::istringstream words(names);
-        const std::set<std::string> set(std::istream_iterator<std::string>(words), {});
-        std::string line;
-        for (const std::string& name : set)
-            line += ' ' + name;
-        return line;
-    };
-
     ASSERT_TRUE(start());
-    EXPECT_EQ(enabled(), sorted(always + closed));
-    for (const char* name : {"AddMenu", "DeleteMenu", "PropertiesMenu", "Toggmenu", "OpenMenu",
-                             "Refreshmenu", "Cancelmenu"})
-        EXPECT_TRUE(action(name)->isVisible()) << name;
+    expectEnabled(false, "", false);
+    for (std::size_t i = 0; i < kMenuItems; ++i)
+        EXPECT_TRUE(action(kItems[i])->isVisible()) << kItems[i];
     logIn();
     stopTimer();
-    EXPECT_EQ(std::size(cases), tree().size());
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.node);
-        clickNode(c.node);
-        tick();
-        EXPECT_EQ(enabled(), sorted(always + open + c.without_row));
-        if (list().model()->rowCount() > 0)
+    for (const TreeNode& tree_node : treeNodes()) {
+        clickNode(std::string(tree_node.key));
+        expectEnabled(true, tree_node.key.data(), false);
+        if (list().model()->rowCount() > 0) {
             clickRow(0);
-        tick();
-        EXPECT_EQ(enabled(), sorted(always + open + c.without_row + c.with_row));
+            expectEnabled(true, tree_node.key.data(), true);
+        }
     }
     context().link.Close();
-    tick();
-    EXPECT_EQ(enabled(), sorted(always + closed));
+    expectEnabled(false, "", false);
 }
 
 } // namespace

@@ -120,10 +120,11 @@ TEST_F(MainFormTest, AnImpossiblePlacementIsLoggedAndLeftAlone) {
     EXPECT_NE(system_log.entries.back().find("Overflow"), std::string::npos)
         << system_log.entries.back();
 
-    setPlacement("x y 1500z -9000.4 6000 x");
+    setPlacement("x y 1500z 9000.4 6000 -x");
     ASSERT_TRUE(start());
-    EXPECT_EQ(window().y(), 100);
-    EXPECT_EQ(find("Tree")->width(), std::min(1500 / 15, window().width() - 1500 / 15));
+    EXPECT_EQ(window().pos(), QPoint(0, 100));
+    EXPECT_EQ(window().size(), QSize(600, 400));
+    EXPECT_EQ(find("Tree")->width(), 1500 / 15);
 }
 
 TEST_F(MainFormTest, TheSplitterFollowsTheMouseWithinItsMargins) {

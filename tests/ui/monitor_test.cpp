@@ -39,8 +39,10 @@ TEST_F(MonitorTest, AsksOnEveryEleventhTickWhileItIsShown) {
     EXPECT_EQ(polls(), 0);
     tickTimes(1);
     EXPECT_EQ(polls(), 1);
-    tickTimes(22);
-    EXPECT_EQ(polls(), 3);
+    for (int polls_then = 2; polls_then <= 3; ++polls_then) {
+        tickTimes(11);
+        EXPECT_EQ(polls(), polls_then);
+    }
 
     // The count goes on where it stood.
     tickTimes(5);
@@ -164,11 +166,9 @@ TEST_F(MonitorTest, ADroppedConnectionIsNoticedWithinATick) {
     EXPECT_TRUE(tree().empty());
     EXPECT_EQ(listed(), Lines{""});
     EXPECT_EQ(info(), "Connection closed.");
-    for (const char* name : {"LogOffMenu", "UucpTransportNowMenu", "CancelUucpTransportMenu",
-                             "toolbar_logout", "toolbar_delete", "PropertiesMenu"})
+    EXPECT_TRUE(action("LoginMenu")->isEnabled());
+    for (const char* name : {"LogOffMenu", "DeleteMenu"})
         EXPECT_FALSE(action(name)->isEnabled()) << name;
-    for (const char* name : {"LoginMenu", "toolbar_login"})
-        EXPECT_TRUE(action(name)->isEnabled()) << name;
 }
 
 } // namespace

@@ -40,37 +40,39 @@ TEST_F(WaitingTest, NoWindowTakesInputUntilTheTimeOut) {
     clickRow(2);
     neverReply(ObjectClass::OutboxMail);
     boxes.expectBox(QMessageBox::Critical, kNoOutbox);
-    inRequest(
-        [this] { trigger("Refreshmenu"); },
-        [this] {
-            EXPECT_EQ(info(), "Retrieving outbox contents...");
-            ConfigTree* tree = window().tree();
-            const QRect schedules = tree->visualItemRect(node("schedule"));
-            QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, schedules.center());
-            QTest::keyClick(tree, Qt::Key_Up);
-            QTest::keyClick(&list(), Qt::Key_Up);
-            QTest::keyClick(&list(), Qt::Key_Delete);
-            QTest::keyClick(&window(), Qt::Key_F1);
-            QTest::keyClick(&window(), Qt::Key_F, Qt::AltModifier);
-            QMenuBar* menus = window().menuBar();
-            QTest::mouseClick(menus, Qt::LeftButton, {},
-                              menus->actionGeometry(menus->actions().first()).center());
-            EXPECT_EQ(tree->selectedKey(), "outbox");
-            EXPECT_EQ(list().selectedRow(), 2);
-            EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
-            EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    inRequest([this] { trigger("Refreshmenu"); },
+              [this] {
+                  EXPECT_EQ(info(), "Retrieving outbox contents...");
+                  list().viewport()->repaint();
+                  EXPECT_EQ(listed().size(), 13U)
+                      << "the old mails stay until the new ones are there";
+                  ConfigTree* tree = window().tree();
+                  const QRect schedules = tree->visualItemRect(node("schedule"));
+                  QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, schedules.center());
+                  QTest::keyClick(tree, Qt::Key_Up);
+                  QTest::keyClick(&list(), Qt::Key_Up);
+                  QTest::keyClick(&list(), Qt::Key_Delete);
+                  QTest::keyClick(&window(), Qt::Key_F1);
+                  QTest::keyClick(&window(), Qt::Key_F, Qt::AltModifier);
+                  QMenuBar* menus = window().menuBar();
+                  QTest::mouseClick(menus, Qt::LeftButton, {},
+                                    menus->actionGeometry(menus->actions().first()).center());
+                  EXPECT_EQ(tree->selectedKey(), "outbox");
+                  EXPECT_EQ(list().selectedRow(), 2);
+                  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+                  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 
-            int ticks = 0;
-            QTimer timer;
-            timer.callOnTimeout([&] { ++ticks; });
-            timer.start(1);
-            EXPECT_TRUE(waitUntil([&] { return ticks > 20; }));
-            clock.time.hundredths += 99;
-            EXPECT_TRUE(waitUntil([&] { return ticks > 40; }));
-            EXPECT_TRUE(context().link.isWaiting());
-            EXPECT_EQ(requestCount(ObjectClass::OutboxMail), 14) << "13 at the login";
-            runOutOfTime();
-        });
+                  int ticks = 0;
+                  QTimer timer;
+                  timer.callOnTimeout([&] { ++ticks; });
+                  timer.start(1);
+                  EXPECT_TRUE(waitUntil([&] { return ticks > 20; }));
+                  clock.time.hundredths += 99;
+                  EXPECT_TRUE(waitUntil([&] { return ticks > 40; }));
+                  EXPECT_TRUE(context().link.isWaiting());
+                  EXPECT_EQ(requestCount(ObjectClass::OutboxMail), 14) << "13 at the login";
+                  runOutOfTime();
+              });
     EXPECT_TRUE(isLoggedOut());
     EXPECT_TRUE(boxes.done());
 
@@ -128,9 +130,11 @@ TEST_F(WaitingTest, ALostConnectionEndsTheWaitAtOnce) {
     logIn();
     clickNode("outbox");
     neverReply(ObjectClass::OutboxMail);
-    boxes.expectBox(QMessageBox::Critical, kNoOutbox);
+    boxes.expectBox(QMessageBox::Critical, kNoOutbox,
+                    [this](QMessageBox&) { EXPECT_TRUE(isLoggedOut()); });
     inRequest([this] { trigger("Refreshmenu"); },
               [this] { onServer([](Server& s) { s.closeConnections(); }); });
+    tick();
     EXPECT_TRUE(isLoggedOut());
 }
 

@@ -15,6 +15,13 @@ double comparableTime(std::string_view time) {
     return numericValue(std::string(time.substr(0, 2)).append(minutes));
 }
 
+// The field's text without blanks at either end.
+template <std::size_t N>
+std::string trimmed(const FixedText<N>& field) {
+    std::string text = field.text();
+    return text.erase(0, text.find_first_not_of(' '));
+}
+
 } // namespace
 
 std::optional<Text> timeProblem(std::string& text) {
@@ -45,9 +52,9 @@ std::optional<ScheduleEntry> entryOf(const ScheduleRecord& record) {
     entry.day = record.day;
     entry.is_interval = record.timed == 0;
     entry.interval = record.interval;
-    entry.timed = record.at_time.text();
-    entry.between_first = record.between_first.text();
-    entry.between_second = record.between_second.text();
+    entry.timed = trimmed(record.at_time);
+    entry.between_first = trimmed(record.between_first);
+    entry.between_second = trimmed(record.between_second);
     entry.delay = std::to_string(record.delay);
     return entry;
 }

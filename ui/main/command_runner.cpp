@@ -2,6 +2,7 @@
 
 #include "ui/dialogs/new_login_form.h"
 #include "ui/dialogs/schedule_form.h"
+#include "ui/hostsetup/host_setup_form.h"
 #include "ui/main/config_tree.h"
 #include "ui/main/list_view.h"
 #include "ui/main/node_keys.h"
@@ -25,6 +26,10 @@ void CommandRunner::run(Action action) {
         return addSchedule();
     case Action::EditSchedule:
         return EditSchedule();
+    case Action::AddHost:
+        return addHost();
+    case Action::EditHost:
+        return EditHost();
     case Action::EditAdminSetting:
         return editors_.EditAdminSetting();
     case Action::EditSmtpServiceSetting:
@@ -57,8 +62,13 @@ void CommandRunner::showNode(const std::string& node_key) {
 }
 
 void CommandRunner::rebuild(std::string_view node_key) {
+    rebuild(node_key, list_.selectedIdentity());
+}
+
+void CommandRunner::rebuild(std::string_view node_key, const std::string& selected_identity) {
     if (tree_.selectedKey() == node_key)
-        list_.refill(listContents(node_key, context_.data, context_.main.texts()));
+        list_.refill(listContents(node_key, context_.data, context_.main.texts()),
+                     selected_identity);
 }
 
 void CommandRunner::changeLogin() {
@@ -66,26 +76,48 @@ void CommandRunner::changeLogin() {
     rebuild(node::LoginAccount);
 }
 
+template <class Form>
+void CommandRunner::showForm(Text caption, std::string_view node_key) {
+    Form form(context_, window_);
+    form.setWindowTitle(context_.caption(caption));
+    form.exec();
+    rebuild(node_key);
+}
+
+template <class Form, class Record>
+void CommandRunner::editSelected(std::vector<Record>& records, Record& current, Text caption,
+                                 std::string_view node_key) {
+    const Record* record = selected(records);
+    if (!record)
+        return;
+    const auto row = static_cast<std::size_t>(record - records.data());
+    current = *record;
+    Form form(context_, window_);
+    form.setWindowTitle(context_.caption(caption));
+    form.exec();
+    // Taken back in every case: after a cancel it is what it was.
+    records.at(row) = current;
+    rebuild(node_key);
+}
+
 void CommandRunner::addSchedule() {
     context_.data.current_schedule = EmptyScheduleRecord;
-    ScheduleForm form(context_, window_);
-    form.setWindowTitle(context_.caption(Text::AddScheduleCaption));
-    form.exec();
-    rebuild(node::Schedule);
+    showForm<ScheduleForm>(Text::AddScheduleCaption, node::Schedule);
 }
 
 void CommandRunner::EditSchedule() {
-    const int row = list_.selectedRow();
-    ServiceData& data = context_.data;
-    if (!selected(data.schedules))
-        return;
-    data.current_schedule = data.schedules[static_cast<std::size_t>(row)];
-    ScheduleForm form(context_, window_);
-    form.setWindowTitle(context_.caption(Text::EditScheduleCaption));
-    form.exec();
-    // Taken back in every case: after a cancel it is what it was.
-    data.schedules[static_cast<std::size_t>(row)] = data.current_schedule;
-    rebuild(node::Schedule);
+    editSelected<ScheduleForm>(context_.data.schedules, context_.data.current_schedule,
+                               Text::EditScheduleCaption, node::Schedule);
+}
+
+void CommandRunner::addHost() {
+    context_.data.current_host = EmptyHostRecord;
+    showForm<HostSetupForm>(Text::AddHostCaption, node::UucpHosts);
+}
+
+void CommandRunner::EditHost() {
+    editSelected<HostSetupForm>(context_.data.hosts, context_.data.current_host,
+                                Text::EditHostCaption, node::UucpHosts);
 }
 
 template <class Record>
@@ -166,8 +198,9 @@ void CommandRunner::deleteMail() {
 
 void CommandRunner::refreshOutbox() {
     const BusyPointer busy(context_.progress);
+    const std::string selected = list_.selectedIdentity();
     const bool failed = context_.requests.txGetAllOutbox() != kFalse;
-    rebuild(node::Outbox);
+    rebuild(node::Outbox, selected);
     if (!failed)
         context_.progress.setInfo(context_.text(Text::Ready));
 }

@@ -29,13 +29,24 @@ public:
 private:
     // Fills the list of this node anew if it is the one that is shown.
     void rebuild(std::string_view node_key);
+    // For data in which the selected row may have moved: its identity from before the change.
+    void rebuild(std::string_view node_key, const std::string& selected_identity);
     void changeLogin();
     void addSchedule();
     void EditSchedule();
+    void addHost();
+    void EditHost();
     void deleteSchedule();
     void deleteHost();
     void deleteMail();
     void refreshOutbox();
+    // Shows a dialog for a new record, which it adds to its list itself.
+    template <class Form>
+    void showForm(Text caption, std::string_view node_key);
+    // Shows a dialog for the selected record, as `current`.
+    template <class Form, class Record>
+    void editSelected(std::vector<Record>& records, Record& current, Text caption,
+                      std::string_view node_key);
     // The element of `records` that the user sees as selected, or nullptr.
     template <class Record>
     Record* selected(std::vector<Record>& records);

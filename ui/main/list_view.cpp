@@ -34,13 +34,12 @@ void ListView::showContents(ListContents contents) {
     layOutColumns();
 }
 
-void ListView::refill(ListContents contents) {
-    const int row = selectedRow();
-    const std::string identity = row >= 0 ? list_model_->identity(row) : std::string();
+void ListView::refill(ListContents contents, const std::string& selected_identity) {
     list_model_->setContents(std::move(contents));
-    const int again = row >= 0 ? list_model_->findIdentity(identity) : -1;
-    if (again >= 0)
-        setCurrentIndex(list_model_->index(again, 0));
+    const int row =
+        selected_identity.empty() ? -1 : list_model_->findIdentity(selected_identity);
+    if (row >= 0)
+        setCurrentIndex(list_model_->index(row, 0));
 }
 
 void ListView::removeRow(int row) {
@@ -56,6 +55,11 @@ std::string ListView::selectedKey() const {
     const int row = selectedRow();
     return row < 0 ? std::string()
                    : list_model_->index(row, 0).data(kKeyRole).toString().toStdString();
+}
+
+std::string ListView::selectedIdentity() const {
+    const int row = selectedRow();
+    return row < 0 ? std::string() : list_model_->identity(row);
 }
 
 void ListView::keyPressEvent(QKeyEvent* event) {

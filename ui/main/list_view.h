@@ -16,8 +16,8 @@ public:
 
     // Shows other contents, with their own columns.
     void showContents(ListContents contents);
-    // Shows the contents of the same list again; the row that was selected stays so.
-    void refill(ListContents contents);
+    // Shows the contents of the same list again and selects the row with this identity, if any.
+    void refill(ListContents contents, const std::string& selected_identity);
     void removeRow(int row);
     void setCell(int row, int column, const std::string& text) {
         list_model_->setCell(row, column, text);
@@ -28,6 +28,8 @@ public:
     [[nodiscard]] int selectedRow() const;
     // Its key, or an empty text.
     [[nodiscard]] std::string selectedKey() const;
+    // What tells it apart from the other rows, or an empty text.
+    [[nodiscard]] std::string selectedIdentity() const;
 
 signals:
     void rowActivated();

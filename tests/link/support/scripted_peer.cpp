@@ -49,11 +49,22 @@ ScriptedPeer::ScriptedPeer(std::vector<Connection> script) : script_(std::move(s
 }
 
 ScriptedPeer::~ScriptedPeer() {
+    {
+        const std::lock_guard lock(mutex_);
+        stopping_ = true;
+    }
+    wake_.notify_one();
     ::close(stop_[1]);
     if (thread_.joinable())
         thread_.join();
     ::close(stop_[0]);
     ::close(listener_);
+}
+
+void ScriptedPeer::release() {
+    const std::lock_guard lock(mutex_);
+    ++releases_;
+    wake_.notify_one();
 }
 
 std::size_t ScriptedPeer::connections() const {
@@ -128,6 +139,14 @@ bool ScriptedPeer::perform(int socket, const Acts& acts) {
         case Act::Kind::Pause:
             waitReadable(-1, act.milliseconds);
             break;
+        case Act::Kind::Await: {
+            std::unique_lock lock(mutex_);
+            wake_.wait(lock, [this] { return releases_ > 0 || stopping_; });
+            if (stopping_)
+                return false;
+            --releases_;
+            break;
+        }
         case Act::Kind::Close:
             return false;
         case Act::Kind::Reset: {

@@ -4,6 +4,7 @@
 
 #include "link/record_packing.h"
 
+#include <condition_variable>
 #include <cstdint>
 #include <mutex>
 #include <string>
@@ -24,6 +25,7 @@ public:
             Send,       // in one piece
             SendSingly, // byte by byte, each on its own way
             Pause,
+            Await, // until the test says release()
             Close,
             Reset,
             EndSending, // closes its own direction and goes on reading
@@ -47,6 +49,8 @@ public:
     ScriptedPeer(const ScriptedPeer&) = delete;
     ScriptedPeer& operator=(const ScriptedPeer&) = delete;
 
+    void release();
+
     [[nodiscard]] std::uint16_t port() const { return port_; }
     // Connections so far, and those of them that have ended, whoever ended them.
     [[nodiscard]] std::size_t connections() const;
@@ -68,6 +72,9 @@ private:
     std::uint16_t port_ = 0;
 
     mutable std::mutex mutex_; // guards what follows
+    std::condition_variable wake_;
+    std::size_t releases_ = 0; // that nobody has awaited yet
+    bool stopping_ = false;
     std::vector<std::string> requests_;
     std::size_t connections_ = 0;
     std::size_t ended_ = 0;
@@ -91,6 +98,7 @@ inline ScriptedPeer::Act sendSingly(std::string_view bytes) {
 inline ScriptedPeer::Act pause(int milliseconds) {
     return {ScriptedPeer::Act::Kind::Pause, {}, milliseconds};
 }
+inline const ScriptedPeer::Act await{ScriptedPeer::Act::Kind::Await};
 inline const ScriptedPeer::Act close{ScriptedPeer::Act::Kind::Close};
 inline const ScriptedPeer::Act reset{ScriptedPeer::Act::Kind::Reset};
 inline const ScriptedPeer::Act endSending{ScriptedPeer::Act::Kind::EndSending};

@@ -32,14 +32,12 @@ std::string describe(QMessageBox::Icon icon, const std::string& title, const std
 
 std::string describe(const QMessageBox& box) {
     std::string buttons;
-    for (const auto& [button, name] : {std::pair{QMessageBox::Ok, "Ok"},
-                                       {QMessageBox::Yes, "Yes"},
-                                       {QMessageBox::No, "No"}})
+    for (const auto& [button, name] :
+         {std::pair{QMessageBox::Ok, "Ok"}, {QMessageBox::Yes, "Yes"}, {QMessageBox::No, "No"}})
         if (box.button(button))
-            buttons += box.button(button) == box.defaultButton() ? '(' + std::string(name) + ')'
-                                                                 : name;
-    return describe(box.icon(), box.windowTitle().toStdString(), box.text().toStdString(),
-                    buttons);
+            buttons +=
+                box.button(button) == box.defaultButton() ? '(' + std::string(name) + ')' : name;
+    return describe(box.icon(), box.windowTitle().toStdString(), box.text().toStdString(), buttons);
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-// Answers message boxes in advance: the test names the boxes that it expects, in their order. One that
-// comes unexpected or looks otherwise, and one that is left over at the end, fails the test.
+// Answers message boxes in advance: the test names the boxes that it expects, in their order. One
+// that comes unexpected or looks otherwise, and one that is left over at the end, fails the test.
 #pragma once
 
 #include <QMessageBox>

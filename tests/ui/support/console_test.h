@@ -1,5 +1,5 @@
-// A console of its own for each test, with its settings, its install folder and the stand-in service on
-// a thread of its own. Windows and controls are found by their names.
+// A console of its own for each test, with its settings, its install folder and the stand-in
+// service on a thread of its own. Windows and controls are found by their names.
 #pragma once
 
 #include "simulator/sample_site.h"

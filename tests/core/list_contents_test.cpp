@@ -1,0 +1,183 @@
+#include "ui/main/list_contents.h"
+#include "ui/main/node_keys.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace tollwick {
+namespace {
+
+const StringTable kTexts(kEnglish);
+
+std::string joined(const std::vector<std::string>& cells) {
+    std::string line;
+    for (const std::string& cell : cells)
+        line += cell + '|';
+    return line.substr(0, line.size() - 1);
+}
+
+ListRow onlyRow(std::string_view node_key, const ServiceData& data) {
+    const ListContents contents = listContents(node_key, data, kTexts);
+    EXPECT_EQ(contents.row_count, 1U);
+    return contents.row(0);
+}
+
+TEST(ListContents, ColumnsHaveTheirWidths) {
+    const struct {
+        std::string_view node;
+        std::string columns; // title and width in twips
+    } cases[] = {{"loginaccount", "Login account 3000"},
+                 {"schedule", "Day 0|When 0|Between 0|Delay 0"},
+                 {"uucphosts", "DisplayName 1720|Domain 1000|Active 500"},
+                 {"logs", "Available logs 0|Period 0"},
+                 {"admin", "Options 1800|Setting 1200"},
+                 {"options", "Options 1550|Setting 2150"},
+                 {"uucpdaemon", "Options 2500|Setting 2000"},
+                 {"smtpserver", "Function: 1900|Setting 1200"},
+                 {"smtpforward", "Function 2000|Setting 1200"},
+                 {"uucpmonitor", "Item: 1800|Status: 4000"},
+                 {"outbox", "To: 0|Via node: 0|File size: 0|File name: 0"}};
+    const ServiceData data;
+    for (const auto& c : cases) {
+        std::vector<std::string> columns;
+        for (const ListColumn& column : listContents(c.node, data, kTexts).columns)
+            columns.push_back(column.title + ' ' + std::to_string(column.width));
+        EXPECT_EQ(joined(columns), c.columns) << c.node;
+    }
+}
+
+TEST(ListContents, GroupsAndUnknownNodesAreEmpty) {
+    const ServiceData data;
+    for (const char* key :
+         {"servername", "configuration", "system", "view", "", "nothing", "Logs"}) {
+        const ListContents contents = listContents(key, data, kTexts);
+        EXPECT_TRUE(contents.columns.empty()) << key;
+        EXPECT_EQ(contents.row_count, 0U) << key;
+    }
+}
+
+TEST(ListContents, SchedulesSayWhen) {
+    const struct {
+        Integer day, timed, interval;
+        const char *at, *first, *second;
+        Integer delay;
+        std::string cells;
+    } cases[] = {
+        {0, 1, 0, "07:30", "00:00", "23:59", 0, "Monday|At: 07:30|00:00 - 23:59|0"},
+        {9, 0, 0, "00:00", "08:00", "17:00", 59, "Every day|Every: 5 min|08:00 - 17:00|59"},
+        {6, 0, 9, "", "", "", 0, "Sunday|Every: 12 hou||0"}, // six characters of the interval
+        {7, 0, 10, "", "08:00", "", 0, "Weekdays|Every: |08:00 - |0"},
+        {10, 0, 11, "", "", "", -1, "|Every: ||-1"},
+        {-1, -1, -1, "1:00", "", "", 0, "|At: 1:00||0"},
+    };
+    for (const auto& c : cases) {
+        ScheduleRecord schedule;
+        schedule.day = c.day;
+        schedule.timed = c.timed;
+        schedule.interval = c.interval;
+        schedule.at_time = c.at;
+        schedule.between_first = c.first;
+        schedule.between_second = c.second;
+        schedule.delay = c.delay;
+        EXPECT_EQ(joined(scheduleRow(schedule, kTexts).cells), c.cells);
+    }
+    EXPECT_EQ(joined(scheduleRow({}, StringTable(kSwedish)).cells), "Måndag|Varje: 5 min||0");
+}
+
+TEST(ListContents, NumbersAreGroupedAndNamed) {
+    const struct {
+        Long size;
+        const char* mail;    // kB
+        const char* monitor; // bytes
+    } cases[] = {{0, "0 kB", "0 kB"},
+                 {999, "999 kB", "0 kB"},
+                 {1000, "1,000 kB", "1 kB"},
+                 {1'234'567, "1,234,567 kB", "1,234 kB"},
+                 {2'147'483'647, "2,147,483,647 kB", "2,147,483 kB"},
+                 {-1500, "-1,500 kB", "-1 kB"}};
+    for (const auto& c : cases) {
+        ServiceData data;
+        data.outbox.emplace_back().size = c.size;
+        EXPECT_EQ(onlyRow(node::Outbox, data).cells.at(2), c.mail);
+        data.uucp_status.file_size = c.size;
+        EXPECT_EQ(monitorTexts(data.uucp_status).at(4), c.monitor);
+    }
+    UucpStatusRecord status;
+    status.queued_files = 1234;
+    status.file_number = 7;
+    status.percent = 55;
+    status.average_speed = 33600;
+    status.state = "Sending  ";
+    status.file_name = "D.1";
+    EXPECT_EQ(monitorTexts(status),
+              (std::array<std::string, kMonitorRows>{"Sending", "1234", "7", "D.1", "0 kB", "55 %",
+                                                     "33600 bps"}));
+}
+
+TEST(ListContents, SwitchesShowTheirStateAsAnIcon) {
+    using S = SettingsRecord;
+    const struct {
+        std::string_view key;
+        Integer S::*value;
+        Integer S::*period; // nullptr where the value column shows "-"
+    } cases[] = {
+        {"allowpriority", &S::allow_priority, nullptr},
+        {"Scheduleactivated", &S::schedule_activated, nullptr},
+        {"dischargecr", &S::discharge_cr, nullptr},
+        {"forcesendparams", &S::force_send_params, nullptr},
+        {"maillogging", &S::mail_logging, &S::mail_log_period},
+        {"uucptransferlogging", &S::uucp_transfer_logging, &S::uucp_transfer_log_period},
+        {"smtplogging", &S::smtp_logging, &S::smtp_log_period},
+        {"scriptlogging", &S::script_logging, &S::script_log_period},
+        {"comlogging", &S::com_logging, &S::com_log_period},
+        {"uucpcmdlogging", &S::uucp_command_logging, &S::uucp_command_log_period},
+        {"uucpadvlogging", &S::uucp_advanced_logging, &S::uucp_advanced_log_period},
+    };
+    for (const auto& c : cases) {
+        ServiceData data;
+        data.settings.*c.value = kTrue;
+        if (c.period)
+            data.settings.*c.period = 365;
+        std::string changed;
+        for (const std::string_view node_key : {node::Options, node::UucpDaemon, node::Logs}) {
+            const ListContents contents = listContents(node_key, data, kTexts);
+            for (std::size_t i = 0; i < contents.row_count; ++i)
+                if (const ListRow row = contents.row(i);
+                    row.image == "squareselected" || row.cells.at(1) == "365")
+                    changed += row.key + ' ' + std::string(row.image) + ' ' + row.cells.at(1);
+        }
+        EXPECT_EQ(changed, std::string(c.key) + " squareselected " + (c.period ? "365" : "-"));
+    }
+}
+
+TEST(ListContents, RowsFollowTheirRecordsAndCanBeToldApart) {
+    ServiceData data;
+    data.user_id = "åsa";
+    EXPECT_EQ(onlyRow(node::LoginAccount, data).cells, std::vector<std::string>{"åsa"});
+
+    HostRecord host;
+    host.record_number = 3;
+    host.display_name = "Lager";
+    host.active = kTrue;
+    data.hosts = {host};
+    const ListContents hosts = listContents(node::UucpHosts, data, kTexts);
+    EXPECT_EQ(joined(hosts.row(0).cells), "Lager||Yes");
+    data.hosts[0].active = kFalse;
+    EXPECT_EQ(joined(hosts.row(0).cells), "Lager||No");
+
+    // The same file for two recipients, and the other way round.
+    for (const auto& [recipient, file] : {std::pair{"a", "1"}, {"b", "1"}, {"a", "2"}}) {
+        OutboxRecord& mail = data.outbox.emplace_back();
+        mail.recipient = recipient;
+        mail.file_name = file;
+    }
+    const ListContents outbox = listContents(node::Outbox, data, kTexts);
+    std::set<std::string> identities;
+    for (std::size_t i = 0; i < outbox.row_count; ++i)
+        identities.insert(outbox.row(i).identity);
+    EXPECT_EQ(identities.size(), 3U);
+}
+
+} // namespace
+} // namespace tollwick

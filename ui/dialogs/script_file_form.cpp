@@ -1,0 +1,56 @@
+#include "ui/dialogs/script_file_form.h"
+
+#include <QHBoxLayout>
+#include <QListWidget>
+#include <QPushButton>
+
+namespace tollwick {
+
+ScriptFileForm::ScriptFileForm(ConsoleContext& context, QWidget* parent)
+    : QDialog(parent), context_(context), list_(new QListWidget(this)) {
+    setObjectName("ScriptFileForm");
+    setWindowTitle(context.caption(Text::ScriptFileForm));
+    list_->setObjectName("FileList");
+    list_->setAccessibleName(context.caption(Text::AccessibleFiles));
+    auto* ok = new QPushButton(context.caption(Text::Ok), this);
+    ok->setObjectName("OkButton");
+    ok->setDefault(true);
+    auto* cancel = new QPushButton(context.caption(Text::Cancel), this);
+    cancel->setObjectName("CancelButton");
+    cancel->setAutoDefault(false);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(ok);
+    buttons->addWidget(cancel);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(list_);
+    layout->addLayout(buttons);
+    resize(320, 260);
+
+    connect(ok, &QPushButton::clicked, this, &ScriptFileForm::accept);
+    connect(cancel, &QPushButton::clicked, this, &ScriptFileForm::reject);
+    connect(list_, &QListWidget::itemDoubleClicked, this, &ScriptFileForm::accept);
+
+    std::vector<std::string> names;
+    context.requests.txGetAllScriptFile(names);
+    // After a failure the names received so far are offered.
+    for (const std::string& name : names)
+        list_->addItem(QString::fromStdString(name));
+    context.progress.setInfo(context.text(Text::Ready));
+}
+
+void ScriptFileForm::accept() {
+    const QList<QListWidgetItem*> selected = list_->selectedItems();
+    context_.edit.EditResult =
+        selected.isEmpty() ? std::string() : selected.first()->text().toStdString();
+    context_.edit.EditCancelled = false;
+    QDialog::accept();
+}
+
+void ScriptFileForm::reject() {
+    context_.edit.EditCancelled = true;
+    QDialog::reject();
+}
+
+} // namespace tollwick

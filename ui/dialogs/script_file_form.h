@@ -1,0 +1,27 @@
+// Lets the user pick one of the login scripts that the service knows.
+#pragma once
+
+#include "ui/main/console_context.h"
+
+#include <QDialog>
+
+class QListWidget;
+
+namespace tollwick {
+
+class ScriptFileForm : public QDialog {
+    Q_OBJECT
+public:
+    // Fetches the names from the service. The outcome is written into the context's; Ok without a
+    // selection gives the empty text.
+    ScriptFileForm(ConsoleContext& context, QWidget* parent);
+
+    void accept() override;
+    void reject() override;
+
+private:
+    ConsoleContext& context_;
+    QListWidget* list_;
+};
+
+} // namespace tollwick

@@ -1,0 +1,44 @@
+// Saves a host: the checks, the questions and the requests that follow Ok in the host dialog, in their
+// order. Needs no window.
+#pragma once
+
+#include "ui/hostsetup/host_entry.h"
+#include "ui/hostsetup/host_rules.h"
+#include "ui/main/console_context.h"
+
+#include <optional>
+#include <string>
+
+namespace tollwick {
+
+enum class HostSaveOutcome {
+    Refused,    // the user corrects a field
+    Stopped,    // the user does not go on
+    LinkFailed, // told; the dialog closes
+    Saved,
+};
+
+struct HostSaveResult {
+    HostSaveOutcome outcome;
+    std::optional<HostField> field; // of a refusal
+};
+
+class HostSaver {
+public:
+    explicit HostSaver(ConsoleContext& context) : context_(context) {}
+
+    // Saves the entry as the current host; a new one joins the host list. `script_text` is what the
+    // login script holds, with CR LF line ends. Throws RunTimeError 6 when a number does not fit, before
+    // anything is sent.
+    HostSaveResult save(const HostEntry& entry, const std::string& script_text);
+
+private:
+    HostSaveResult refuse(const HostProblem& problem);
+    std::optional<HostSaveResult> saveScript(HostEntry& entry, const std::string& script_text);
+    HostSaveOutcome saveRecord(const HostEntry& entry, const std::string& spool_directory);
+    [[nodiscard]] bool hasTelephony() const;
+
+    ConsoleContext& context_;
+};
+
+} // namespace tollwick

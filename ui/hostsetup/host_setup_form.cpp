@@ -1,0 +1,567 @@
+#include "ui/hostsetup/host_setup_form.h"
+
+#include "app/ansi.h"
+#include "app/files.h"
+#include "app/utf8.h"
+#include "ui/dialogs/script_file_form.h"
+#include "ui/hostsetup/host_saver.h"
+#include "ui/hostsetup/modem_form.h"
+#include "ui_host_setup_form.h"
+
+#include <QFileDialog>
+#include <QFontDatabase>
+#include <QKeyEvent>
+#include <QMenu>
+
+namespace tollwick {
+namespace {
+
+constexpr std::size_t kMaxScriptFile = 1 << 20; // bytes; what does not fit is refused when it is saved
+
+// Item data of the dial-up list: the entries of the service, and two items that are none.
+constexpr int kRasEntry = 0;
+constexpr int kDoNotUseRas = -1;
+constexpr int kNoRasEntries = -2;
+
+QString toQString(std::string_view utf8) {
+    return ConsoleContext::toQString(utf8);
+}
+
+void fill(QComboBox* combo, const std::vector<std::string>& items) {
+    combo->clear();
+    for (const std::string& item : items)
+        combo->addItem(QString::fromStdString(item));
+}
+
+// The position that the list shows now; one that the list could not show stays as it was.
+int positionOf(const QComboBox* combo, int shown_at_first) {
+    const bool could_not_be_shown = shown_at_first < 0 || shown_at_first >= combo->count();
+    return combo->currentIndex() < 0 && could_not_be_shown ? shown_at_first
+                                                           : combo->currentIndex();
+}
+
+std::string textOf(const QLineEdit* edit) {
+    return edit->text().toStdString();
+}
+
+void withoutMnemonic(QAbstractButton* button) {
+    button->setText(button->text().remove('&'));
+}
+
+// A name filter such as "Scripts(*.scp)|*.scp|All(*.*)|*.*" as file dialogs of this platform take it.
+QString fileFilter(std::string_view filter) {
+    const QStringList parts = toQString(filter).split('|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
+        filters << parts[i].section('(', 0, 0) + " (" + QString(parts[i + 1]).replace("*.*", "*") +
+                       ')';
+    return filters.join(";;");
+}
+
+} // namespace
+
+HostSetupForm::HostSetupForm(ConsoleContext& context, QWidget* parent)
+    : QDialog(parent), context_(context), ui_(std::make_unique<Ui::HostSetupForm>()),
+      lists_(context.main.texts()) {
+    const BusyPointer busy(context.progress);
+    ui_->setupUi(this);
+    ui_->BrowseButton->setObjectName(QString::fromUtf8("BläddraButton"));
+    setCaptions();
+    fillLists();
+    SetComSpeeds();
+    ShowAllData();
+    connectSignals();
+    ui_->HostSetupNameTxt->setFocus();
+}
+
+HostSetupForm::~HostSetupForm() {
+    for (QLineEdit* password : {ui_->PasswordTxt, ui_->UucpPasswordTxt, ui_->RasPasswordTxt})
+        password->clear();
+}
+
+void HostSetupForm::setCaptions() {
+    const StringTable& texts = context_.main.texts();
+    setWindowTitle(context_.caption(Text::HostSetupForm));
+    for (const auto& [page, caption] :
+         {std::pair{HostPage::General, Text::TabGeneral}, {HostPage::Transport, Text::TabTransport},
+          {HostPage::Login, Text::TabLogin}, {HostPage::LoginScript, Text::TabLoginScript},
+          {HostPage::Connection, Text::TabConnection}})
+        ui_->SysSetupTab->setTabText(static_cast<int>(page), toQString(texts(caption)));
+
+#define CAPTION(control) ui_->control->setText(toQString(texts(Text::control)))
+    CAPTION(HostSetupNameCap);
+    CAPTION(MailDomainCap);
+    CAPTION(ActiveHostCheck);
+    CAPTION(DefaultDomainCheck);
+    CAPTION(obMailTransport0);
+    CAPTION(obMailTransport1);
+    CAPTION(lbMailInQueText);
+    CAPTION(ConnectUsingOption0);
+    CAPTION(chkUseTapi);
+    CAPTION(ConnectUsingOption1);
+    CAPTION(ConnectUsingOption2);
+    CAPTION(DialEntryText);
+    CAPTION(PhoneNrText);
+    CAPTION(CallRetCap);
+    CAPTION(RetryTmCap);
+    CAPTION(DialTmCap);
+    CAPTION(SecondsCap);
+    CAPTION(LoginNameCap);
+    CAPTION(PasswordCap);
+    CAPTION(UucpLoginCap);
+    CAPTION(UucpPasswordCap);
+    CAPTION(LocalUucpHostCap);
+    CAPTION(RemoteUucpCap);
+    CAPTION(ProtocolCap);
+    CAPTION(UucpTimeoutCap);
+    CAPTION(lbUucpTimeout);
+    CAPTION(PackSizeLabel);
+    CAPTION(WinSizeLabel);
+    CAPTION(ScriptFilenameCap);
+    CAPTION(SelLocationCap);
+    CAPTION(ConUsingDevCap);
+    CAPTION(LocationButton);
+    CAPTION(DeviceButton);
+    CAPTION(CurrModemCap);
+    CAPTION(Modems);
+    CAPTION(ComportCap);
+    CAPTION(ConSpeedCap);
+    CAPTION(ParityCap);
+    CAPTION(DatabitsCap);
+    CAPTION(StopBitsCap);
+    CAPTION(ModemInitCap);
+    CAPTION(HostToConcap);
+    CAPTION(UucpPortCap);
+    CAPTION(HostLookupCap);
+    CAPTION(HostSetTxpSecCap);
+    CAPTION(RasEntryCap);
+    CAPTION(RasUserCap);
+    CAPTION(RasPasswCap);
+    CAPTION(UseCurrentTcp);
+#undef CAPTION
+#define TITLE(frame) ui_->frame->setTitle(toQString(texts(Text::frame)))
+    TITLE(frMailTransport);
+    TITLE(DeliverFrame);
+    TITLE(frPreloginFrame);
+    TITLE(frMainLogin);
+    TITLE(frNodnameFrame);
+    TITLE(UucpSettingFrameCap);
+    TITLE(Win95ModemFrame);
+    TITLE(ModemFrame);
+    TITLE(RasFrame);
+#undef TITLE
+    ui_->BrowseButton->setText(context_.caption(Text::BladdraButton));
+    ui_->BrowseButton->setAccessibleName(context_.caption(Text::AccessibleBrowse));
+    ui_->ScriptBox->setAccessibleName(context_.caption(Text::AccessibleScript));
+    ui_->tbMailLimit->setAccessibleName(context_.caption(Text::AccessibleMailLimit));
+    ui_->OkButton->setText(context_.caption(Text::Ok));
+    ui_->CancelButton->setText(context_.caption(Text::Cancel));
+    // Their letters belong to pages of the dialog; Escape cancels.
+    withoutMnemonic(ui_->CancelButton);
+    withoutMnemonic(ui_->LocationButton);
+
+    // What they would set belongs to the machine that the service runs on.
+    ui_->LocationButton->setEnabled(false);
+    ui_->DeviceButton->setEnabled(false);
+    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    ui_->ScriptBox->setFont(fixed);
+    ui_->ScriptBox->setTabStopDistance(8 * QFontMetricsF(fixed).horizontalAdvance(' '));
+    ui_->ScriptBox->setContextMenuPolicy(Qt::CustomContextMenu);
+}
+
+void HostSetupForm::fillLists() {
+    fill(ui_->UucpProtocolLbx, lists_.protocols);
+    fill(ui_->PackSizeLbx, lists_.packet_sizes);
+    fill(ui_->WindowsSizeLbx, lists_.window_sizes);
+    fill(ui_->ComPortLbx, lists_.com_ports);
+    fill(ui_->DataBitsLbx, lists_.data_bits);
+    fill(ui_->StopBitsLbx, lists_.stop_bits);
+    fill(ui_->ParityLbx, lists_.parities);
+}
+
+void HostSetupForm::SetComSpeeds() {
+    fill(ui_->ConnectSpeedLbx, lists_.speeds);
+}
+
+void HostSetupForm::connectSignals() {
+    connect(ui_->OkButton, &QPushButton::clicked, this, &HostSetupForm::accept);
+    connect(ui_->CancelButton, &QPushButton::clicked, this, &HostSetupForm::reject);
+    connect(ui_->SysSetupTab, &QTabWidget::currentChanged, this, &HostSetupForm::pageChanged);
+    connect(ui_->UucpProtocolLbx, &QComboBox::currentIndexChanged, this,
+            &HostSetupForm::protocolChanged);
+    for (QRadioButton* option :
+         {ui_->ConnectUsingOption0, ui_->ConnectUsingOption1, ui_->ConnectUsingOption2})
+        connect(option, &QRadioButton::clicked, this, &HostSetupForm::SetConnectFrames);
+    connect(ui_->chkUseTapi, &QCheckBox::clicked, this, &HostSetupForm::SetConnectFrames);
+    for (QComboBox* list : {ui_->LocationList, ui_->DeviceList})
+        connect(list, &QComboBox::activated, this, &HostSetupForm::ChangeTapiDataFromLists);
+    connect(ui_->PhoneEntries, &QComboBox::activated, this, &HostSetupForm::rasEntryChosen);
+    connect(ui_->BrowseButton, &QPushButton::clicked, this, [this] {
+        context_.errors.guard(Routine::BrowseScripts, [&](Integer&) { browseScripts(); });
+    });
+    connect(ui_->Modems, &QPushButton::clicked, this, [this] {
+        context_.errors.guard(Routine::ChooseModem, [&](Integer&) { chooseModem(); });
+    });
+    connect(ui_->ScriptBox, &QWidget::customContextMenuRequested, this,
+            &HostSetupForm::showScriptMenu);
+    ui_->RemoteHostNameTxt->installEventFilter(this);
+}
+
+bool HostSetupForm::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == ui_->RemoteHostNameTxt && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        const QString text = key->text();
+        const bool types = !text.isEmpty() && text[0].isPrint() &&
+                           !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+        if (types && !isNodeNameCharacter(text[0].unicode()))
+            return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void HostSetupForm::ShowAllData() {
+    entry_ = entryOf(context_.data.current_host);
+    showEntry(entry_);
+    fetchLists();
+    showConnectSpeed();
+    SetConnectFrames();
+    protocolChanged();
+}
+
+void HostSetupForm::showEntry(const HostEntry& entry) {
+    const auto show = [](QLineEdit* edit, const std::string& text) {
+        edit->setText(QString::fromStdString(text));
+        edit->setCursorPosition(0);
+    };
+    show(ui_->HostSetupNameTxt, entry.display_name);
+    show(ui_->MailDomainTxt, entry.mail_domain);
+    ui_->ActiveHostCheck->setChecked(entry.active);
+    ui_->DefaultDomainCheck->setChecked(entry.default_domain);
+
+    (entry.transport_when_in_queue ? ui_->obMailTransport1 : ui_->obMailTransport0)
+        ->setChecked(true);
+    show(ui_->tbMailLimit, entry.mail_limit.text);
+    for (const auto& [position, option] : {std::pair{0, ui_->ConnectUsingOption0},
+                                           {1, ui_->ConnectUsingOption1},
+                                           {2, ui_->ConnectUsingOption2}})
+        option->setChecked(entry.connect_using.index == position);
+    ui_->chkUseTapi->setChecked(entry.do_not_use_tapi);
+    show(ui_->PhoneNoTxt, entry.phone_number);
+    show(ui_->CallRetriesTxt, entry.call_retries.text);
+    show(ui_->RetryTimeTxt, entry.retry_time.text);
+    show(ui_->TimeoutTxt, entry.dial_timeout.text);
+
+    show(ui_->LoginNameTxt, entry.login_name);
+    show(ui_->PasswordTxt, entry.password);
+    show(ui_->UucpLoginNameTxt, entry.uucp_login_name);
+    show(ui_->UucpPasswordTxt, entry.uucp_password);
+    show(ui_->LocalUUCPnameTxt, entry.local_uucp_name);
+    show(ui_->RemoteHostNameTxt, entry.remote_uucp_name);
+    ui_->UucpProtocolLbx->setCurrentIndex(entry.uucp_protocol.index);
+    show(ui_->UucpTimeoutTxt, entry.uucp_timeout.text);
+    ui_->PackSizeLbx->setCurrentIndex(entry.packet_size.index);
+    ui_->WindowsSizeLbx->setCurrentIndex(entry.window_size.index);
+
+    show(ui_->ScripFileNameTxt, entry.script_file_name);
+
+    ui_->CurrentModemCap->setText(toQString(trimmed(entry.modem.make + ' ' + entry.modem.model)));
+    show(ui_->InitializationStringTxt, entry.modem_init);
+    ui_->ComPortLbx->setCurrentIndex(entry.com_port.index);
+    ui_->ParityLbx->setCurrentIndex(entry.parity.index);
+    ui_->DataBitsLbx->setCurrentIndex(entry.data_bits.index);
+    ui_->StopBitsLbx->setCurrentIndex(entry.stop_bits.index);
+
+    show(ui_->RasHost, entry.ras_host);
+    show(ui_->RasUucpPort, entry.uucp_tcp_port.text);
+    show(ui_->HostLupTm, entry.host_lookup_timeout.text);
+    show(ui_->RasUsernameTxt, entry.ras_user_name);
+    show(ui_->RasPasswordTxt, entry.ras_password);
+    ui_->UseCurrentTcp->setChecked(entry.do_not_use_active_connection);
+}
+
+void HostSetupForm::fetchLists() {
+    std::vector<std::string> devices;
+    std::vector<std::string> locations;
+    std::vector<std::string> ras_entries;
+    context_.progress.setInfo(context_.text(Text::StatusRetrievingScript));
+    fetchScript(entry_.script_file_name);
+    Requests& requests = context_.requests;
+    const bool fetched = context_.link.isOpen() &&
+                         requests.txGetAllTapiDevices(devices) == kFalse &&
+                         requests.txGetAllTapiLocations(locations) == kFalse &&
+                         requests.txGetAllRasEntries(ras_entries) == kFalse;
+    const auto select = [](QComboBox* list, const std::string& name) {
+        list->setCurrentIndex(list->findText(QString::fromStdString(name), Qt::MatchFixedString |
+                                                                               Qt::MatchCaseSensitive));
+    };
+    fill(ui_->DeviceList, devices);
+    fill(ui_->LocationList, locations);
+    select(ui_->DeviceList, entry_.tapi_device);
+    select(ui_->LocationList, entry_.tapi_location);
+    showRasEntries(ras_entries);
+    if (fetched)
+        context_.progress.setInfo(context_.text(Text::Ready));
+}
+
+void HostSetupForm::fetchScript(const std::string& file_name) {
+    bool received = false;
+    context_.requests.txGetScript(file_name, received);
+    if (!received)
+        return;
+    script_ = context_.data.script.text.scriptText();
+    ui_->ScriptBox->setPlainText(QString::fromStdString(script_));
+    ui_->ScriptBox->document()->setModified(false);
+}
+
+void HostSetupForm::showRasEntries(const std::vector<std::string>& names) {
+    QComboBox* list = ui_->PhoneEntries;
+    for (const std::string& name : names)
+        list->addItem(QString::fromStdString(name), kRasEntry);
+    if (names.empty()) {
+        list->addItem(context_.caption(Text::NoRasEntries), kNoRasEntries);
+        list->setCurrentIndex(0);
+        return;
+    }
+    list->addItem(context_.caption(Text::DoNotUseRas), kDoNotUseRas);
+    const RasChoice& stored = entry_.ras_entry;
+    const auto position = static_cast<std::size_t>(stored.position);
+    const bool is_there = stored.position >= 0 && position < names.size() &&
+                          trimmed(names[position]) == stored.name;
+    list->setCurrentIndex(is_there ? stored.position : -1);
+    if (!is_there && !stored.name.empty())
+        context_.prompter.exclamation(context_.text(Text::RasEntryGone));
+}
+
+void HostSetupForm::showConnectSpeed() {
+    const int position = entry_.connect_speed.index;
+    const bool is_legal = position >= 0 && position < ui_->ConnectSpeedLbx->count();
+    if (!is_legal)
+        context_.prompter.exclamation(std::string(context_.text(Text::IllegalBaudrate)) + "\r\n" +
+                                      std::string(context_.text(Text::UsingDefault)));
+    ui_->ConnectSpeedLbx->setCurrentIndex(is_legal ? position : ui_->ConnectSpeedLbx->count() - 1);
+}
+
+int HostSetupForm::connectUsing() const {
+    if (ui_->ConnectUsingOption0->isChecked())
+        return 0;
+    if (ui_->ConnectUsingOption1->isChecked())
+        return 1;
+    return ui_->ConnectUsingOption2->isChecked() ? 2 : entry_.connect_using.index;
+}
+
+HostEntry HostSetupForm::entry() const {
+    HostEntry entry = entry_;
+    entry.display_name = textOf(ui_->HostSetupNameTxt);
+    entry.mail_domain = textOf(ui_->MailDomainTxt);
+    entry.active = ui_->ActiveHostCheck->isChecked();
+    entry.default_domain = ui_->DefaultDomainCheck->isChecked();
+
+    entry.transport_when_in_queue = ui_->obMailTransport1->isChecked();
+    entry.mail_limit.text = textOf(ui_->tbMailLimit);
+    entry.connect_using.index = connectUsing();
+    entry.do_not_use_tapi = ui_->chkUseTapi->isChecked();
+    entry.phone_number = textOf(ui_->PhoneNoTxt);
+    entry.call_retries.text = textOf(ui_->CallRetriesTxt);
+    entry.retry_time.text = textOf(ui_->RetryTimeTxt);
+    entry.dial_timeout.text = textOf(ui_->TimeoutTxt);
+
+    entry.login_name = textOf(ui_->LoginNameTxt);
+    entry.password = textOf(ui_->PasswordTxt);
+    entry.uucp_login_name = textOf(ui_->UucpLoginNameTxt);
+    entry.uucp_password = textOf(ui_->UucpPasswordTxt);
+    entry.local_uucp_name = textOf(ui_->LocalUUCPnameTxt);
+    entry.remote_uucp_name = textOf(ui_->RemoteHostNameTxt);
+    entry.uucp_protocol.index = positionOf(ui_->UucpProtocolLbx, entry_.uucp_protocol.index);
+    entry.uucp_timeout.text = textOf(ui_->UucpTimeoutTxt);
+    entry.packet_size.index = positionOf(ui_->PackSizeLbx, entry_.packet_size.index);
+    entry.window_size.index = positionOf(ui_->WindowsSizeLbx, entry_.window_size.index);
+
+    entry.script_file_name = textOf(ui_->ScripFileNameTxt);
+
+    entry.tapi_device = trimmed(ui_->DeviceList->currentText().toStdString());
+    entry.tapi_location = trimmed(ui_->LocationList->currentText().toStdString());
+    entry.modem_init = textOf(ui_->InitializationStringTxt);
+    entry.com_port.index = positionOf(ui_->ComPortLbx, entry_.com_port.index);
+    entry.connect_speed.index = ui_->ConnectSpeedLbx->currentIndex();
+    entry.parity.index = positionOf(ui_->ParityLbx, entry_.parity.index);
+    entry.data_bits.index = positionOf(ui_->DataBitsLbx, entry_.data_bits.index);
+    entry.stop_bits.index = positionOf(ui_->StopBitsLbx, entry_.stop_bits.index);
+
+    entry.ras_host = textOf(ui_->RasHost);
+    entry.uucp_tcp_port.text = textOf(ui_->RasUucpPort);
+    entry.host_lookup_timeout.text = textOf(ui_->HostLupTm);
+    entry.ras_user_name = textOf(ui_->RasUsernameTxt);
+    entry.ras_password = textOf(ui_->RasPasswordTxt);
+    entry.do_not_use_active_connection = ui_->UseCurrentTcp->isChecked();
+    const QComboBox* ras = ui_->PhoneEntries;
+    if (ras->currentIndex() < 0)
+        entry.ras_entry = RasChoice();
+    else if (ras->currentData().toInt() == kRasEntry)
+        entry.ras_entry = {ras->currentIndex(), trimmed(ras->currentText().toStdString())};
+    return entry;
+}
+
+std::string HostSetupForm::scriptText() const {
+    if (!ui_->ScriptBox->document()->isModified())
+        return script_;
+    return ui_->ScriptBox->toPlainText().replace("\n", "\r\n").toStdString();
+}
+
+void HostSetupForm::SetConnectFrames() {
+    const ConnectFrames frames =
+        connectFrames(connectUsing(), ui_->chkUseTapi->isChecked(),
+                      context_.data.settings.service_version);
+    ui_->Win95ModemFrame->setVisible(frames.telephony);
+    ui_->ModemFrame->setVisible(frames.modem);
+    ui_->RasFrame->setVisible(frames.ras);
+    if (frames.ras_only)
+        setRasOnlyVisible(*frames.ras_only);
+}
+
+void HostSetupForm::setRasOnlyVisible(bool visible) {
+    for (QWidget* widget : std::initializer_list<QWidget*>{
+             ui_->RasUserCap, ui_->RasUsernameTxt, ui_->RasPasswCap, ui_->RasPasswordTxt,
+             ui_->UseCurrentTcp, ui_->HostLookupCap, ui_->HostLupTm, ui_->HostSetTxpSecCap})
+        widget->setVisible(visible);
+}
+
+void HostSetupForm::ChangeTapiDataFromLists() {
+    if (ui_->LocationList->currentIndex() >= 0)
+        entry_.tapi_location = trimmed(ui_->LocationList->currentText().toStdString());
+    if (ui_->DeviceList->currentIndex() >= 0)
+        entry_.tapi_device = trimmed(ui_->DeviceList->currentText().toStdString());
+}
+
+void HostSetupForm::protocolChanged() {
+    const bool sizes_count = ui_->UucpProtocolLbx->currentIndex() != kProtocolT;
+    for (QWidget* widget : std::initializer_list<QWidget*>{
+             ui_->PackSizeLabel, ui_->PackSizeLbx, ui_->WinSizeLabel, ui_->WindowsSizeLbx})
+        widget->setVisible(sizes_count);
+}
+
+void HostSetupForm::pageChanged(int page) {
+    const QString name = ui_->HostSetupNameTxt->text().trimmed();
+    if (name.isEmpty() && page != static_cast<int>(HostPage::General)) {
+        ui_->SysSetupTab->setCurrentIndex(static_cast<int>(HostPage::General));
+        context_.prompter.exclamation(context_.text(Text::DisplayNameMissing));
+        ui_->HostSetupNameTxt->setFocus();
+        return;
+    }
+    for (QLabel* header : {ui_->tbHostSetupName0, ui_->tbHostSetupName1, ui_->tbHostSetupName2,
+                           ui_->tbHostSetupName3})
+        header->setText(name);
+    setRasOnlyVisible(rasOnlyShownOnPageChange(connectUsing()));
+}
+
+void HostSetupForm::rasEntryChosen(int position) {
+    if (ui_->PhoneEntries->itemData(position).toInt() == kDoNotUseRas)
+        ui_->PhoneEntries->setCurrentIndex(-1);
+}
+
+void HostSetupForm::browseScripts() {
+    const BusyPointer busy(context_.progress);
+    ScriptFileForm(context_, this).exec();
+    if (context_.edit.EditCancelled)
+        return;
+    const std::string name = context_.edit.EditResult;
+    ui_->ScripFileNameTxt->setText(QString::fromStdString(name));
+    context_.progress.setInfo(context_.text(Text::StatusRetrievingPickedScript));
+    fetchScript(name);
+    context_.progress.setInfo(context_.text(Text::Ready));
+}
+
+void HostSetupForm::chooseModem() {
+    ModemForm form(context_, this);
+    form.exec();
+    const std::optional<ModemForm::Choice> choice =
+        form.result() == QDialog::Accepted ? form.choice() : std::nullopt;
+    if (!choice)
+        return;
+    entry_.modem = choice->modem;
+    const int before = ui_->ConnectSpeedLbx->currentIndex();
+    SetComSpeeds();
+    ui_->InitializationStringTxt->setText(toQString(trimmed(choice->init)));
+    ui_->InitializationStringTxt->setCursorPosition(0);
+    ui_->CurrentModemCap->setText(toQString(trimmed(entry_.modem.make) + ' ' + entry_.modem.model));
+    const auto usable = static_cast<int>(usableSpeeds(lists_.speeds, entry_.modem.max_speed));
+    while (ui_->ConnectSpeedLbx->count() > usable)
+        ui_->ConnectSpeedLbx->removeItem(ui_->ConnectSpeedLbx->count() - 1);
+    ui_->ConnectSpeedLbx->setCurrentIndex(before >= 0 && before < usable ? before : usable - 1);
+}
+
+void HostSetupForm::showScriptMenu(const QPoint& position) {
+    const std::unique_ptr<QMenu> menu(ui_->ScriptBox->createStandardContextMenu());
+    menu->addSeparator();
+    QAction* load = menu->addAction(context_.caption(Text::LoadScript));
+    load->setObjectName("LoadScript");
+    connect(load, &QAction::triggered, this, [this] {
+        context_.errors.guard(Routine::LoadScript, [&](Integer&) { loadLocalScript(); });
+    });
+    menu->exec(ui_->ScriptBox->viewport()->mapToGlobal(position));
+}
+
+void HostSetupForm::loadLocalScript() {
+    const QString file =
+        QFileDialog::getOpenFileName(this, context_.caption(Text::LoadScript), QString(),
+                                     fileFilter(context_.text(Text::ScriptFileFilter)));
+    if (file.isEmpty())
+        return;
+    const std::optional<std::string> bytes =
+        readWholeFile(toPath(file.toStdString()), kMaxScriptFile);
+    if (!bytes) {
+        context_.prompter.critical(context_.text(Text::ScriptNotRead));
+        return;
+    }
+    const QString text = toQString(isValidUtf8(*bytes) ? *bytes : fromAnsi(*bytes));
+    // As one edit, so that it can be undone.
+    QTextCursor all(ui_->ScriptBox->document());
+    all.select(QTextCursor::Document);
+    all.insertText(text);
+}
+
+void HostSetupForm::accept() {
+    context_.errors.guard(Routine::SaveHost, [&](Integer&) { save(); });
+}
+
+void HostSetupForm::save() {
+    HostSaveResult result{};
+    {
+        const BusyPointer busy(context_.progress);
+        result = HostSaver(context_).save(entry(), scriptText());
+    }
+    switch (result.outcome) {
+    case HostSaveOutcome::Refused:
+        focus(*result.field);
+        break;
+    case HostSaveOutcome::Stopped:
+        break;
+    case HostSaveOutcome::LinkFailed:
+        QDialog::reject();
+        break;
+    case HostSaveOutcome::Saved:
+        QDialog::accept();
+        break;
+    }
+}
+
+void HostSetupForm::focus(HostField field) {
+    ui_->SysSetupTab->setCurrentIndex(static_cast<int>(pageOf(field)));
+    switch (field) {
+    case HostField::DisplayName:
+        return ui_->HostSetupNameTxt->setFocus();
+    case HostField::MailDomain:
+        return ui_->MailDomainTxt->setFocus();
+    case HostField::DefaultDomain:
+        return ui_->DefaultDomainCheck->setFocus();
+    case HostField::RemoteUucpName:
+        return ui_->RemoteHostNameTxt->setFocus();
+    case HostField::UucpTimeout:
+        return ui_->UucpTimeoutTxt->setFocus();
+    case HostField::ScriptFileName:
+        return ui_->ScripFileNameTxt->setFocus();
+    case HostField::ScriptText:
+        return ui_->ScriptBox->setFocus();
+    }
+}
+
+} // namespace tollwick

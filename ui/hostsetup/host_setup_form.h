@@ -1,0 +1,77 @@
+// The dialog that adds or changes a UUCP host: five pages over the current host record.
+#pragma once
+
+#include "ui/hostsetup/connection_lists.h"
+#include "ui/hostsetup/host_entry.h"
+#include "ui/hostsetup/host_rules.h"
+#include "ui/main/console_context.h"
+
+#include <QDialog>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class QComboBox;
+
+namespace Ui {
+class HostSetupForm;
+}
+
+namespace tollwick {
+
+class HostSetupForm : public QDialog {
+    Q_OBJECT
+public:
+    HostSetupForm(ConsoleContext& context, QWidget* parent);
+    ~HostSetupForm() override;
+
+    // Checks and saves; closes when that is done or the link has failed.
+    void accept() override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void setCaptions();
+    void fillLists();
+    void connectSignals();
+
+    // Shows the current host and fetches what the service knows: script, devices, locations and dial-up
+    // entries.
+    void ShowAllData();
+    void showEntry(const HostEntry& entry);
+    // Fetches in their order; the first failure, which has been told, ends it.
+    void fetchLists();
+    void fetchScript(const std::string& file_name);
+    void showRasEntries(const std::vector<std::string>& names);
+    void showConnectSpeed();
+
+    // What the controls hold, on top of what was shown at first.
+    [[nodiscard]] HostEntry entry() const;
+    [[nodiscard]] std::string scriptText() const;
+    [[nodiscard]] int connectUsing() const;
+
+    void SetComSpeeds();
+    void SetConnectFrames();
+    // Takes the selected telephony names into the working copy; no selection changes nothing.
+    void ChangeTapiDataFromLists();
+    void protocolChanged();
+    void pageChanged(int page);
+    void setRasOnlyVisible(bool visible);
+    void rasEntryChosen(int position);
+    void browseScripts();
+    void chooseModem();
+    void showScriptMenu(const QPoint& position);
+    void loadLocalScript();
+    void save();
+    void focus(HostField field);
+
+    ConsoleContext& context_;
+    std::unique_ptr<Ui::HostSetupForm> ui_;
+    ConnectionLists lists_;
+    HostEntry entry_;    // as shown at first, and the modem as chosen since
+    std::string script_; // the script's text as received, sent back as it was unless it is edited
+};
+
+} // namespace tollwick

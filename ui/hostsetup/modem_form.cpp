@@ -1,0 +1,98 @@
+#include "ui/hostsetup/modem_form.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+
+namespace tollwick {
+namespace {
+
+constexpr const char* kCatalogueFile = "MODEMS.DAT";
+
+std::string selectedText(const QListWidget* list) {
+    const QList<QListWidgetItem*> selected = list->selectedItems();
+    return selected.isEmpty() ? std::string() : selected.first()->text().toStdString();
+}
+
+QListWidget* addList(QGridLayout* layout, int column, const char* name, const QString& caption,
+                     QWidget* parent) {
+    auto* list = new QListWidget(parent);
+    list->setObjectName(name);
+    auto* label = new QLabel(caption, parent);
+    label->setBuddy(list);
+    layout->addWidget(label, 0, column);
+    layout->addWidget(list, 1, column);
+    return list;
+}
+
+} // namespace
+
+ModemForm::ModemForm(const ConsoleContext& context, QWidget* parent)
+    : QDialog(parent),
+      catalogue_(ModemCatalogue::load(context.main.inInstallFolder(kCatalogueFile))) {
+    setObjectName("ModemForm");
+    setWindowTitle(context.caption(Text::ModemForm));
+    auto* lists = new QGridLayout;
+    makes_ = addList(lists, 0, "List1", context.caption(Text::MakeCap), this);
+    models_ = addList(lists, 1, "List2", context.caption(Text::ModelCap), this);
+    lists->setColumnStretch(0, 2);
+    lists->setColumnStretch(1, 3);
+
+    auto* ok = new QPushButton(context.caption(Text::Ok), this);
+    ok->setObjectName("OkButton");
+    ok->setDefault(true);
+    auto* cancel = new QPushButton(context.caption(Text::Cancel), this);
+    cancel->setObjectName("CancelButton");
+    cancel->setAutoDefault(false);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(ok);
+    buttons->addWidget(cancel);
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(lists);
+    layout->addLayout(buttons);
+    resize(520, 340);
+
+    for (const std::string& make : catalogue_.makes())
+        makes_->addItem(QString::fromStdString(make));
+    connect(makes_, &QListWidget::itemSelectionChanged, this, &ModemForm::showModels);
+    connect(models_, &QListWidget::itemDoubleClicked, ok, &QPushButton::click);
+    connect(ok, &QPushButton::clicked, this, &ModemForm::accept);
+    connect(cancel, &QPushButton::clicked, this, &ModemForm::reject);
+}
+
+void ModemForm::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    makes_->setFocus();
+}
+
+void ModemForm::showModels() {
+    models_->clear();
+    for (const std::string& model : catalogue_.modelsOf(selectedText(makes_)))
+        models_->addItem(QString::fromStdString(model));
+}
+
+std::optional<ModemForm::Choice> ModemForm::choice() const {
+    const ModemRecord* found = catalogue_.find(selectedText(makes_), selectedText(models_));
+    if (!found || models_->selectedItems().isEmpty())
+        return {};
+    const ModemRecord record = withDefaults(*found);
+    Choice choice;
+    choice.modem = {record.make,
+                    record.model,
+                    record.reset,
+                    record.attention,
+                    record.busy,
+                    record.connect,
+                    record.dial,
+                    record.hang_up,
+                    record.answer,
+                    record.max_speed,
+                    static_cast<Integer>(makes_->currentRow()),
+                    static_cast<Integer>(models_->currentRow())};
+    choice.init = record.init;
+    return choice;
+}
+
+} // namespace tollwick

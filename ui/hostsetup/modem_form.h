@@ -1,0 +1,39 @@
+// Lets the user pick a modem by make and model from the catalogue.
+#pragma once
+
+#include "app/modem_catalogue.h"
+#include "ui/hostsetup/host_entry.h"
+#include "ui/main/console_context.h"
+
+#include <QDialog>
+
+#include <optional>
+
+class QListWidget;
+
+namespace tollwick {
+
+class ModemForm : public QDialog {
+    Q_OBJECT
+public:
+    ModemForm(const ConsoleContext& context, QWidget* parent);
+
+    // What was picked when the dialog was accepted, with its init string; nothing without a selection.
+    struct Choice {
+        CurrentModem modem;
+        std::string init;
+    };
+    [[nodiscard]] std::optional<Choice> choice() const;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void showModels();
+
+    ModemCatalogue catalogue_;
+    QListWidget* makes_;
+    QListWidget* models_;
+};
+
+} // namespace tollwick
