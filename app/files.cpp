@@ -65,10 +65,17 @@ bool replaceFile(const std::filesystem::path& file, std::string_view bytes) {
 }
 
 bool appendToFile(const std::filesystem::path& file, std::string_view bytes) {
+    std::error_code error;
+    const std::uintmax_t size_before =
+        std::filesystem::exists(file, error) ? std::filesystem::file_size(file, error) : 0;
     std::ofstream stream(file, std::ios::binary | std::ios::app);
     stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     stream.close();
-    return static_cast<bool>(stream);
+    if (stream)
+        return true;
+    if (!error)
+        std::filesystem::resize_file(file, size_before, error);
+    return false;
 }
 
 } // namespace tollwick

@@ -29,7 +29,8 @@ std::optional<std::string> readWholeFile(const std::filesystem::path& file, std:
 // Missing folders are created.
 bool replaceFile(const std::filesystem::path& file, std::string_view bytes);
 
-// Appends to a file, which is created when missing. False when that fails.
+// Appends to a file, which is created when missing. False when that fails; nothing of the bytes is left in
+// the file then.
 bool appendToFile(const std::filesystem::path& file, std::string_view bytes);
 
 // The name of the drive (elsewhere: the mount point) that the path lies on.

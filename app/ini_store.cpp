@@ -8,6 +8,7 @@ namespace tollwick {
 namespace {
 
 constexpr std::size_t kMaxFileSize = 1 << 20;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 char lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -25,9 +26,12 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
-// A file as its lines, without their ends.
+// A file as its lines, without their ends and without the mark that some editors put before the
+// first.
 std::vector<std::string> splitLines(std::string_view text) {
     std::vector<std::string> lines;
+    if (text.starts_with(kByteOrderMark))
+        text.remove_prefix(kByteOrderMark.size());
     while (!text.empty()) {
         const std::size_t end = std::min(text.find('\n'), text.size());
         std::string_view line = text.substr(0, end);

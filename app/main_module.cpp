@@ -27,6 +27,32 @@ bool isHelpOf(std::string_view name, Integer lang_base) {
     return name.starts_with(lang_base == kSwedish ? "Tollw-se" : "Tollw-us");
 }
 
+// Copies a file whole or not at all. What cannot be copied is done without: neither an unwritable
+// folder nor a full disk may stop the console.
+void copyWhole(const std::filesystem::path& from, const std::filesystem::path& to) {
+    std::filesystem::path copy = to;
+    copy += ".new";
+    std::error_code error;
+    std::filesystem::copy_file(from, copy, std::filesystem::copy_options::overwrite_existing,
+                               error);
+    if (!error)
+        std::filesystem::rename(copy, to, error);
+    if (error)
+        std::filesystem::remove(copy, error);
+}
+
+void logCreation(const FolderCreation& creation, LogWriter& log) {
+    const auto write = [&](const std::string& message, std::string_view advice) {
+        log.LogWrite(message, advice, 0, static_cast<Integer>(Routine::FolderCheck), 0);
+    };
+    if (creation.succeeded)
+        write("Directory: " + creation.path + " was missing and has been recreated",
+              "No action required unless this message is coming repeatedly.");
+    else
+        write("Creation of directory: " + creation.path + " failed!!!",
+              "Check directory structure and diskspace, call support if permanent error.");
+}
+
 } // namespace
 
 void MainModule::loadLanguage() {
@@ -57,19 +83,22 @@ std::string MainModule::inInstallFolder(std::string_view name) const {
 
 void MainModule::prepareFolders() {
     log_.setFolder(inInstallFolder(kLogsFolder));
-    createMissingFolders(install_folder_, log_);
-    createMissingFolders(log_.folder(), log_);
+    std::vector<FolderCreation> creations = createMissingFolders(install_folder_);
+    for (FolderCreation& creation : createMissingFolders(log_.folder()))
+        creations.push_back(std::move(creation));
+    // Only now there is a folder to log into.
+    for (const FolderCreation& creation : creations)
+        logCreation(creation, log_);
 }
 
 void MainModule::copySuppliedFiles() {
     if (folders_.supplied.empty())
         return;
     const auto copyIfMissing = [&](std::string_view name) {
-        // What cannot be copied is done without: an unwritable folder must not stop the console.
-        std::error_code ignored;
         const std::filesystem::path to = toPath(inInstallFolder(name));
-        if (!std::filesystem::exists(to, ignored))
-            std::filesystem::copy_file(toPath(joinPath(folders_.supplied, name)), to, ignored);
+        std::error_code error;
+        if (!std::filesystem::exists(to, error))
+            copyWhole(toPath(joinPath(folders_.supplied, name)), to);
     };
     for (const std::string_view name : kSuppliedFiles)
         copyIfMissing(name);
@@ -89,7 +118,8 @@ void MainModule::placeHelpFiles() {
     }
 }
 
-void createMissingFolders(const std::string& path, LogWriter& log) {
+std::vector<FolderCreation> createMissingFolders(const std::string& path) {
+    std::vector<FolderCreation> creations;
     const std::filesystem::path whole = toPath(path);
     // Only what follows the drive letter is walked.
     std::filesystem::path folder = whole.root_path();
@@ -99,16 +129,9 @@ void createMissingFolders(const std::string& path, LogWriter& log) {
         if (part.empty() || std::filesystem::is_directory(folder, error))
             continue;
         const bool created = std::filesystem::create_directory(folder, error);
-        const auto write = [&](const std::string& message, std::string_view advice) {
-            log.LogWrite(message, advice, 0, static_cast<Integer>(Routine::FolderCheck), 0);
-        };
-        if (created && !error)
-            write("Directory: " + fromPath(folder) + " was missing and has been recreated",
-                  "No action required unless this message is coming repeatedly.");
-        else
-            write("Creation of directory: " + fromPath(folder) + " failed!!!",
-                  "Check directory structure and diskspace, call support if permanent error.");
+        creations.push_back({fromPath(folder), created && !error});
     }
+    return creations;
 }
 
 } // namespace tollwick

@@ -7,6 +7,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tollwick {
 
@@ -63,7 +64,12 @@ private:
     std::string stored_install_folder_; // what the setting holds: a default is not written back
 };
 
-// Creates each missing folder of the path, from the drive downwards, and logs each creation.
-void createMissingFolders(const std::string& path, LogWriter& log);
+struct FolderCreation {
+    std::string path; // UTF-8
+    bool succeeded = false;
+};
+
+// Creates each missing folder of the path, from the drive downwards.
+std::vector<FolderCreation> createMissingFolders(const std::string& path);
 
 } // namespace tollwick

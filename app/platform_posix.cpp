@@ -24,8 +24,9 @@ std::string homeFolder() {
 
 class Syslog : public SystemLog {
 public:
-    void error(std::string_view text) override {
+    bool error(std::string_view text) override {
         ::syslog(LOG_USER | LOG_ERR, "%.*s", static_cast<int>(text.size()), text.data());
+        return true;
     }
 };
 

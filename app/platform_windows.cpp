@@ -67,14 +67,16 @@ std::string subkeyOf(std::string_view application, std::string_view section) {
 
 class EventLog : public SystemLog {
 public:
-    void error(std::string_view text) override {
+    bool error(std::string_view text) override {
         const HANDLE source = RegisterEventSourceA(nullptr, kEventSource);
         if (!source)
-            return;
+            return false;
         const std::string ansi = toAnsi(text);
         const char* strings[] = {ansi.c_str()};
-        ReportEventA(source, EVENTLOG_ERROR_TYPE, 0, 0, nullptr, 1, 0, strings, nullptr);
+        const bool written = ReportEventA(source, EVENTLOG_ERROR_TYPE, 0, 0, nullptr, 1, 0,
+                                          strings, nullptr) != 0;
         DeregisterEventSource(source);
+        return written;
     }
 };
 

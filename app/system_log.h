@@ -9,8 +9,8 @@ namespace tollwick {
 class SystemLog {
 public:
     virtual ~SystemLog() = default;
-    // One entry of type error; `text` is UTF-8. Failures are silent.
-    virtual void error(std::string_view text) = 0;
+    // One entry of type error; `text` is UTF-8. False when it could not be written, which nobody is told.
+    virtual bool error(std::string_view text) = 0;
 };
 
 // The log of this platform.

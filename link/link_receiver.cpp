@@ -57,7 +57,7 @@ LinkReceiver::Arrival LinkReceiver::DataArrival(std::string_view arrived, Comrec
         KeyReceived = 1;
         return Arrival::Nothing;
     }
-    if (framer_.overlong())
+    if (framer_.overlong() || framer_.buffered().size() > kMaxBuffered)
         return Arrival::TooLong;
     if (!framer_.takeLine(line_))
         return Arrival::Nothing;

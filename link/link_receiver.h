@@ -14,6 +14,8 @@ inline constexpr std::size_t kSessionKeySize = 32;
 inline constexpr std::string_view kLineEnd = "\r\n";
 // The longest valid line: the start value and every byte of a record as two digits, and the line end.
 inline constexpr std::size_t kMaxLineSize = 2 + 2 * kComrecordSize + kLineEnd.size();
+// What may wait to be taken; at most one line is ever asked for.
+inline constexpr std::size_t kMaxBuffered = 64 * kMaxLineSize;
 
 // The line for a record, CR LF included. `start` is the random start value, 1 to 255.
 std::string encodeLine(const Comrecord& record, std::string_view key, std::uint8_t start);
@@ -45,10 +47,10 @@ private:
 class LinkReceiver {
 public:
     enum class Arrival {
-        Nothing,   // an incomplete line, or data that is no key
-        Key,       // SessionKey has come
-        Record,    // a line has been unpacked into the record
-        TooLong,   // the line is longer than any valid one: the link is to be closed
+        Nothing, // an incomplete line, or data that is no key
+        Key,     // SessionKey has come
+        Record,  // a line has been unpacked into the record
+        TooLong, // more has come than any service sends: the link is to be closed
     };
 
     // `arrived` are the bytes of one arrival, which may be none when only the rest of an earlier one

@@ -80,7 +80,9 @@ public:
     Integer RetrieveAll();
 
     // True from the start of a request until its failure, if any, has been told.
-    [[nodiscard]] bool isBusy() const { return depth_ > 0 || link_.isWaiting(); }
+    [[nodiscard]] bool isBusy() const { return isRunning() || link_.isWaiting(); }
+    // The same, but not while the status is merely awaited: another request may then be made.
+    [[nodiscard]] bool isRunning() const { return depth_ > 0; }
 
 private:
     class Scope;

@@ -97,8 +97,8 @@ std::string unscramble(std::string_view key, std::string_view scrambled) {
 }
 
 std::uint8_t randomStart() {
-    static std::minstd_rand generator(static_cast<std::uint32_t>(
-        std::chrono::steady_clock::now().time_since_epoch().count()));
+    thread_local std::minstd_rand generator(
+        static_cast<std::uint32_t>(std::chrono::steady_clock::now().time_since_epoch().count()));
     const double drawn = std::uniform_real_distribution<double>(0.0, 1.0)(generator);
     return static_cast<std::uint8_t>(std::lrint(drawn * 10000) % 255 + 1);
 }

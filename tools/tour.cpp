@@ -1,6 +1,6 @@
 // A guided tour of the console without a display: starts the stand-in service with its sample site, logs
 // in, visits every node, runs a transport, and saves a picture of each step, in both languages.
-// Usage: tollwick-tour FOLDER
+// Usage: tollwick-tour FOLDER [dark]
 #include "app/files.h"
 #include "app/ini_store.h"
 #include "simulator/sample_site.h"
@@ -113,8 +113,24 @@ QTreeWidgetItem* findNode(ConfigTree* tree, const QString& key) {
 
 class NoSystemLog : public SystemLog {
 public:
-    void error(std::string_view) override {}
+    bool error(std::string_view) override { return true; }
 };
+
+// The colours of a dark desktop.
+QPalette darkPalette() {
+    const QColor window(0x2b, 0x2d, 0x30);
+    const QColor base(0x1e, 0x1e, 0x1e);
+    const QColor text(0xe4, 0xe6, 0xe8);
+    const QColor faint(0x80, 0x84, 0x88);
+    QPalette palette(text, QColor(0x3a, 0x3d, 0x41), window.lighter(), window.darker(), faint, text,
+                     Qt::white, base, window);
+    palette.setColor(QPalette::Highlight, QColor(0x2f, 0x6f, 0xb0));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Link, QColor(0x6c, 0xb2, 0xf4));
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, faint);
+    return palette;
+}
 
 void tour(const QString& folder, Integer lang_base) {
     const bool swedish = lang_base == kSwedish;
@@ -255,10 +271,13 @@ void tour(const QString& folder, Integer lang_base) {
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 2) {
-        std::fputs("Usage: tollwick-tour FOLDER\n", stderr);
+    const bool dark = arguments.size() == 3 && arguments[2] == "dark";
+    if (arguments.size() != (dark ? 3 : 2)) {
+        std::fputs("Usage: tollwick-tour FOLDER [dark]\n", stderr);
         return 2;
     }
+    if (dark)
+        QApplication::setPalette(darkPalette());
     const QString folder = QDir(arguments[1]).absolutePath();
     QDir().mkpath(folder);
     std::puts("A guided tour, as pictures:");

@@ -1,4 +1,5 @@
 #include "app/registry_store.h"
+#include "app/system_log.h"
 #include "app/settings_store.h"
 #include "tests/support/code_page.h"
 
@@ -103,6 +104,13 @@ TEST_F(RegistryStoreTest, EmptyTextsFollowTheRuleForBlanks) {
     EXPECT_EQ(settings.ReadSetting(application, "General", "Name", "default"), "default");
     put("Name", REG_SZ, std::string("   \0", 4));
     EXPECT_EQ(settings.ReadSetting(application, "General", "Name", "default"), "default");
+}
+
+TEST(EventLogTest, TakesAnEntryOfAnyLength) {
+    const auto log = platformSystemLog();
+    EXPECT_TRUE(log->error("M: Overflow, (See corvale.log for details)"));
+    EXPECT_TRUE(log->error("M: Directory: C:\\Program\\Malmö was missing and has been recreated, "));
+    EXPECT_TRUE(log->error(std::string(30'000, 'x')));
 }
 
 } // namespace

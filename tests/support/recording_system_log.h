@@ -10,7 +10,10 @@ namespace tollwick {
 
 class RecordingSystemLog : public SystemLog {
 public:
-    void error(std::string_view text) override { entries.emplace_back(text); }
+    bool error(std::string_view text) override {
+        entries.emplace_back(text);
+        return true;
+    }
 
     std::vector<std::string> entries;
 };

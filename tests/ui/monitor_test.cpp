@@ -154,6 +154,26 @@ TEST_F(MonitorTest, AStatusThatDoesNotComeIsWaitedForWithoutAWord) {
     EXPECT_EQ(polls(), 2);
 }
 
+TEST_F(MonitorTest, ACommandWaitsForTheStatusThatIsOnItsWay) {
+    clickNode("uucpmonitor");
+    onServer([](Server& s) {
+        s.faults().only_class = ObjectClass::UucpStatus;
+        s.faults().never_reply = true;
+    });
+    for (int i = 0; i < 11; ++i)
+        tick();
+    // Both are lost then; the first box comes up, and is answered, while input is locked.
+    for (const char* failure :
+         {"Unable to get UUCP status from the Tollwick Service!\nThe connection is terminated!",
+          "Unable to send UUCP-command to the Tollwick Service!\nThe connection is terminated!"})
+        boxes.expectBox(QMessageBox::Critical, failure);
+    inRequest([this] { trigger("UucpTransportNowMenu"); },
+              [this] { onServer([](Server& s) { s.closeConnections(); }); });
+    EXPECT_EQ(requestCount(ObjectClass::UucpCommand), 0);
+    tick();
+    EXPECT_TRUE(isLoggedOut());
+}
+
 TEST_F(MonitorTest, ADroppedConnectionIsNoticedWithinATick) {
     clickNode("uucphosts");
     clickRow(0);

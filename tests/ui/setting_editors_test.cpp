@@ -249,12 +249,11 @@ TEST_P(TextEditTest, OpensInEveryWay) {
     const TextEdit& edit = GetParam();
     logIn();
     select(edit.node, edit.row);
-    const QPoint place = list().visualRect(list().currentIndex()).center();
     std::vector<std::function<void()>> ways{
         [&] { trigger("PropertiesMenu"); },
         [&] { trigger("toolbar_properties"); },
         [&] { clickInContextMenu("PropertiesMenu"); },
-        [&] { QTest::mouseDClick(list().viewport(), Qt::LeftButton, {}, place); },
+        [&] { doubleClickRow(edit.row); },
         [&] { QTest::keyClick(&list(), Qt::Key_Return); },
     };
     if (action("Toggmenu")->isEnabled()) {
@@ -348,11 +347,10 @@ TEST_P(SwitchTest, IsFlippedInEveryWay) {
     logIn();
     SettingsRecord expected = settings();
     select(flipped.node, flipped.row);
-    const QPoint place = list().visualRect(list().currentIndex()).center();
     std::vector<std::function<void()>> ways{
         [&] { trigger("Toggmenu"); },
         [&] { clickInContextMenu("Toggmenu"); },
-        [&] { QTest::mouseDClick(list().viewport(), Qt::LeftButton, {}, place); },
+        [&] { doubleClickRow(flipped.row); },
         [&] { QTest::keyClick(&list(), Qt::Key_Return); },
     };
     if (!isLog()) {

@@ -32,6 +32,7 @@ ScriptFileForm::ScriptFileForm(ConsoleContext& context, QWidget* parent)
     connect(cancel, &QPushButton::clicked, this, &ScriptFileForm::reject);
     connect(list_, &QListWidget::itemDoubleClicked, this, &ScriptFileForm::accept);
 
+    const BusyPointer busy(context.progress);
     std::vector<std::string> names;
     context.requests.txGetAllScriptFile(names);
     // After a failure the names received so far are offered.

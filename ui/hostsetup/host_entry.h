@@ -116,4 +116,12 @@ CurrentModem withDefaults(CurrentModem modem);
 // Without blanks around it.
 std::string trimmed(std::string_view text);
 
+// The text as the dialog shows it once this field has stored it: what does not fit is cut.
+template <std::size_t N>
+std::string asStored(std::string_view text, FixedText<N> HostRecord::*) {
+    FixedText<N> field;
+    field = text;
+    return trimmed(field.text());
+}
+
 } // namespace tollwick

@@ -76,10 +76,12 @@ std::optional<HostProblem> checkHost(const HostEntry& entry, const HostRecord& s
     return {};
 }
 
-std::optional<HostProblem> checkScriptName(std::string_view name) {
-    if (name.find_first_of(":\\") != std::string_view::npos)
+std::optional<HostProblem> checkScriptName(std::string_view entered) {
+    // As the service gets it, with a "?" for each character that the code page lacks.
+    const std::string name = fromAnsi(toAnsi(entered));
+    if (name.find_first_of(":\\") != std::string::npos)
         return HostProblem{Text::ScriptNameHasPath, BoxIcon::Critical, HostField::ScriptFileName};
-    if (name.find_first_of("?*\\/<>|\"") != std::string_view::npos)
+    if (name.find_first_of("?*\\/<>|\"") != std::string::npos)
         return HostProblem{Text::ScriptNameIllegal, BoxIcon::Critical, HostField::ScriptFileName};
     return {};
 }

@@ -12,6 +12,9 @@
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QRegularExpression>
+
+#include <algorithm>
 
 namespace tollwick {
 namespace {
@@ -42,6 +45,28 @@ int positionOf(const QComboBox* combo, int shown_at_first) {
 
 std::string textOf(const QLineEdit* edit) {
     return edit->text().toStdString();
+}
+
+// What the keyboard cannot enter into a line, but a paste or a drop can.
+const QRegularExpression& lineBreaks() {
+    static const QRegularExpression breaks("[\\r\\n\\x{2028}\\x{2029}]");
+    return breaks;
+}
+
+const QRegularExpression& noNodeNameCharacters() {
+    static const QRegularExpression others("[^0-9A-Za-z_.-]");
+    return others;
+}
+
+// Drops what does not belong into the line from each text that the user enters.
+void keepOut(const QRegularExpression& unwanted, QLineEdit* edit) {
+    QObject::connect(edit, &QLineEdit::textEdited, edit, [&unwanted, edit](QString text) {
+        if (!text.contains(unwanted))
+            return;
+        const QString before_cursor = text.left(edit->cursorPosition()).remove(unwanted);
+        edit->setText(text.remove(unwanted));
+        edit->setCursorPosition(static_cast<int>(before_cursor.size()));
+    });
 }
 
 void withoutMnemonic(QAbstractButton* button) {
@@ -204,15 +229,22 @@ void HostSetupForm::connectSignals() {
     });
     connect(ui_->ScriptBox, &QWidget::customContextMenuRequested, this,
             &HostSetupForm::showScriptMenu);
+    for (QLineEdit* edit : findChildren<QLineEdit*>())
+        keepOut(lineBreaks(), edit);
     ui_->RemoteHostNameTxt->installEventFilter(this);
+    // A name that came with other characters can still be edited.
+    if (!ui_->RemoteHostNameTxt->text().contains(noNodeNameCharacters()))
+        keepOut(noNodeNameCharacters(), ui_->RemoteHostNameTxt);
 }
 
 bool HostSetupForm::eventFilter(QObject* watched, QEvent* event) {
     if (watched == ui_->RemoteHostNameTxt && event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
         const QString text = key->text();
-        const bool types = !text.isEmpty() && text[0].isPrint() &&
-                           !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+        // Ctrl makes it a shortcut; Ctrl and Alt together are AltGr.
+        const bool is_shortcut = (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) ==
+                                 Qt::ControlModifier;
+        const bool types = !text.isEmpty() && text[0].isPrint() && !is_shortcut;
         if (types && !isNodeNameCharacter(text[0].unicode()))
             return true;
     }
@@ -290,15 +322,17 @@ void HostSetupForm::fetchLists() {
                          requests.txGetAllTapiDevices(devices) == kFalse &&
                          requests.txGetAllTapiLocations(locations) == kFalse &&
                          requests.txGetAllRasEntries(ras_entries) == kFalse;
-    const auto select = [](QComboBox* list, const std::string& name) {
-        list->setCurrentIndex(list->findText(QString::fromStdString(name), Qt::MatchFixedString |
-                                                                               Qt::MatchCaseSensitive));
+    const auto show = [](QComboBox* list, const std::vector<std::string>& names, auto field,
+                         const std::string& stored) {
+        fill(list, names);
+        const auto found = std::find_if(names.begin(), names.end(), [&](const std::string& name) {
+            return asStored(name, field) == stored;
+        });
+        list->setCurrentIndex(found == names.end() ? -1 : static_cast<int>(found - names.begin()));
     };
-    fill(ui_->DeviceList, devices);
-    fill(ui_->LocationList, locations);
-    select(ui_->DeviceList, entry_.tapi_device);
-    select(ui_->LocationList, entry_.tapi_location);
-    showRasEntries(ras_entries);
+    show(ui_->DeviceList, devices, &HostRecord::tapi_device, entry_.tapi_device);
+    show(ui_->LocationList, locations, &HostRecord::tapi_location, entry_.tapi_location);
+    showRasEntries(ras_entries, fetched);
     if (fetched)
         context_.progress.setInfo(context_.text(Text::Ready));
 }
@@ -313,7 +347,7 @@ void HostSetupForm::fetchScript(const std::string& file_name) {
     ui_->ScriptBox->document()->setModified(false);
 }
 
-void HostSetupForm::showRasEntries(const std::vector<std::string>& names) {
+void HostSetupForm::showRasEntries(const std::vector<std::string>& names, bool are_all) {
     QComboBox* list = ui_->PhoneEntries;
     for (const std::string& name : names)
         list->addItem(QString::fromStdString(name), kRasEntry);
@@ -326,9 +360,9 @@ void HostSetupForm::showRasEntries(const std::vector<std::string>& names) {
     const RasChoice& stored = entry_.ras_entry;
     const auto position = static_cast<std::size_t>(stored.position);
     const bool is_there = stored.position >= 0 && position < names.size() &&
-                          trimmed(names[position]) == stored.name;
+                          asStored(names[position], &HostRecord::ras_entry) == stored.name;
     list->setCurrentIndex(is_there ? stored.position : -1);
-    if (!is_there && !stored.name.empty())
+    if (!is_there && are_all && !stored.name.empty())
         context_.prompter.exclamation(context_.text(Text::RasEntryGone));
 }
 
@@ -404,7 +438,11 @@ HostEntry HostSetupForm::entry() const {
 std::string HostSetupForm::scriptText() const {
     if (!ui_->ScriptBox->document()->isModified())
         return script_;
-    return ui_->ScriptBox->toPlainText().replace("\n", "\r\n").toStdString();
+    // Not the plain text: that has a blank for each no-break space.
+    QString text = ui_->ScriptBox->document()->toRawText();
+    for (const QChar line_end : {QChar(QChar::ParagraphSeparator), QChar(QChar::LineSeparator)})
+        text.replace(line_end, QLatin1String("\r\n"));
+    return text.toStdString();
 }
 
 void HostSetupForm::SetConnectFrames() {
@@ -459,10 +497,10 @@ void HostSetupForm::rasEntryChosen(int position) {
 }
 
 void HostSetupForm::browseScripts() {
-    const BusyPointer busy(context_.progress);
     ScriptFileForm(context_, this).exec();
     if (context_.edit.EditCancelled)
         return;
+    const BusyPointer busy(context_.progress);
     const std::string name = context_.edit.EditResult;
     ui_->ScripFileNameTxt->setText(QString::fromStdString(name));
     context_.progress.setInfo(context_.text(Text::StatusRetrievingPickedScript));

@@ -44,7 +44,8 @@ private:
     // Fetches in their order; the first failure, which has been told, ends it.
     void fetchLists();
     void fetchScript(const std::string& file_name);
-    void showRasEntries(const std::vector<std::string>& names);
+    // `are_all`: the service has told them to the end.
+    void showRasEntries(const std::vector<std::string>& names, bool are_all);
     void showConnectSpeed();
 
     // What the controls hold, on top of what was shown at first.

@@ -131,10 +131,12 @@ Record* CommandRunner::selected(std::vector<Record>& records) {
 template <class Record>
 void CommandRunner::remove(std::vector<Record>& records, const Record* record) {
     const auto row = record - records.data();
-    records.erase(records.begin() + row);
+    const auto erase = [&] { records.erase(records.begin() + row); };
     // The list is empty already when the link was lost behind the reply.
     if (list_.selectedRow() == row)
-        list_.removeRow(static_cast<int>(row));
+        list_.removeRow(static_cast<int>(row), erase);
+    else
+        erase();
 }
 
 bool CommandRunner::isConfirmed(Text question) {

@@ -24,14 +24,13 @@ Console::~Console() = default;
 
 bool Console::Main() {
     errors_.guard(Routine::Main, [&](Integer& step) {
-        step = 1;
-        main_.loadLanguage();
         step = 2;
+        main_.loadLanguage();
         errors_.guard(Routine::LoadConnectionSettings,
                       [&](Integer&) { main_.loadConnectionSettings(); });
+        step = 3;
         main_.prepareFolders();
         main_.copySuppliedFiles();
-        step = 3;
         main_.placeHelpFiles();
         step = 4;
         main_form_ = std::make_unique<Twmainform>(context_, early_status_bar_.release(),

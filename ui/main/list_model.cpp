@@ -30,8 +30,9 @@ void ListModel::setCell(int row, int column, const std::string& text) {
     emit dataChanged(cell, cell, {Qt::DisplayRole});
 }
 
-void ListModel::removeListRow(int row) {
+void ListModel::removeListRow(int row, const std::function<void()>& erase) {
     beginRemoveRows({}, row, row);
+    erase();
     --contents_.row_count;
     cached_row_ = -1;
     endRemoveRows();

@@ -20,8 +20,8 @@ public:
 
     // Writes a cell only when it differs from what is shown there.
     void setCell(int row, int column, const std::string& text);
-    // Takes a row away; its record has already gone from the data that the contents follow.
-    void removeListRow(int row);
+    // Takes a row away. `erase` takes its record from the data that the contents follow.
+    void removeListRow(int row, const std::function<void()>& erase);
 
     // Tells a row apart from the others of its list.
     [[nodiscard]] std::string identity(int row) const;

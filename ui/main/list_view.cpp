@@ -42,8 +42,8 @@ void ListView::refill(ListContents contents, const std::string& selected_identit
         setCurrentIndex(list_model_->index(row, 0));
 }
 
-void ListView::removeRow(int row) {
-    list_model_->removeListRow(row);
+void ListView::removeRow(int row, const std::function<void()>& erase) {
+    list_model_->removeListRow(row, erase);
 }
 
 int ListView::selectedRow() const {

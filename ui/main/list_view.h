@@ -18,7 +18,8 @@ public:
     void showContents(ListContents contents);
     // Shows the contents of the same list again and selects the row with this identity, if any.
     void refill(ListContents contents, const std::string& selected_identity);
-    void removeRow(int row);
+    // Takes a row away. `erase` takes its record from the data that the contents follow.
+    void removeRow(int row, const std::function<void()>& erase);
     void setCell(int row, int column, const std::string& text) {
         list_model_->setCell(row, column, text);
     }

@@ -47,6 +47,9 @@ LoginForm::LoginForm(ConsoleContext& context, QWidget* parent)
     ui_->txtUsername->setMinimumWidth(label_width);
     ui_->txtHostOrIp->setMinimumWidth(label_width);
     layOut(false);
+    const QRect desktop = screen()->geometry();
+    move(desktop.left() + (desktop.width() - width()) / 2,
+         desktop.top() + (desktop.height() - height()) / 2);
 
     const ConnectionSettings& connection = context.main.connection;
     const auto fill = [](QLineEdit* edit, const std::string& text) {

@@ -34,6 +34,33 @@ constexpr WebRegion kWebRegions[] = {
     {4000, "area=se&origin=se"}, {7000, "area=eu&origin=es"}, {19000, "area=eu&origin=nl"}};
 constexpr const char* kOtherRegions = "area=eu&origin=uk";
 
+Routine routineOf(Action action) {
+    switch (action) {
+    case Action::ChangeLogin:
+        return Routine::ChangeLogin;
+    case Action::AddSchedule:
+        return Routine::AddSchedule;
+    case Action::EditSchedule:
+        return Routine::EditSchedule;
+    case Action::DeleteSchedule:
+        return Routine::DeleteSchedule;
+    case Action::DeleteHost:
+        return Routine::DeleteHost;
+    case Action::DeleteMail:
+        return Routine::DeleteMail;
+    case Action::EditAdminSetting:
+    case Action::EditSmtpServiceSetting:
+    case Action::EditSmtpForwardSetting:
+    case Action::EditOptionSetting:
+    case Action::EditUucpDaemonSetting:
+    case Action::EditLogPeriod:
+    case Action::ToggleLogSwitch:
+        return Routine::EditSetting;
+    default:
+        return Routine::Command;
+    }
+}
+
 } // namespace
 
 QString webAddress(std::string_view page, Integer lang_base) {
@@ -72,7 +99,11 @@ Twmainform::~Twmainform() = default;
 
 void Twmainform::connectActions() {
     const auto on = [this](QAction* action, auto&& handler) {
-        connect(action, &QAction::triggered, this, handler);
+        connect(action, &QAction::triggered, this, [this, handler] {
+            // An assistive tool reaches an action even while no window takes input.
+            if (!context_.requests.isRunning())
+                handler();
+        });
     };
     const auto onCommand = [&](QAction* action, Command command) {
         on(action, [this, command] { run(command); });
@@ -92,7 +123,7 @@ void Twmainform::connectActions() {
             context_.errors.guard(Routine::Command,
                                   [&](Integer&) { commands_.cancelTransport(); });
         });
-    on(actions_->Exitmenu, [this] { exitProgram(); });
+    connect(actions_->Exitmenu, &QAction::triggered, this, &Twmainform::exitProgram);
 
     onCommand(actions_->AddMenu, Command::Add);
     onCommand(actions_->DeleteMenu, Command::Delete);
@@ -149,8 +180,11 @@ void Twmainform::logIn() {
         if (login.exec() != QDialog::Accepted || !context_.link.isOpen())
             return;
         step = 2;
-        tree_->build(context_.link.host(), context_.main.texts());
-        pane_->layOut();
+        menu_timer_->tick(); // knows the connection before there is something to clear at its loss
+        context_.errors.guard(Routine::BuildTree, [&](Integer&) {
+            tree_->build(context_.link.host(), context_.main.texts());
+            pane_->layOut();
+        });
     });
 }
 
@@ -188,7 +222,7 @@ void Twmainform::run(Command command) {
 void Twmainform::run(Action action) {
     if (!context_.link.isOpen())
         return;
-    context_.errors.guard(Routine::Command, [&](Integer&) { commands_.run(action); });
+    context_.errors.guard(routineOf(action), [&](Integer&) { commands_.run(action); });
 }
 
 void Twmainform::showSelectedNode() {
@@ -215,7 +249,9 @@ void Twmainform::showAbout() {
 }
 
 void Twmainform::openWebPage(std::string_view page) {
-    open_url(QUrl(webAddress(page, context_.main.texts().LangBase())));
+    context_.errors.guard(Routine::Help, [&](Integer&) {
+        open_url(QUrl(webAddress(page, context_.main.texts().LangBase())));
+    });
 }
 
 } // namespace tollwick

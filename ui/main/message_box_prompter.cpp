@@ -39,6 +39,15 @@ QWidget* owner() {
     return nullptr;
 }
 
+// Shows the usual pointer over a box that comes up while something is going on.
+class UsualPointer {
+public:
+    UsualPointer() { QApplication::setOverrideCursor(Qt::ArrowCursor); }
+    ~UsualPointer() { QApplication::restoreOverrideCursor(); }
+    UsualPointer(const UsualPointer&) = delete;
+    UsualPointer& operator=(const UsualPointer&) = delete;
+};
+
 void setText(QMessageBox& box, std::string_view text) {
     box.setTextFormat(Qt::PlainText);
     box.setText(toQString(text).replace("\r\n", "\n"));
@@ -52,6 +61,7 @@ MessageBoxPrompter::MessageBoxPrompter(const MainModule& main, InputBlocker& blo
 
 void MessageBoxPrompter::tell(BoxIcon icon, std::string_view text) {
     const InputBlocker::Pause pause(blocker_);
+    const UsualPointer pointer;
     QMessageBox box(owner());
     setText(box, text);
     box.setIcon(iconOf(icon));
@@ -66,6 +76,7 @@ void MessageBoxPrompter::tell(BoxIcon icon, std::string_view text) {
 
 Answer MessageBoxPrompter::ask(BoxIcon icon, std::string_view text, Answer default_button) {
     const InputBlocker::Pause pause(blocker_);
+    const UsualPointer pointer;
     QMessageBox box(owner());
     setText(box, text);
     box.setIcon(iconOf(icon));

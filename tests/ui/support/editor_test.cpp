@@ -8,6 +8,24 @@
 #include <sstream>
 
 namespace tollwick {
+namespace {
+
+// The control that takes the keys: one of the dialog on top, if there is any.
+QWidget* focusWidget() {
+    EXPECT_TRUE(waitUntil([] {
+        const QWidget* focus = QApplication::focusWidget();
+        QWidget* top = QApplication::activeModalWidget();
+        if (focus && (!top || top->isAncestorOf(focus)))
+            return true;
+        // The window system may still be busy with the window below.
+        if (top)
+            top->activateWindow();
+        return false;
+    })) << "no control has the focus";
+    return QApplication::focusWidget();
+}
+
+} // namespace
 
 void EditorTest::select(const std::string& node, int row) {
     clickNode(node);
@@ -24,6 +42,12 @@ void EditorTest::clickInContextMenu(const char* name) {
     QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action(name)).center());
 }
 
+void EditorTest::doubleClickRow(int row) {
+    clickRow(row); // whose press comes before that of a double-click
+    QTest::mouseDClick(list().viewport(), Qt::LeftButton, {},
+                       list().visualRect(list().currentIndex()).center());
+}
+
 void EditorTest::inDialogs(const std::function<void()>& open, const std::vector<Act>& acts) {
     std::size_t count = 0;
     bool is_acting = false;
@@ -36,10 +60,8 @@ void EditorTest::inDialogs(const std::function<void()>& open, const std::vector<
         if (count >= acts.size()) {
             ADD_FAILURE() << "a dialog too many: " << dialog->objectName().toStdString();
             dialog->reject();
-        } else if (!QTest::qWaitForWindowActive(dialog, kPatience)) {
-            ADD_FAILURE() << "a dialog without the focus";
-            dialog->reject();
         } else {
+            focusWidget();
             acts[count](*dialog);
             if (dialog->isVisible()) {
                 ADD_FAILURE() << "Dialog that stays: " << dialog->objectName().toStdString();
@@ -55,8 +77,7 @@ void EditorTest::inDialogs(const std::function<void()>& open, const std::vector<
 }
 
 void EditorTest::type(const char* text) {
-    QWidget* widget = QApplication::focusWidget();
-    ASSERT_TRUE(widget);
+    QWidget* widget = focusWidget();
     for (const QChar character : QString::fromUtf8(text))
         if (character < QChar(0x80))
             QTest::keyClick(widget, character.toLatin1());
@@ -65,13 +86,11 @@ void EditorTest::type(const char* text) {
 }
 
 void EditorTest::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
-    ASSERT_TRUE(QApplication::focusWidget());
-    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    QTest::keyClick(focusWidget(), key, modifiers);
 }
 
 std::string EditorTest::focused() {
-    const QWidget* widget = QApplication::focusWidget();
-    return widget ? widget->objectName().toStdString() : "";
+    return focusWidget()->objectName().toStdString();
 }
 
 Lines EditorTest::logged() {

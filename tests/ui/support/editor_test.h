@@ -21,6 +21,7 @@ protected:
     EditorTest() { set(setting::ComTimeout, "1"); }
 
     void select(const std::string& node, int row);
+    void doubleClickRow(int row);
     // Opens the Tools menu on the selected row with the right mouse button, and clicks an entry.
     void clickInContextMenu(const char* name);
 
