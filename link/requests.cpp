@@ -60,7 +60,9 @@ constexpr std::string_view kFailSaveHost =
 
 // A list that grows past these is taken for one without an end, and counts as a failed request.
 constexpr std::size_t kMostNames = 10'000;
-constexpr std::size_t kMostRecords = 1'000'000;
+constexpr std::size_t kMostMails = 1'000'000;
+template <class Record>
+constexpr std::size_t kMostRecords = (std::size_t{256} << 20) / sizeof(Record); // 256 MB
 
 bool isFailure(Integer reply) {
     return reply == result::Refused || reply == result::NoReply;
@@ -130,7 +132,7 @@ Integer Requests::getNumberedList(const RequestRow& row, std::vector<Record>& li
     list.clear();
     Comrecord& record = begin(row);
     record.RecordNumber = 1;
-    while (list.size() < kMostRecords) {
+    while (list.size() < kMostRecords<Record>) {
         const Integer reply = exchange();
         if (reply == result::EndOfList)
             return kFalse;
@@ -291,7 +293,7 @@ Integer Requests::txGetAllOutbox() {
     // Windows go on showing the old mails until the new ones are there.
     std::vector<OutboxRecord> outbox;
     const Integer failed =
-        getList(catalogue::GetAllOutbox, kMostRecords, [&](const Comrecord& record) {
+        getList(catalogue::GetAllOutbox, kMostMails, [&](const Comrecord& record) {
             unpackRecord(record, outbox.emplace_back());
         });
     data_.outbox = std::move(outbox);

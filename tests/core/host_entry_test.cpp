@@ -24,8 +24,8 @@ void setBytes(FixedText<N>& field, std::string bytes, char padding) {
     bytes.copy(field.data(), N);
 }
 
-// A host whose every text field holds these bytes, filled up, and whose every number is another one.
-// Nothing in it is replaced by a default.
+// A host whose every text field holds these bytes, filled up, and whose every number is another
+// one. Nothing in it is replaced by a default.
 HostRecord filledHost(const std::string& text, char padding) {
     HostRecord record;
     int count = 2;
@@ -101,20 +101,21 @@ std::string padded(const Change& change) {
 
 #define TEXT_FIELD(member, offset, width)                                                          \
     Change {                                                                                       \
-        #member, [](HostEntry& e) { e.member = " New!"; }, offset, width, " New!"                  \
+#member, [](HostEntry & e) { e.member = " New!"; }, offset, width, " New!"                 \
     }
 #define NUMBER_FIELD(member, offset, width)                                                        \
     Change {                                                                                       \
-        #member, [](HostEntry& e) { e.member.text = " 17 "; }, offset, width,                      \
-            fromHex(width == 4 ? "11 00*3" : "11 00")                                              \
+#member,                                                                                   \
+            [](HostEntry & e) { e.member.text = " 17 "; }, offset, width,                          \
+                                                        fromHex(width == 4 ? "11 00*3" : "11 00")  \
     }
 #define POSITION_FIELD(member, offset, stored)                                                     \
     Change {                                                                                       \
-        #member, [](HostEntry& e) { e.member.index = 1; }, offset, 2, fromHex(stored)              \
+#member, [](HostEntry & e) { e.member.index = 1; }, offset, 2, fromHex(stored)             \
     }
 #define BOX_FIELD(member, offset)                                                                  \
     Change {                                                                                       \
-        #member, [](HostEntry& e) { e.member = !e.member; }, offset, 2, fromHex("00 00")           \
+#member, [](HostEntry & e) { e.member = !e.member; }, offset, 2, fromHex("00 00")          \
     }
 
 // clang-format off
@@ -198,8 +199,8 @@ TEST(HostEntry, PasswordsAreScrambledInTheRecord) {
     };
     const HostRecord before = ordinaryHost();
     for (const auto& password : passwords)
-        for (const std::string& plain : {std::string("räksmörgås"), std::string(" a b "),
-                                         std::string(), password.longest}) {
+        for (const std::string& plain :
+             {std::string("räksmörgås"), std::string(" a b "), std::string(), password.longest}) {
             SCOPED_TRACE(plain);
             HostEntry entry = entryOf(before);
             entry.*password.entry = plain;

@@ -156,18 +156,18 @@ Lines decided(const char* remote, const HostRecord& self, std::vector<Answer> an
     entry.remote_uucp_name = remote;
     Lines lines;
     std::size_t asked = 0;
-    const SpoolSteps steps{
-        [&](Text question, Answer default_button) {
-            lines.push_back(std::string(question == Text::ShareSpoolDirectory ? "share?"
-                                        : question == Text::RemoteHostChanged ? "rename?"
-                                                                              : "what?") +
-                            (default_button == Answer::Yes ? " [Yes]" : " [No]"));
-            return answers.at(asked++);
-        },
-        [&](const std::string& directory) {
-            lines.push_back("remove " + directory);
-            return removed;
-        }};
+    const SpoolSteps steps{[&](Text question, Answer default_button) {
+                               lines.push_back(
+                                   std::string(question == Text::ShareSpoolDirectory ? "share?"
+                                               : question == Text::RemoteHostChanged ? "rename?"
+                                                                                     : "what?") +
+                                   (default_button == Answer::Yes ? " [Yes]" : " [No]"));
+                               return answers.at(asked++);
+                           },
+                           [&](const std::string& directory) {
+                               lines.push_back("remove " + directory);
+                               return removed;
+                           }};
     std::string directory = "(none)";
     switch (decideSpoolDirectory(entry, self, hosts, steps, directory)) {
     case SpoolOutcome::Decided:
@@ -228,7 +228,7 @@ TEST(HostRules, FramesOfTheConnectionPage) {
         Single version;
         const char* shown;
     } const cases[] = {
-        {0, false, 3.99F, "modem"}, {0, true, 3.99F, "modem"}, {0, false, 4, "modem"},
+        {0, false, 3.99F, "modem"}, {0, true, 3.99F, "modem"},    {0, false, 4, "modem"},
         {0, true, 4, "telephony"},  {0, true, 5.5F, "telephony"}, {1, true, 4, "ras+only"},
         {1, false, 3, "ras+only"},  {2, true, 4, "ras"},          {2, false, 3, "ras"},
         {3, true, 4, ""},           {-1, false, 4, ""},
@@ -236,10 +236,11 @@ TEST(HostRules, FramesOfTheConnectionPage) {
     for (const auto& c : cases) {
         const ConnectFrames frames = connectFrames(c.connect_using, c.box, c.version);
         std::string shown;
-        for (const auto& [is_shown, name] :
-             {std::pair{frames.telephony, "telephony"}, {frames.modem, "modem"},
-              {frames.ras, "ras"}, {frames.ras_only == true, "+only"},
-              {frames.ras_only == false, "-only"}})
+        for (const auto& [is_shown, name] : {std::pair{frames.telephony, "telephony"},
+                                             {frames.modem, "modem"},
+                                             {frames.ras, "ras"},
+                                             {frames.ras_only == true, "+only"},
+                                             {frames.ras_only == false, "-only"}})
             if (is_shown)
                 shown += name;
         EXPECT_EQ(shown, c.shown) << c.connect_using << c.box << c.version;
@@ -264,8 +265,7 @@ TEST(HostRules, ChoiceLists) {
               (Lines{"1200", "2400", "4800", "9600", "19200", "38400", "57600", "115200"}));
     EXPECT_EQ(lists.protocols, (Lines{"g", "t", "G"}));
     EXPECT_EQ(lists.protocols[kProtocolT], "t");
-    EXPECT_EQ(lists.packet_sizes,
-              (Lines{"32", "64", "128", "256", "512", "1024", "2048", "4096"}));
+    EXPECT_EQ(lists.packet_sizes, (Lines{"32", "64", "128", "256", "512", "1024", "2048", "4096"}));
     EXPECT_EQ(lists.window_sizes, (Lines{"1", "2", "3", "4", "5", "6", "7"}));
     EXPECT_EQ(lists.data_bits, (Lines{"8", "7"}));
     EXPECT_EQ(lists.stop_bits, (Lines{"1", "2"}));

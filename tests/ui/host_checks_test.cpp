@@ -222,7 +222,7 @@ TEST_F(HostChecksTest, AFailedFetchLeavesADialogThatCannotSave) {
                 s.forgetRequests();
             });
             logIn();
-            failing(failure, fetches[i].first, refusedAs(fetches[i].second), [&] {
+            failingAt(failure, fetches[i].first, refusedAs(fetches[i].second), [&] {
                 editHost(0, [&] {
                     EXPECT_FALSE(context().link.isOpen());
                     for (std::size_t later = i + 1; later < std::size(fetches); ++later)
@@ -266,7 +266,7 @@ TEST_F(HostChecksTest, AFailedSaveClosesTheDialog) {
                 enter("RemoteHostNameTxt", "lund");
                 if (step.object_class != ObjectClass::Script)
                     questions.expect(kRename, kNo, kYes);
-                failing(failure, step.object_class, step.message, [this] { ok(); });
+                failingAt(failure, step.object_class, step.message, [this] { ok(); });
                 EXPECT_FALSE(form().isVisible());
             });
             EXPECT_EQ(saves(), step.saves) << "nothing after the failure";
@@ -303,10 +303,9 @@ TEST_F(HostChecksTest, SpeakSwedish) {
                      "tas bort. Vill du fortsätta?",
                      kNo, kYes);
     editHost(2, [&] {
-        boxes.expectBox(kExclamation,
-                        "Tidsgränsen för UUCP måste vara minst 2 sekunder.\n"
-                        "Rekommenderad inställning är 12 sekunder för protokoll 'g'\n"
-                        "och 40 sekunder för protokoll 't' och 'e'");
+        boxes.expectBox(kExclamation, "Tidsgränsen för UUCP måste vara minst 2 sekunder.\n"
+                                      "Rekommenderad inställning är 12 sekunder för protokoll 'g'\n"
+                                      "och 40 sekunder för protokoll 't' och 'e'");
         enter("UucpTimeoutTxt", "");
         ok();
         enter("UucpTimeoutTxt", "40");

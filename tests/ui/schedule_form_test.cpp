@@ -1,7 +1,9 @@
 #include "tests/ui/support/editor_test.h"
 #include "ui/main/svg_icons.h"
 
+#include <QApplication>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -35,7 +37,8 @@ protected:
         auto* field = child<QLineEdit>(form, name);
         ASSERT_TRUE(field->isEnabled()) << name;
         QTest::mouseClick(field, Qt::LeftButton);
-        ASSERT_TRUE(waitUntil([&] { return field->selectedText() == field->text(); }));
+        QCoreApplication::processEvents();
+        press(Qt::Key_A, Qt::ControlModifier);
         if (*text)
             type(text);
         else
@@ -108,9 +111,8 @@ TEST_F(ScheduleFormTest, ANewScheduleIsTypedSentAndShown) {
             EXPECT_EQ(focused(), "DayCombo");
             type("w"); // Wednesday, then Weekdays
             EXPECT_EQ(child<QComboBox>(form, "DayCombo")->currentText(), "Wednesday");
-            press(Qt::Key_Tab);
-            EXPECT_EQ(focused(), "IntervalOption");
-            press(Qt::Key_Tab);
+            for (int i = 0; i < 3 && focused() != "IntervalCombo"; ++i)
+                press(Qt::Key_Tab); // past the options
             press(Qt::Key_Down);
             press(Qt::Key_Tab);
             EXPECT_EQ(focused(), "BetweenFirst");
@@ -153,12 +155,36 @@ TEST_F(ScheduleFormTest, OneOptionDisablesTheFieldsOfTheOther) {
             expectEnabled(form, timed);
         }
         fill(form, "Timed", "7:3ö"); // every key is taken
+        choose(form, "IntervalOption");
+        fill(form, "Delay", "1");
+        choose(form, "TimedOption");
         fill(form, "Timed", "7:3");
         press(Qt::Key_Return);
     });
     EXPECT_EQ(sent<ScheduleRecord>(Operation::Add, ObjectClass::Schedule),
-              record(-1, 0, 1, 0, "07:30", "", "", 0, 0));
-    EXPECT_EQ(rowText(5), "setting schedule Monday|At: 07:30||0");
+              record(-1, 0, 1, 0, "07:30", "", "", 1, 0));
+    EXPECT_EQ(rowText(5), "setting schedule Monday|At: 07:30||1");
+}
+
+TEST_F(ScheduleFormTest, AClickSelectsAFieldButItsMenuDoesNot) {
+    logIn();
+    add([](QDialog& form) {
+        auto* delay = child<QLineEdit>(form, "Delay");
+        QTest::mouseClick(delay, Qt::LeftButton);
+        EXPECT_TRUE(waitUntil([&] { return delay->selectedText() == "0"; }));
+        type("1");
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(),
+                                delay->mapToGlobal(QPoint()));
+        QApplication::sendEvent(delay, &event);
+        QWidget* menu = QApplication::activePopupWidget();
+        ASSERT_TRUE(menu);
+        QTest::keyClick(menu, Qt::Key_Escape);
+        ASSERT_FALSE(QApplication::activePopupWidget());
+        QCoreApplication::processEvents();
+        type("2");
+        EXPECT_EQ(delay->text(), "12");
+        press(Qt::Key_Escape);
+    });
 }
 
 TEST_F(ScheduleFormTest, AnEditedScheduleKeepsItsPlaceAndRow) {

@@ -556,6 +556,7 @@ TEST_F(SettingEditorTest, SpeakSwedish) {
                 [](QDialog& form) {
                     EXPECT_EQ(child<QLineEdit>(form, "Edittext")->text(), "å");
                     press(Qt::Key_A, Qt::AltModifier);
+                    EXPECT_TRUE(waitUntil([&] { return !form.isVisible(); }));
                 }});
 
     select("uucpdaemon", 1);

@@ -3,6 +3,8 @@
 #include "ui/main/svg_icons.h"
 #include "ui_new_login_form.h"
 
+#include <QScopeGuard>
+
 namespace tollwick {
 namespace {
 
@@ -63,15 +65,15 @@ void NewLoginForm::save() {
         context_.prompter.beep();
         context_.prompter.critical(context_.text(Text::PasswordEmpty)); // a warning: it goes on
     }
-    setRunning(true);
     Integer result = kTrue;
     {
+        setRunning(true);
+        const auto end = qScopeGuard([this] { setRunning(false); });
         const BusyPointer busy(context_.progress);
         context_.data.user_id = ui_->tbUserId->text().trimmed().toStdString();
         context_.data.password = password.toStdString();
         result = context_.requests.txNewLogin();
     }
-    setRunning(false);
     if (result != kTrue)
         QDialog::accept();
 }

@@ -3,6 +3,7 @@
 #include "ui/main/svg_icons.h"
 #include "ui_schedule_form.h"
 
+#include <QFocusEvent>
 #include <QTimer>
 
 namespace tollwick {
@@ -141,8 +142,10 @@ void ScheduleForm::showEvent(QShowEvent* event) {
 }
 
 bool ScheduleForm::eventFilter(QObject* watched, QEvent* event) {
-    // A field that gets the focus, by a click too, has its text selected: typing replaces it.
-    if (event->type() == QEvent::FocusIn)
+    // A field that gets the focus, by a click too, has its text selected: typing replaces it. Not
+    // when its context menu closes, though: what was just pasted is to be continued.
+    if (event->type() == QEvent::FocusIn &&
+        static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
         if (auto* field = qobject_cast<QLineEdit*>(watched))
             QTimer::singleShot(0, field, &QLineEdit::selectAll);
     return QDialog::eventFilter(watched, event);

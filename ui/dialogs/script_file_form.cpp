@@ -38,7 +38,7 @@ ScriptFileForm::ScriptFileForm(ConsoleContext& context, QWidget* parent)
     // After a failure the names received so far are offered.
     for (const std::string& name : names)
         list_->addItem(QString::fromStdString(name));
-    context.progress.setInfo(context.text(Text::Ready));
+    context.showIdle();
 }
 
 void ScriptFileForm::accept() {

@@ -104,10 +104,11 @@ bool exceedsHostLookupTimeout(const HostEntry& entry);
 // stand in place of a retry time and a dial timeout of 0 and a UUCP timeout below 2.
 HostEntry entryOf(const HostRecord& record);
 
-// Writes the entry into the record. Where the entry shows what the record holds, the record's bytes stay
-// as they are. Telephony names are written only for a service that offers them. Passwords are scrambled,
-// a host lookup timeout above the cap is stored as the cap, and blank modem commands get their defaults.
-// Throws RunTimeError 6 when a number does not fit, and leaves the record untouched then.
+// Writes the entry into the record. Where the entry shows what the record holds, the record's bytes
+// stay as they are. Telephony names are written only for a service that offers them. Passwords are
+// scrambled, a host lookup timeout above the cap is stored as the cap, and blank modem commands get
+// their defaults. Throws RunTimeError 6 when a number does not fit, and leaves the record untouched
+// then.
 void storeEntry(const HostEntry& entry, bool has_telephony, HostRecord& record);
 
 // Blank commands of the modem replaced by their defaults.

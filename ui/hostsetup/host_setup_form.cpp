@@ -19,7 +19,8 @@
 namespace tollwick {
 namespace {
 
-constexpr std::size_t kMaxScriptFile = 1 << 20; // bytes; what does not fit is refused when it is saved
+// In bytes; what the service cannot take is refused when it is saved.
+constexpr std::size_t kMaxScriptFile = 1 << 20;
 
 // Item data of the dial-up list: the entries of the service, and two items that are none.
 constexpr int kRasEntry = 0;
@@ -39,8 +40,7 @@ void fill(QComboBox* combo, const std::vector<std::string>& items) {
 // The position that the list shows now; one that the list could not show stays as it was.
 int positionOf(const QComboBox* combo, int shown_at_first) {
     const bool could_not_be_shown = shown_at_first < 0 || shown_at_first >= combo->count();
-    return combo->currentIndex() < 0 && could_not_be_shown ? shown_at_first
-                                                           : combo->currentIndex();
+    return combo->currentIndex() < 0 && could_not_be_shown ? shown_at_first : combo->currentIndex();
 }
 
 std::string textOf(const QLineEdit* edit) {
@@ -73,7 +73,7 @@ void withoutMnemonic(QAbstractButton* button) {
     button->setText(button->text().remove('&'));
 }
 
-// A name filter such as "Scripts(*.scp)|*.scp|All(*.*)|*.*" as file dialogs of this platform take it.
+// A name filter such as "Scripts(*.scp)|*.scp|All(*.*)|*.*" as file dialogs here take it.
 QString fileFilter(std::string_view filter) {
     const QStringList parts = toQString(filter).split('|');
     QStringList filters;
@@ -107,10 +107,11 @@ HostSetupForm::~HostSetupForm() {
 void HostSetupForm::setCaptions() {
     const StringTable& texts = context_.main.texts();
     setWindowTitle(context_.caption(Text::HostSetupForm));
-    for (const auto& [page, caption] :
-         {std::pair{HostPage::General, Text::TabGeneral}, {HostPage::Transport, Text::TabTransport},
-          {HostPage::Login, Text::TabLogin}, {HostPage::LoginScript, Text::TabLoginScript},
-          {HostPage::Connection, Text::TabConnection}})
+    for (const auto& [page, caption] : {std::pair{HostPage::General, Text::TabGeneral},
+                                        {HostPage::Transport, Text::TabTransport},
+                                        {HostPage::Login, Text::TabLogin},
+                                        {HostPage::LoginScript, Text::TabLoginScript},
+                                        {HostPage::Connection, Text::TabConnection}})
         ui_->SysSetupTab->setTabText(static_cast<int>(page), toQString(texts(caption)));
 
 #define CAPTION(control) ui_->control->setText(toQString(texts(Text::control)))
@@ -242,8 +243,8 @@ bool HostSetupForm::eventFilter(QObject* watched, QEvent* event) {
         const auto* key = static_cast<QKeyEvent*>(event);
         const QString text = key->text();
         // Ctrl makes it a shortcut; Ctrl and Alt together are AltGr.
-        const bool is_shortcut = (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) ==
-                                 Qt::ControlModifier;
+        const bool is_shortcut =
+            (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) == Qt::ControlModifier;
         const bool types = !text.isEmpty() && text[0].isPrint() && !is_shortcut;
         if (types && !isNodeNameCharacter(text[0].unicode()))
             return true;
@@ -446,9 +447,8 @@ std::string HostSetupForm::scriptText() const {
 }
 
 void HostSetupForm::SetConnectFrames() {
-    const ConnectFrames frames =
-        connectFrames(connectUsing(), ui_->chkUseTapi->isChecked(),
-                      context_.data.settings.service_version);
+    const ConnectFrames frames = connectFrames(connectUsing(), ui_->chkUseTapi->isChecked(),
+                                               context_.data.settings.service_version);
     ui_->Win95ModemFrame->setVisible(frames.telephony);
     ui_->ModemFrame->setVisible(frames.modem);
     ui_->RasFrame->setVisible(frames.ras);
@@ -472,8 +472,8 @@ void HostSetupForm::ChangeTapiDataFromLists() {
 
 void HostSetupForm::protocolChanged() {
     const bool sizes_count = ui_->UucpProtocolLbx->currentIndex() != kProtocolT;
-    for (QWidget* widget : std::initializer_list<QWidget*>{
-             ui_->PackSizeLabel, ui_->PackSizeLbx, ui_->WinSizeLabel, ui_->WindowsSizeLbx})
+    for (QWidget* widget : std::initializer_list<QWidget*>{ui_->PackSizeLabel, ui_->PackSizeLbx,
+                                                           ui_->WinSizeLabel, ui_->WindowsSizeLbx})
         widget->setVisible(sizes_count);
 }
 
@@ -505,7 +505,7 @@ void HostSetupForm::browseScripts() {
     ui_->ScripFileNameTxt->setText(QString::fromStdString(name));
     context_.progress.setInfo(context_.text(Text::StatusRetrievingPickedScript));
     fetchScript(name);
-    context_.progress.setInfo(context_.text(Text::Ready));
+    context_.showIdle();
 }
 
 void HostSetupForm::chooseModem() {
@@ -574,6 +574,7 @@ void HostSetupForm::save() {
     case HostSaveOutcome::Stopped:
         break;
     case HostSaveOutcome::LinkFailed:
+        context_.showIdle();
         QDialog::reject();
         break;
     case HostSaveOutcome::Saved:

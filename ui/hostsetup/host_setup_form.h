@@ -37,8 +37,8 @@ private:
     void fillLists();
     void connectSignals();
 
-    // Shows the current host and fetches what the service knows: script, devices, locations and dial-up
-    // entries.
+    // Shows the current host and fetches what the service knows: script, devices, locations and
+    // dial-up entries.
     void ShowAllData();
     void showEntry(const HostEntry& entry);
     // Fetches in their order; the first failure, which has been told, ends it.

@@ -28,6 +28,10 @@ struct ConsoleContext {
 
     [[nodiscard]] std::string_view text(Text text) const { return main.texts()(text); }
     [[nodiscard]] QString caption(Text text) const { return toQString(main.texts()(text)); }
+    // Has the status bar say that nothing is going on.
+    void showIdle() const {
+        progress.setInfo(text(link.isOpen() ? Text::Ready : Text::StatusConnectionClosed));
+    }
 
     static QString toQString(std::string_view utf8) {
         return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));

@@ -136,18 +136,12 @@ void HostSetupTest::showPage(int page) {
     QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(page).center());
 }
 
-Lines HostSetupTest::visible(std::initializer_list<const char*> names) {
-    Lines seen;
-    for (const char* name : names) {
-        QWidget* widget = control(name);
-        QWidget* its_page = widget;
-        auto* tabs = control<QTabWidget>("SysSetupTab");
-        while (its_page && tabs->indexOf(its_page) < 0)
-            its_page = its_page->parentWidget();
-        if (widget->isVisibleTo(its_page))
-            seen.emplace_back(name);
-    }
-    return seen;
+Lines HostSetupTest::shown(std::initializer_list<const char*> names) {
+    Lines left;
+    for (const char* name : names)
+        if (!control(name)->isHidden())
+            left.emplace_back(name);
+    return left;
 }
 
 void HostSetupTest::click(const char* name) {
@@ -217,6 +211,30 @@ void HostSetupTest::inChild(const Work& open, const Act& act) {
     later.start(5);
     open();
     EXPECT_TRUE(came) << "no dialog came up";
+}
+
+void HostSetupTest::failingAt(Failure failure, ObjectClass object_class, const std::string& message,
+                              const Work& work) {
+    if (failure == Failure::Refused)
+        return failing(failure, object_class, message, work);
+    boxes.expectBox(QMessageBox::Critical, message);
+    QObject here;
+    const auto strike = [&] {
+        if (failure == Failure::ConnectionLost)
+            return onServer([](simulator::Server& server) { server.closeConnections(); });
+        clock.time.second += 1;
+        clock.time.hundredths += 1;
+    };
+    const auto connection = onServer([&](simulator::Server& server) {
+        server.faults().only_class = object_class;
+        server.faults().never_reply = true;
+        return QObject::connect(&server, &simulator::Server::requestReceived, &server, [&] {
+            if (server.requests().back().object_class == static_cast<Integer>(object_class))
+                QMetaObject::invokeMethod(&here, strike, Qt::QueuedConnection);
+        });
+    });
+    work();
+    onServer([&](simulator::Server&) { QObject::disconnect(connection); });
 }
 
 Lines HostSetupTest::statusesDuring(const Work& work) {

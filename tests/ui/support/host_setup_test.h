@@ -71,8 +71,8 @@ protected:
     std::string textOf(const char* name);
     [[nodiscard]] int page();
     void showPage(int page);
-    // The names of those of these controls that the user can see, on their page.
-    Lines visible(std::initializer_list<const char*> names);
+    // Those of these controls that are not hidden themselves.
+    Lines shown(std::initializer_list<const char*> names);
 
     // Clicks a control on its page.
     void click(const char* name);
@@ -89,6 +89,9 @@ protected:
     // Opens a dialog over this one; `act` closes it.
     void inChild(const Work& open, const Act& act);
 
+    // As failing(), for work of several requests, one of which is for this class.
+    void failingAt(Failure failure, ObjectClass object_class, const std::string& message,
+                   const Work& work);
     // Class and status text, as they were when the service got each request of `work`.
     Lines statusesDuring(const Work& work);
 
