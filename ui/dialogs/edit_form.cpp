@@ -1,12 +1,11 @@
 #include "ui/dialogs/edit_form.h"
 
+#include "ui/dialogs/ok_cancel_row.h"
 #include "ui/main/svg_icons.h"
 
-#include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 
 namespace tollwick {
 namespace {
@@ -27,24 +26,11 @@ EditForm::EditForm(ConsoleContext& context, QWidget* parent)
     edit_->setObjectName("Edittext");
     edit_->setMinimumWidth(kFieldWidth);
 
-    auto* ok = new QPushButton(context.caption(Text::Ok), this);
-    ok->setObjectName("OkButton");
-    ok->setDefault(true);
-    auto* cancel = new QPushButton(context.caption(Text::Cancel), this);
-    cancel->setObjectName("CancelButton");
-    cancel->setAutoDefault(false);
-    connect(ok, &QPushButton::clicked, this, &EditForm::accept);
-    connect(cancel, &QPushButton::clicked, this, &EditForm::reject);
-
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(ok);
-    buttons->addWidget(cancel);
     auto* layout = new QGridLayout(this);
     layout->addWidget(icon_, 0, 0, 2, 1, Qt::AlignTop);
     layout->addWidget(label_, 0, 1);
     layout->addWidget(edit_, 1, 1);
-    layout->addLayout(buttons, 2, 0, 1, 2);
+    layout->addLayout(okCancelRow(context, this), 2, 0, 1, 2);
     layout->setHorizontalSpacing(12);
     layout->setRowMinimumHeight(2, 40);
     layout->setSizeConstraint(QLayout::SetFixedSize);

@@ -1,8 +1,9 @@
 #include "ui/dialogs/script_file_form.h"
 
-#include <QHBoxLayout>
+#include "ui/dialogs/ok_cancel_row.h"
+
 #include <QListWidget>
-#include <QPushButton>
+#include <QVBoxLayout>
 
 namespace tollwick {
 
@@ -12,24 +13,11 @@ ScriptFileForm::ScriptFileForm(ConsoleContext& context, QWidget* parent)
     setWindowTitle(context.caption(Text::ScriptFileForm));
     list_->setObjectName("FileList");
     list_->setAccessibleName(context.caption(Text::AccessibleFiles));
-    auto* ok = new QPushButton(context.caption(Text::Ok), this);
-    ok->setObjectName("OkButton");
-    ok->setDefault(true);
-    auto* cancel = new QPushButton(context.caption(Text::Cancel), this);
-    cancel->setObjectName("CancelButton");
-    cancel->setAutoDefault(false);
-
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(ok);
-    buttons->addWidget(cancel);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(list_);
-    layout->addLayout(buttons);
+    layout->addLayout(okCancelRow(context, this));
     resize(320, 260);
 
-    connect(ok, &QPushButton::clicked, this, &ScriptFileForm::accept);
-    connect(cancel, &QPushButton::clicked, this, &ScriptFileForm::reject);
     connect(list_, &QListWidget::itemDoubleClicked, this, &ScriptFileForm::accept);
 
     const BusyPointer busy(context.progress);

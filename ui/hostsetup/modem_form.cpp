@@ -1,9 +1,10 @@
 #include "ui/hostsetup/modem_form.h"
 
+#include "ui/dialogs/ok_cancel_row.h"
+
 #include <QGridLayout>
 #include <QLabel>
 #include <QListWidget>
-#include <QPushButton>
 
 namespace tollwick {
 namespace {
@@ -38,28 +39,15 @@ ModemForm::ModemForm(const ConsoleContext& context, QWidget* parent)
     models_ = addList(lists, 1, "List2", context.caption(Text::ModelCap), this);
     lists->setColumnStretch(0, 2);
     lists->setColumnStretch(1, 3);
-
-    auto* ok = new QPushButton(context.caption(Text::Ok), this);
-    ok->setObjectName("OkButton");
-    ok->setDefault(true);
-    auto* cancel = new QPushButton(context.caption(Text::Cancel), this);
-    cancel->setObjectName("CancelButton");
-    cancel->setAutoDefault(false);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(ok);
-    buttons->addWidget(cancel);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(lists);
-    layout->addLayout(buttons);
+    layout->addLayout(okCancelRow(context, this));
     resize(520, 340);
 
     for (const std::string& make : catalogue_.makes())
         makes_->addItem(QString::fromStdString(make));
     connect(makes_, &QListWidget::itemSelectionChanged, this, &ModemForm::showModels);
-    connect(models_, &QListWidget::itemDoubleClicked, ok, &QPushButton::click);
-    connect(ok, &QPushButton::clicked, this, &ModemForm::accept);
-    connect(cancel, &QPushButton::clicked, this, &ModemForm::reject);
+    connect(models_, &QListWidget::itemDoubleClicked, this, &ModemForm::accept);
 }
 
 void ModemForm::showEvent(QShowEvent* event) {
