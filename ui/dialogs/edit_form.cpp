@@ -37,7 +37,7 @@ EditForm::EditForm(ConsoleContext& context, QWidget* parent)
 }
 
 void EditForm::setText(std::string_view utf8) {
-    edit_->setText(ConsoleContext::toQString(utf8));
+    edit_->setText(toQString(utf8));
 }
 
 void EditForm::setCaptions(Text caption, Text label, std::string_view image_key) {

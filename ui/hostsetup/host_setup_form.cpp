@@ -3,9 +3,11 @@
 #include "app/ansi.h"
 #include "app/files.h"
 #include "app/utf8.h"
+#include "ui/dialogs/file_filter.h"
 #include "ui/dialogs/script_file_form.h"
 #include "ui/hostsetup/host_saver.h"
 #include "ui/hostsetup/modem_form.h"
+#include "ui/main/to_qstring.h"
 #include "ui_host_setup_form.h"
 
 #include <QFileDialog>
@@ -26,10 +28,6 @@ constexpr std::size_t kMaxScriptFile = 1 << 20;
 constexpr int kRasEntry = 0;
 constexpr int kDoNotUseRas = -1;
 constexpr int kNoRasEntries = -2;
-
-QString toQString(std::string_view utf8) {
-    return ConsoleContext::toQString(utf8);
-}
 
 void fill(QComboBox* combo, const std::vector<std::string>& items) {
     combo->clear();
@@ -71,16 +69,6 @@ void keepOut(const QRegularExpression& unwanted, QLineEdit* edit) {
 
 void withoutMnemonic(QAbstractButton* button) {
     button->setText(button->text().remove('&'));
-}
-
-// A name filter such as "Scripts(*.scp)|*.scp|All(*.*)|*.*" as file dialogs here take it.
-QString fileFilter(std::string_view filter) {
-    const QStringList parts = toQString(filter).split('|');
-    QStringList filters;
-    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
-        filters << parts[i].section('(', 0, 0) + " (" + QString(parts[i + 1]).replace("*.*", "*") +
-                       ')';
-    return filters.join(";;");
 }
 
 } // namespace

@@ -31,7 +31,7 @@ QString readNote(const MainModule& main) {
     const auto note = readWholeFile(toPath(main.inInstallFolder("note.txt")), kMaxNoteSize);
     if (!note)
         return {};
-    return ConsoleContext::toQString(isValidUtf8(*note) ? *note : fromAnsi(*note));
+    return toQString(isValidUtf8(*note) ? *note : fromAnsi(*note));
 }
 
 } // namespace
@@ -44,14 +44,14 @@ AboutForm::AboutForm(const ConsoleContext& context, QWidget* parent) : QDialog(p
     auto* icon = new QLabel;
     icon->setObjectName("IconImage");
     icon->setPixmap(imageIcon("tollwick").pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
-    auto* title = new QLabel(ConsoleContext::toQString(kProgramName));
+    auto* title = new QLabel(toQString(kProgramName));
     title->setObjectName("TitleCap");
     QFont large = title->font();
     large.setBold(true);
     large.setPointSizeF(large.pointSizeF() * 1.4);
     title->setFont(large);
     auto* version =
-        new QLabel(context.caption(Text::AboutVersion) + ' ' + ConsoleContext::toQString(kVersion));
+        new QLabel(context.caption(Text::AboutVersion) + ' ' + toQString(kVersion));
     version->setObjectName("VersionCap");
 
     auto* note = new QPlainTextEdit(readNote(context.main));

@@ -9,8 +9,7 @@
 #include "link/service_data.h"
 #include "link/service_link.h"
 #include "ui/dialogs/edit_outcome.h"
-
-#include <QString>
+#include "ui/main/to_qstring.h"
 
 #include <string_view>
 
@@ -31,10 +30,6 @@ struct ConsoleContext {
     // Has the status bar say that nothing is going on.
     void showIdle() const {
         progress.setInfo(text(link.isOpen() ? Text::Ready : Text::StatusConnectionClosed));
-    }
-
-    static QString toQString(std::string_view utf8) {
-        return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
     }
 };
 

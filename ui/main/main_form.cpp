@@ -2,13 +2,16 @@
 
 #include "ui/main/about_form.h"
 #include "ui/main/config_tree.h"
+#include "ui/main/desktop_notifier.h"
 #include "ui/main/explorer_pane.h"
 #include "ui/main/help_window.h"
+#include "ui/main/list_actions.h"
 #include "ui/main/list_view.h"
 #include "ui/main/login_form.h"
 #include "ui/main/main_actions.h"
 #include "ui/main/main_status_bar.h"
 #include "ui/main/menu_timer.h"
+#include "ui/main/monitor_panel.h"
 #include "ui/main/svg_icons.h"
 
 #include <QCloseEvent>
@@ -69,17 +72,22 @@ QString webAddress(std::string_view page, Integer lang_base) {
         if (region.lang_base == lang_base)
             query = region.query;
     return QStringLiteral("%1/asp/%2.asp?%3")
-        .arg(QLatin1StringView(kWebServer), ConsoleContext::toQString(page),
+        .arg(QLatin1StringView(kWebServer), toQString(page),
              QLatin1StringView(query));
 }
 
 Twmainform::Twmainform(ConsoleContext& context, MainStatusBar* status_bar,
                        std::function<void()> end_process)
-    : open_url([](const QUrl& url) { QDesktopServices::openUrl(url); }), context_(context),
-      end_process_(std::move(end_process)),
-      actions_(new MainActions(*this, context.main.texts())), pane_(new ExplorerPane(this)),
-      tree_(pane_->tree()), list_(pane_->list()), commands_(context, *tree_, *list_, this),
-      menu_timer_(new MenuTimer(context, *actions_, *tree_, *list_, this)) {
+    : open_url([](const QUrl& url) { QDesktopServices::openUrl(url); }),
+      notify([notifier = new DesktopNotifier(this)](const QString& text) { notifier->notify(text); }),
+      context_(context), end_process_(std::move(end_process)),
+      actions_(new MainActions(*this, context.main.texts())),
+      pane_(new ExplorerPane(context.main.settings, context.main.texts(), this)),
+      tree_(pane_->tree()), list_(pane_->list()),
+      list_actions_(new ListActions(context, *list_, *pane_->filter(), this)),
+      commands_(context, *tree_, *list_, this),
+      menu_timer_(
+          new MenuTimer(context, *actions_, *tree_, *list_, *pane_->monitor(), this)) {
     setObjectName("Twmainform");
     setWindowTitle(kDesignCaption);
     setWindowIcon(imageIcon("tollwick"));
@@ -144,7 +152,11 @@ void Twmainform::connectActions() {
     connect(list_, &ListView::rowActivated, this, [this] { run(Command::Activate); });
     connect(list_, &ListView::deletePressed, this, [this] { run(Command::Delete); });
     connect(list_, &ListView::contextMenuWanted, this,
-            [this](const QPoint& position) { actions_->toolsMenu()->popup(position); });
+            [this](const QPoint& position) { showContextMenu(position, true); });
+    connect(tree_, &ConfigTree::contextMenuWanted, this,
+            [this](const QPoint& position) { showContextMenu(position, false); });
+    connect(pane_->monitor(), &MonitorPanel::transportEnded, this,
+            [this] { notify(context_.caption(Text::TransportEnded)); });
 }
 
 void Twmainform::restorePlacement() {
@@ -206,6 +218,7 @@ void Twmainform::exitProgram() {
         placement.height = toTwips(height());
         placement.splitter = pane_->splitter();
         storePlacement(context_.main.settings, placement);
+        list_->storeLayout();
     });
     end_process_();
 }
@@ -228,6 +241,23 @@ void Twmainform::run(Action action) {
 void Twmainform::showSelectedNode() {
     context_.errors.guard(Routine::FillList,
                           [&](Integer&) { commands_.showNode(tree_->selectedKey()); });
+}
+
+void Twmainform::showContextMenu(const QPoint& global_position, bool is_list) {
+    auto* menu = new QMenu(this);
+    menu->setObjectName("ContextMenu");
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addActions(actions_->nodeCommands(tree_->selectedKey()));
+    menu->setDefaultAction(actions_->PropertiesMenu);
+    if (is_list) {
+        menu->addSeparator();
+        menu->addActions({list_actions_->CopyRows, list_actions_->SelectRows,
+                          list_actions_->FilterRows, list_actions_->SaveCsv});
+    }
+    if (menu->isEmpty())
+        menu->deleteLater();
+    else
+        menu->popup(global_position);
 }
 
 void Twmainform::showHelp() {

@@ -1,6 +1,7 @@
 #include "ui/main/message_box_prompter.h"
 
 #include "ui/main/input_blocker.h"
+#include "ui/main/to_qstring.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -8,10 +9,6 @@
 
 namespace tollwick {
 namespace {
-
-QString toQString(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
 
 QMessageBox::Icon iconOf(BoxIcon icon) {
     switch (icon) {
