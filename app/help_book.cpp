@@ -216,6 +216,27 @@ const HelpTopic* HelpBook::topic(std::string_view id) const {
     return found == by_id_.end() ? nullptr : &topics_[found->second];
 }
 
+std::string HelpBook::topicOfMessage(std::string_view message) const {
+    constexpr std::string_view kHeading = "\n### ";
+    std::size_t longest = 0;
+    std::string found;
+    for (const HelpTopic& topic : topics_) {
+        if (!topic.id.starts_with("messages"))
+            continue;
+        const std::string text = '\n' + topic.text;
+        for (std::size_t at = text.find(kHeading); at != std::string::npos;
+             at = text.find(kHeading, at)) {
+            at += kHeading.size();
+            const std::string heading = text.substr(at, text.find('\n', at) - at);
+            if (heading.size() > longest && message.starts_with(heading)) {
+                longest = heading.size();
+                found = topic.id;
+            }
+        }
+    }
+    return found;
+}
+
 const HelpTopic* HelpBook::firstTopic() const {
     const HelpEntry* entry = firstWithTopic(contents_);
     return entry ? topic(entry->topic) : nullptr;

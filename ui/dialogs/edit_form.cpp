@@ -19,6 +19,7 @@ EditForm::EditForm(ConsoleContext& context, QWidget* parent)
     : QDialog(parent), context_(context), icon_(new QLabel(this)), label_(new QLabel(this)),
       edit_(new QLineEdit(this)) {
     setObjectName("EditForm");
+    setWindowModality(Qt::WindowModal);
     icon_->setObjectName("EditIcon");
     label_->setObjectName("EditCaption");
     label_->setText(context.caption(Text::EditCaption));

@@ -4,6 +4,7 @@
 #include "app/files.h"
 #include "app/utf8.h"
 #include "ui/dialogs/file_filter.h"
+#include "ui/dialogs/help_button.h"
 #include "ui/dialogs/script_file_form.h"
 #include "ui/hostsetup/host_saver.h"
 #include "ui/hostsetup/modem_form.h"
@@ -78,6 +79,8 @@ HostSetupForm::HostSetupForm(ConsoleContext& context, QWidget* parent)
       lists_(context.main.texts()) {
     const BusyPointer busy(context.progress);
     ui_->setupUi(this);
+    setWindowModality(Qt::WindowModal);
+    ui_->buttonLayout->addWidget(helpButton(context, this));
     ui_->BrowseButton->setObjectName(QString::fromUtf8("BläddraButton"));
     setCaptions();
     fillLists();
@@ -466,6 +469,7 @@ void HostSetupForm::protocolChanged() {
 }
 
 void HostSetupForm::pageChanged(int page) {
+    setProperty(kHelpTopicProperty, ui_->SysSetupTab->widget(page)->objectName());
     const QString name = ui_->HostSetupNameTxt->text().trimmed();
     if (name.isEmpty() && page != static_cast<int>(HostPage::General)) {
         ui_->SysSetupTab->setCurrentIndex(static_cast<int>(HostPage::General));

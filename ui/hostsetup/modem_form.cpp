@@ -33,6 +33,7 @@ ModemForm::ModemForm(const ConsoleContext& context, QWidget* parent)
     : QDialog(parent),
       catalogue_(ModemCatalogue::load(context.main.inInstallFolder(kCatalogueFile))) {
     setObjectName("ModemForm");
+    setWindowModality(Qt::WindowModal);
     setWindowTitle(context.caption(Text::ModemForm));
     auto* lists = new QGridLayout;
     makes_ = addList(lists, 0, "List1", context.caption(Text::MakeCap), this);

@@ -39,7 +39,7 @@ QString readNote(const MainModule& main) {
 AboutForm::AboutForm(const ConsoleContext& context, QWidget* parent) : QDialog(parent) {
     setObjectName("AboutForm");
     setWindowTitle(context.caption(Text::AboutTitle));
-    setModal(true);
+    setWindowModality(Qt::WindowModal);
 
     auto* icon = new QLabel;
     icon->setObjectName("IconImage");

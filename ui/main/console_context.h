@@ -8,7 +8,8 @@
 #include "link/requests.h"
 #include "link/service_data.h"
 #include "link/service_link.h"
-#include "ui/dialogs/edit_outcome.h"
+#include "ui/main/edit_outcome.h"
+#include "ui/main/help_desk.h"
 #include "ui/main/to_qstring.h"
 
 #include <string_view>
@@ -23,6 +24,7 @@ struct ConsoleContext {
     ServiceLink& link;
     ServiceData& data;
     Requests& requests;
+    HelpDesk& help;
     EditOutcome edit; // of the dialog that was up last
 
     [[nodiscard]] std::string_view text(Text text) const { return main.texts()(text); }

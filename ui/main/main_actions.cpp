@@ -45,7 +45,6 @@ MainActions::MainActions(QMainWindow& window, const StringTable& texts)
 
     QMenu* help = addMenu(window, "HelpMenu", texts(Text::HelpMenu));
     ContentsMenu = addEntry(help, "ContentsMenu", Text::ContentsMenu);
-    ContentsMenu->setShortcut(QKeySequence::HelpContents);
     help->addSeparator();
     CorvaleWWWMenu = addEntry(help, "CorvaleWWWMenu", Text::CorvaleWWWMenu);
     CorvaleFaqMenu = addEntry(help, "CorvaleFaqMenu", Text::CorvaleFaqMenu);

@@ -4,7 +4,7 @@
 #include "ui/main/config_tree.h"
 #include "ui/main/desktop_notifier.h"
 #include "ui/main/explorer_pane.h"
-#include "ui/main/help_window.h"
+#include "ui/main/help_desk.h"
 #include "ui/main/list_actions.h"
 #include "ui/main/list_view.h"
 #include "ui/main/login_form.h"
@@ -93,6 +93,8 @@ Twmainform::Twmainform(ConsoleContext& context, MainStatusBar* status_bar,
     setWindowIcon(imageIcon("tollwick"));
     setStatusBar(status_bar);
     setCentralWidget(pane_);
+    status_bar->setTexts(context.main.texts());
+    setProperty(kHelpTopicProperty, "start");
     tree_->setAccessibleName(context.caption(Text::AccessibleTree));
     list_->setAccessibleName(context.caption(Text::AccessibleList));
 
@@ -143,7 +145,7 @@ void Twmainform::connectActions() {
     onAction(actions_->toolbar_addschedule, Action::AddSchedule);
     onAction(actions_->toolbar_adduucphost, Action::AddHost);
 
-    on(actions_->ContentsMenu, [this] { showHelp(); });
+    on(actions_->ContentsMenu, [this] { context_.help.showContents(); });
     on(actions_->CorvaleFaqMenu, [this] { openWebPage("faq"); });
     on(actions_->CorvaleWWWMenu, [this] { openWebPage("index"); });
     on(actions_->AboutMenu, [this] { showAbout(); });
@@ -239,6 +241,9 @@ void Twmainform::run(Action action) {
 }
 
 void Twmainform::showSelectedNode() {
+    const std::string node_key = tree_->selectedKey();
+    setProperty(kHelpTopicProperty,
+                node_key.empty() ? QStringLiteral("main-window") : toQString(node_key));
     context_.errors.guard(Routine::FillList,
                           [&](Integer&) { commands_.showNode(tree_->selectedKey()); });
 }
@@ -258,20 +263,6 @@ void Twmainform::showContextMenu(const QPoint& global_position, bool is_list) {
         menu->deleteLater();
     else
         menu->popup(global_position);
-}
-
-void Twmainform::showHelp() {
-    context_.errors.guard(Routine::Help, [&](Integer&) {
-        if (!help_) {
-            help_ = new HelpWindow(context_.main.texts(), this);
-            help_->setWindowFlag(Qt::Window);
-        }
-        help_->open(context_.main.inInstallFolder("Tollwick.hlp"),
-                    context_.main.inInstallFolder("Tollwick.cnt"));
-        help_->show();
-        help_->raise();
-        help_->activateWindow();
-    });
 }
 
 void Twmainform::showAbout() {

@@ -15,7 +15,6 @@ namespace tollwick {
 class ConfigTree;
 class DesktopNotifier;
 class ExplorerPane;
-class HelpWindow;
 class ListActions;
 class ListView;
 class MainActions;
@@ -59,7 +58,6 @@ private:
     void showSelectedNode();
     // The commands of the selected node, and for the list also what can be done with its rows.
     void showContextMenu(const QPoint& global_position, bool is_list);
-    void showHelp();
     void showAbout();
     void openWebPage(std::string_view page);
 
@@ -72,7 +70,6 @@ private:
     ListActions* list_actions_;
     CommandRunner commands_;
     MenuTimer* menu_timer_;
-    HelpWindow* help_ = nullptr;
 };
 
 // The address of a page of the maker's web server: "faq" or "index", in the region of LangBase.

@@ -5,6 +5,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QMainWindow>
 #include <QMessageBox>
 
 namespace tollwick {
@@ -24,14 +25,12 @@ QMessageBox::Icon iconOf(BoxIcon icon) {
     return QMessageBox::NoIcon;
 }
 
-// The window that the box belongs to.
+// The window that the box belongs to: the dialog that is up, or else the main window.
 QWidget* owner() {
     if (QWidget* modal = QApplication::activeModalWidget())
         return modal;
-    if (QWidget* active = QApplication::activeWindow())
-        return active;
     for (QWidget* window : QApplication::topLevelWidgets())
-        if (window->isVisible() && window->windowType() == Qt::Window)
+        if (window->isVisible() && qobject_cast<QMainWindow*>(window))
             return window;
     return nullptr;
 }
@@ -45,7 +44,9 @@ public:
     UsualPointer& operator=(const UsualPointer&) = delete;
 };
 
+// The help window stays usable beside the box, so that it can be read.
 void setText(QMessageBox& box, std::string_view text) {
+    box.setWindowModality(Qt::WindowModal);
     box.setTextFormat(Qt::PlainText);
     box.setText(toQString(text).replace("\r\n", "\n"));
     box.setWindowTitle(toQString(kProgramName));
