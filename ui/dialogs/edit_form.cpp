@@ -12,6 +12,8 @@ namespace {
 
 constexpr int kIconSize = 32;   // pixels
 constexpr int kFieldWidth = 260; // pixels
+// Characters; the texts of all settings fit one record together.
+constexpr int kMaxText = 1000;
 
 } // namespace
 
@@ -26,6 +28,7 @@ EditForm::EditForm(ConsoleContext& context, QWidget* parent)
     label_->setBuddy(edit_);
     edit_->setObjectName("Edittext");
     edit_->setMinimumWidth(kFieldWidth);
+    edit_->setMaxLength(kMaxText);
 
     auto* layout = new QGridLayout(this);
     layout->addWidget(icon_, 0, 0, 2, 1, Qt::AlignTop);

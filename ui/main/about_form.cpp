@@ -3,6 +3,7 @@
 #include "app/ansi.h"
 #include "app/files.h"
 #include "app/utf8.h"
+#include "ui/dialogs/help_button.h"
 #include "ui/main/svg_icons.h"
 
 #include <QGridLayout>
@@ -54,6 +55,11 @@ AboutForm::AboutForm(const ConsoleContext& context, QWidget* parent) : QDialog(p
         new QLabel(context.caption(Text::AboutVersion) + ' ' + toQString(kVersion));
     version->setObjectName("VersionCap");
 
+    auto* languages = new QLabel(context.caption(Text::AboutLanguages));
+    languages->setObjectName("LanguagesCap");
+    auto* library = new QLabel(context.caption(Text::AboutLibrary).arg(qVersion()));
+    library->setObjectName("LibraryCap");
+
     auto* note = new QPlainTextEdit(readNote(context.main));
     note->setObjectName("NoteText");
     note->setAccessibleName(context.caption(Text::AboutNote));
@@ -76,13 +82,19 @@ AboutForm::AboutForm(const ConsoleContext& context, QWidget* parent) : QDialog(p
 
     auto* layout = new QGridLayout(this);
     layout->setHorizontalSpacing(16);
-    layout->addWidget(icon, 0, 0, 2, 1);
+    layout->addWidget(icon, 0, 0, 4, 1, Qt::AlignTop);
     layout->addWidget(title, 0, 1, Qt::AlignBottom);
     layout->addWidget(version, 1, 1, Qt::AlignTop);
-    layout->addWidget(note, 2, 0, 1, 2);
-    layout->addWidget(ok, 3, 0, 1, 2, Qt::AlignRight);
+    layout->addWidget(languages, 2, 1);
+    layout->addWidget(library, 3, 1);
+    layout->addWidget(note, 4, 0, 1, 2);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(ok);
+    buttons->addWidget(helpButton(context, this));
+    layout->addLayout(buttons, 5, 0, 1, 2);
     layout->setColumnStretch(1, 1);
-    layout->setRowStretch(2, 1);
+    layout->setRowStretch(4, 1);
     ok->setFocus();
 }
 

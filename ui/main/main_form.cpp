@@ -64,6 +64,17 @@ Routine routineOf(Action action) {
     }
 }
 
+// The first one is the one that the user works at mainly.
+std::vector<ScreenArea> screenAreas() {
+    std::vector<ScreenArea> areas;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect area = screen->availableGeometry();
+        areas.push_back({toTwips(area.left()), toTwips(area.top()), toTwips(area.width()),
+                         toTwips(area.height())});
+    }
+    return areas;
+}
+
 } // namespace
 
 QString webAddress(std::string_view page, Integer lang_base) {
@@ -164,13 +175,14 @@ void Twmainform::connectActions() {
 void Twmainform::restorePlacement() {
     context_.errors.guard(Routine::RestorePlacement, [&](Integer& step) {
         step = 1;
-        const WindowPlacement placement = readPlacement(context_.main.settings);
+        WindowPlacement placement = readPlacement(context_.main.settings);
         step = 2;
         pane_->setSplitter(placement.splitter);
         if (placement.isCentred()) {
             const QRect desktop = screen()->geometry();
             move((desktop.width() - width()) / 2, (desktop.height() - height()) / 2);
         } else {
+            placement = keptOnScreen(placement, screenAreas());
             move(toPixels(placement.left), toPixels(placement.top));
             resize(toPixels(placement.width), toPixels(placement.height));
         }
