@@ -80,9 +80,15 @@ TEST(ListContents, SchedulesSayWhen) {
         schedule.between_first = c.first;
         schedule.between_second = c.second;
         schedule.delay = c.delay;
-        EXPECT_EQ(joined(scheduleRow(schedule, kTexts).cells), c.cells);
+        ServiceData data;
+        data.schedules = {schedule};
+        EXPECT_EQ(joined(onlyRow(node::Schedule, data).cells), c.cells);
     }
-    EXPECT_EQ(joined(scheduleRow({}, StringTable(kSwedish)).cells), "Måndag|Varje: 5 min||0");
+    ServiceData data;
+    data.schedules.emplace_back();
+    const StringTable swedish(kSwedish);
+    EXPECT_EQ(joined(listContents(node::Schedule, data, swedish).row(0).cells),
+              "Måndag|Varje: 5 min||0");
 }
 
 TEST(ListContents, NumbersAreGroupedAndNamed) {

@@ -22,6 +22,7 @@ QListWidget* addList(QGridLayout* layout, int column, const char* name, const QS
     list->setObjectName(name);
     auto* label = new QLabel(caption, parent);
     label->setBuddy(list);
+    list->setAccessibleName(caption);
     layout->addWidget(label, 0, column);
     layout->addWidget(list, 1, column);
     return list;

@@ -65,6 +65,8 @@ AboutForm::AboutForm(const ConsoleContext& context, QWidget* parent) : QDialog(p
     note->setAccessibleName(context.caption(Text::AboutNote));
     note->setReadOnly(true);
     note->setTabChangesFocus(true);
+    // With a cursor, so that who comes by keyboard sees it.
+    note->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     // Wide enough for the note's own lines, unless they are very long.
     const QFontMetrics metrics = note->fontMetrics();
     const int lines_width = metrics.size(0, note->toPlainText()).width();
@@ -95,6 +97,7 @@ AboutForm::AboutForm(const ConsoleContext& context, QWidget* parent) : QDialog(p
     layout->addLayout(buttons, 5, 0, 1, 2);
     layout->setColumnStretch(1, 1);
     layout->setRowStretch(4, 1);
+    setTabOrder(note, ok);
     ok->setFocus();
 }
 

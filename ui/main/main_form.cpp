@@ -16,6 +16,7 @@
 
 #include <QCloseEvent>
 #include <QDesktopServices>
+#include <QGuiApplication>
 #include <QScreen>
 
 namespace tollwick {
@@ -98,7 +99,8 @@ Twmainform::Twmainform(ConsoleContext& context, MainStatusBar* status_bar,
       list_actions_(new ListActions(context, *list_, *pane_->filter(), this)),
       commands_(context, *tree_, *list_, this),
       menu_timer_(
-          new MenuTimer(context, *actions_, *tree_, *list_, *pane_->monitor(), this)) {
+          new MenuTimer(context, *actions_, *tree_, *list_, *pane_->monitor(), this)),
+      context_menu_(new QMenu(this)) {
     setObjectName("Twmainform");
     setWindowTitle(kDesignCaption);
     setWindowIcon(imageIcon("tollwick"));
@@ -106,6 +108,7 @@ Twmainform::Twmainform(ConsoleContext& context, MainStatusBar* status_bar,
     setCentralWidget(pane_);
     status_bar->setTexts(context.main.texts());
     setProperty(kHelpTopicProperty, "start");
+    context_menu_->setObjectName("ContextMenu");
     tree_->setAccessibleName(context.caption(Text::AccessibleTree));
     list_->setAccessibleName(context.caption(Text::AccessibleList));
 
@@ -261,20 +264,16 @@ void Twmainform::showSelectedNode() {
 }
 
 void Twmainform::showContextMenu(const QPoint& global_position, bool is_list) {
-    auto* menu = new QMenu(this);
-    menu->setObjectName("ContextMenu");
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addActions(actions_->nodeCommands(tree_->selectedKey()));
-    menu->setDefaultAction(actions_->PropertiesMenu);
+    context_menu_->clear();
+    context_menu_->addActions(actions_->nodeCommands(tree_->selectedKey()));
+    context_menu_->setDefaultAction(actions_->PropertiesMenu);
     if (is_list) {
-        menu->addSeparator();
-        menu->addActions({list_actions_->CopyRows, list_actions_->SelectRows,
-                          list_actions_->FilterRows, list_actions_->SaveCsv});
+        context_menu_->addSeparator();
+        context_menu_->addActions({list_actions_->CopyRows, list_actions_->SelectRows,
+                                   list_actions_->FilterRows, list_actions_->SaveCsv});
     }
-    if (menu->isEmpty())
-        menu->deleteLater();
-    else
-        menu->popup(global_position);
+    if (!context_menu_->isEmpty())
+        context_menu_->popup(global_position);
 }
 
 void Twmainform::showAbout() {

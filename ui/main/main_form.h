@@ -10,6 +10,8 @@
 
 #include <functional>
 
+class QMenu;
+
 namespace tollwick {
 
 class ConfigTree;
@@ -70,6 +72,7 @@ private:
     ListActions* list_actions_;
     CommandRunner commands_;
     MenuTimer* menu_timer_;
+    QMenu* context_menu_;
 };
 
 // The address of a page of the maker's web server: "faq" or "index", in the region of LangBase.
