@@ -30,6 +30,7 @@ MainStatusBar::MainStatusBar(QWidget* parent)
     addWidget(busy_bar_);
     give_up_hint_->setObjectName("GiveUpHint");
     addWidget(give_up_hint_);
+    show_fetched_.callOnTimeout(this, &MainStatusBar::showFetched);
     setFetched({});
 }
 
@@ -54,19 +55,20 @@ void MainStatusBar::setBusy(bool busy) {
 }
 
 void MainStatusBar::setFetched(std::optional<std::size_t> entries) {
-    if (!entries) {
-        fetching_.invalidate();
-        for (QWidget* part : std::initializer_list<QWidget*>{fetched_, busy_bar_, give_up_hint_})
-            part->hide();
+    entries_ = entries.value_or(0);
+    if (entries) {
+        if (!show_fetched_.isActive())
+            show_fetched_.start(kShowEveryMs);
         return;
     }
-    if (!fetching_.isValid())
-        fetching_.start();
-    if (!fetching_.hasExpired(kShowEveryMs))
-        return;
-    fetching_.restart();
-    const auto count = static_cast<std::int64_t>(*entries);
-    fetched_->setText(QString::fromStdString(groupedNumber(count)));
+    show_fetched_.stop();
+    for (QWidget* part : std::initializer_list<QWidget*>{fetched_, busy_bar_, give_up_hint_})
+        part->hide();
+}
+
+void MainStatusBar::showFetched() {
+    fetched_->setText(
+        QString::fromStdString(groupedNumber(static_cast<std::int64_t>(entries_))));
     for (QWidget* part : std::initializer_list<QWidget*>{fetched_, busy_bar_, give_up_hint_})
         part->show();
 }

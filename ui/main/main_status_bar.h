@@ -4,10 +4,10 @@
 #include "app/progress.h"
 #include "app/string_table.h"
 
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QProgressBar>
 #include <QStatusBar>
+#include <QTimer>
 
 namespace tollwick {
 
@@ -24,11 +24,14 @@ public:
     void setFetched(std::optional<std::size_t> entries) override;
 
 private:
+    void showFetched();
+
     QLabel* info_;
     QLabel* fetched_;
     QProgressBar* busy_bar_;
     QLabel* give_up_hint_;
-    QElapsedTimer fetching_; // since the list is being fetched, or since the count was last shown
+    std::size_t entries_ = 0;  // that have come so far
+    QTimer show_fetched_;      // runs while a list is fetched
 };
 
 } // namespace tollwick
