@@ -77,30 +77,18 @@ TEST(ListContents, SchedulesSayWhen) {
 }
 
 TEST(ListContents, NumbersAreGroupedAndNamed) {
-    const struct {
-        Long size;
-        const char* mail;    // kB
-        const char* monitor; // bytes
-    } cases[] = {{0, "0 kB", "0 kB"},
-                 {999, "999 kB", "0 kB"},
-                 {1000, "1,000 kB", "1 kB"},
-                 {1'234'567, "1,234,567 kB", "1,234 kB"},
-                 {2'147'483'647, "2,147,483,647 kB", "2,147,483 kB"},
-                 {-1500, "-1,500 kB", "-1 kB"}};
-    for (const auto& c : cases) {
+    const std::tuple<Long, const char*, const char*> cases[] = {
+        {0, "0 kB", "0 kB"},           {999, "999 kB", "0 kB"},
+        {1000, "1,000 kB", "1 kB"},    {1'234'567, "1,234,567 kB", "1,234 kB"},
+        {-1500, "-1,500 kB", "-1 kB"}, {2'147'483'647, "2,147,483,647 kB", "2,147,483 kB"}};
+    for (const auto& [size, mail, monitor] : cases) { // in kB and in bytes
         ServiceData data;
-        data.outbox.emplace_back().size = c.size;
-        EXPECT_EQ(onlyRow(node::Outbox, data).cells.at(2), c.mail);
-        data.uucp_status.file_size = c.size;
-        EXPECT_EQ(monitorTexts(data.uucp_status).at(4), c.monitor);
+        data.outbox.emplace_back().size = size;
+        EXPECT_EQ(onlyRow(node::Outbox, data).cells.at(2), mail);
+        data.uucp_status.file_size = size;
+        EXPECT_EQ(monitorTexts(data.uucp_status).at(4), monitor);
     }
-    UucpStatusRecord status;
-    status.queued_files = 1234;
-    status.file_number = 7;
-    status.percent = 55;
-    status.average_speed = 33600;
-    status.state = "Sending  ";
-    status.file_name = "D.1";
+    const UucpStatusRecord status{1234, 7, 0, 0, 55, 33600, VarText("Sending  "), VarText("D.1")};
     EXPECT_EQ(monitorTexts(status),
               (std::array<std::string, kMonitorRows>{"Sending", "1234", "7", "D.1", "0 kB", "55 %",
                                                      "33600 bps"}));
@@ -108,11 +96,8 @@ TEST(ListContents, NumbersAreGroupedAndNamed) {
 
 TEST(ListContents, SwitchesShowTheirStateAsAnIcon) {
     using S = SettingsRecord;
-    const struct {
-        std::string_view key;
-        Integer S::*value;
-        Integer S::*period; // nullptr where the value column shows "-"
-    } cases[] = {
+    // A switch without a period shows "-" in the value column.
+    const std::tuple<std::string, Integer S::*, Integer S::*> cases[] = {
         {"allowpriority", &S::allow_priority, nullptr},
         {"Scheduleactivated", &S::schedule_activated, nullptr},
         {"dischargecr", &S::discharge_cr, nullptr},
@@ -123,13 +108,12 @@ TEST(ListContents, SwitchesShowTheirStateAsAnIcon) {
         {"scriptlogging", &S::script_logging, &S::script_log_period},
         {"comlogging", &S::com_logging, &S::com_log_period},
         {"uucpcmdlogging", &S::uucp_command_logging, &S::uucp_command_log_period},
-        {"uucpadvlogging", &S::uucp_advanced_logging, &S::uucp_advanced_log_period},
-    };
-    for (const auto& c : cases) {
+        {"uucpadvlogging", &S::uucp_advanced_logging, &S::uucp_advanced_log_period}};
+    for (const auto& [key, value, period] : cases) {
         ServiceData data;
-        data.settings.*c.value = kTrue;
-        if (c.period)
-            data.settings.*c.period = 365;
+        data.settings.*value = kTrue;
+        if (period)
+            data.settings.*period = 365;
         std::string changed;
         for (const std::string_view node_key : {node::Options, node::UucpDaemon, node::Logs}) {
             const ListContents contents = listContents(node_key, data, kTexts);
@@ -138,7 +122,7 @@ TEST(ListContents, SwitchesShowTheirStateAsAnIcon) {
                     row.image == "squareselected" || row.cells.at(1) == "365")
                     changed += row.key + ' ' + std::string(row.image) + ' ' + row.cells.at(1);
         }
-        EXPECT_EQ(changed, std::string(c.key) + " squareselected " + (c.period ? "365" : "-"));
+        EXPECT_EQ(changed, key + " squareselected " + (period ? "365" : "-"));
     }
 }
 
