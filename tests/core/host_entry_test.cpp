@@ -135,6 +135,9 @@ TEST_F(HostEntryTest, EachControlChangesItsOwnFieldOnly) {
         expected.replace(change.offset, change.width, bytes);
         EXPECT_NE(expected, bytesOf(before));
         EXPECT_EQ(toHex(bytesOf(after)), toHex(expected));
+        HostRecord again = after; // and the dialog shows it from there
+        storeEntry(entryOf(after), true, again);
+        EXPECT_EQ(again, after);
     }
 }
 

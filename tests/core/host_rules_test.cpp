@@ -174,22 +174,18 @@ TEST(HostRules, TheSpoolDirectory) {
 }
 
 TEST(HostRules, FramesOfTheConnectionPage) {
+    // clang-format off
     const struct {
         int connect_using;
         bool box;
         Single version;
         const char* shown;
-    } cases[] = {{0, false, 3.99F, "modem"},
-                 {0, true, 3.99F, "modem"},
-                 {0, false, 4, "modem"},
-                 {0, true, 4, "telephony"},
-                 {0, true, 5.5F, "telephony"},
-                 {1, true, 4, "ras+only"},
-                 {1, false, 3, "ras+only"},
-                 {2, true, 4, "ras"},
-                 {2, false, 3, "ras"},
-                 {3, true, 4, ""},
-                 {-1, false, 4, ""}};
+    } cases[] = {
+        {0, false, 3.99F, "modem"}, {0, true, 3.99F, "modem"}, {0, false, 4, "modem"},
+        {0, true, 4, "telephony"}, {0, true, 5.5F, "telephony"}, {1, true, 4, "ras+only"},
+        {1, false, 3, "ras+only"}, {2, true, 4, "ras"}, {2, false, 3, "ras"}, {3, true, 4, ""},
+        {-1, false, 4, ""}};
+    // clang-format on
     for (const auto& c : cases) {
         const ConnectFrames frames = connectFrames(c.connect_using, c.box, c.version);
         std::string shown = frames.telephony ? "telephony" : "";

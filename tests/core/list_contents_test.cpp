@@ -18,8 +18,9 @@ std::string joined(const std::vector<std::string>& cells) {
     return line.substr(0, line.size() - 1);
 }
 
-ListRow onlyRow(std::string_view node_key, const ServiceData& data) {
-    const ListContents contents = listContents(node_key, data, kTexts);
+ListRow onlyRow(std::string_view node_key, const ServiceData& data,
+                const StringTable& texts = kTexts) {
+    const ListContents contents = listContents(node_key, data, texts);
     EXPECT_EQ(contents.row_count, 1U);
     return contents.row(0);
 }
@@ -68,12 +69,15 @@ TEST(ListContents, SchedulesSayWhen) {
         {-1, 1, -1, "1:00", "", "", "0", "|At: 1:00||0"},
     };
     for (const auto& c : cases) {
-        ScheduleRecord schedule;
+        ServiceData data;
         storeSchedule({c.day, c.timed == 0, c.interval, c.at, c.first, c.second, c.delay},
-                      schedule);
-        EXPECT_EQ(joined(scheduleRow(schedule, kTexts).cells), c.cells);
+                      data.schedules.emplace_back());
+        EXPECT_EQ(joined(onlyRow(node::Schedule, data).cells), c.cells);
     }
-    EXPECT_EQ(joined(scheduleRow({}, StringTable(kSwedish)).cells), "Måndag|Varje: 5 min||0");
+    ServiceData data;
+    data.schedules.emplace_back();
+    EXPECT_EQ(joined(onlyRow(node::Schedule, data, StringTable(kSwedish)).cells),
+              "Måndag|Varje: 5 min||0");
 }
 
 TEST(ListContents, NumbersAreGroupedAndNamed) {

@@ -56,12 +56,11 @@ TEST_F(MainModuleTest, CountryCodeSelectsTheLanguage) {
 
 TEST_F(MainModuleTest, ConnectionSettingsAreLoadedAndSaved) {
     MainModule module = started();
-    EXPECT_EQ(module.connection.ServerConnectIp, "127.0.0.1");
-    EXPECT_EQ(module.connection.ServerConnectPort, "542");
-    EXPECT_EQ(module.connection.ServerConnectUsername, "admin");
+    EXPECT_EQ(module.connection.ServerConnectIp + ' ' + module.connection.ServerConnectPort + ' ' +
+                  module.connection.ServerConnectUsername,
+              "127.0.0.1 542 admin");
     EXPECT_EQ(module.connection.ComTimeout, 30.0F);
     EXPECT_FALSE(module.connection.no_server_address);
-
     module.connection.ServerConnectIp = "mail.example";
     module.connection.ServerConnectPort = "5420";
     module.connection.ServerConnectUsername = "";
@@ -104,53 +103,37 @@ TEST_F(MainModuleTest, AFolderThatCannotBeCreatedIsLogged) {
               (Names{notCreated(file), notCreated(file), notCreated(joinPath(file, "Logs"))}));
 }
 
-TEST_F(MainModuleTest, HelpFilesGetTheirCommonNames) {
-    const auto place = [&](const Names& files) {
-        for (const auto& file : std::filesystem::directory_iterator(folder / "install"))
-            std::filesystem::remove(file.path());
-        for (const std::string& file : files)
-            folder.write("install/" + file, file);
-        started().placeHelpFiles();
-        std::string placed;
+TEST_F(MainModuleTest, SuppliedFilesAreCopiedWhereTheyAreMissingAndHelpGetsItsCommonName) {
+    const auto installed = [this] {
+        std::string files;
         for (const std::string& name : folder.names("install"))
-            placed += name + "=" + folder.read("install/" + name) + " ";
-        return placed;
+            files += name + "=" + folder.read("install/" + name) + " ";
+        return files;
     };
-    EXPECT_EQ(place({}), "");
-    EXPECT_EQ(place({"Tollw-se.hlp", "Tollw-se.cnt"}),
-              "Tollwick.cnt=Tollw-se.cnt Tollwick.hlp=Tollw-se.hlp ");
-    EXPECT_EQ(place({"Tollw-us.cnt", "Tollw-us.hlp", "Tollw-se.hlp", "Tollw-se.cnt"}),
-              "Tollwick.cnt=Tollw-us.cnt Tollwick.hlp=Tollw-us.hlp ");
-    EXPECT_EQ(place({"Tollwick.hlp", "Tollwick.cnt", "Tollw-us.hlp", "note.txt"}),
-              "Tollwick.cnt=Tollwick.cnt Tollwick.hlp=Tollw-us.hlp note.txt=note.txt ");
-    std::filesystem::remove(folder / "install/Tollwick.hlp");
-    folder.write("install/Tollwick.hlp/in the way", "");
-    folder.write("install/Tollw-us.hlp", "us");
-    EXPECT_THROW(started().placeHelpFiles(), std::filesystem::filesystem_error);
-}
-
-TEST_F(MainModuleTest, SuppliedFilesAreCopiedWhereTheyAreMissing) {
     started().copySuppliedFiles(); // none are supplied
-    EXPECT_EQ(folder.names("install"), Names{});
+    started().placeHelpFiles();
+    EXPECT_EQ(installed(), "");
     for (const char* file : {"MODEMS.DAT", "note.txt", "Tollw-se.hlp", "Tollw-se.cnt",
                              "Tollw-us.hlp", "Tollw-us.cnt", "other"})
         folder.write(std::string("supplied/") + file, file);
     folder.write("install/note.txt", "own");
     started().copySuppliedFiles();
-    EXPECT_EQ(folder.names("install"),
-              (Names{"MODEMS.DAT", "Tollw-us.cnt", "Tollw-us.hlp", "note.txt"}));
-    EXPECT_EQ(folder.read("install/note.txt"), "own");
+    EXPECT_EQ(installed(), "MODEMS.DAT=MODEMS.DAT Tollw-us.cnt=Tollw-us.cnt "
+                           "Tollw-us.hlp=Tollw-us.hlp note.txt=own ");
+    folder.write("install/Tollw-se.hlp", "se"); // gone after the one that comes first
     started().placeHelpFiles();
-
+    EXPECT_EQ(installed(), "MODEMS.DAT=MODEMS.DAT Tollwick.cnt=Tollw-us.cnt "
+                           "Tollwick.hlp=Tollw-us.hlp note.txt=own ");
     // Another language at a later start brings its own help.
     store.values[kCountryCode] = "4000";
-    MainModule module = started();
-    module.copySuppliedFiles();
-    module.placeHelpFiles();
-    EXPECT_EQ(folder.names("install"),
-              (Names{"MODEMS.DAT", "Tollwick.cnt", "Tollwick.hlp", "note.txt"}));
-    EXPECT_EQ(folder.read("install/Tollwick.hlp"), "Tollw-se.hlp");
-    EXPECT_EQ(folder.read("install/Tollwick.cnt"), "Tollw-se.cnt");
+    started().copySuppliedFiles();
+    started().placeHelpFiles();
+    EXPECT_EQ(installed(), "MODEMS.DAT=MODEMS.DAT Tollwick.cnt=Tollw-se.cnt "
+                           "Tollwick.hlp=Tollw-se.hlp note.txt=own ");
+    std::filesystem::remove(folder / "install/Tollwick.hlp");
+    folder.write("install/Tollwick.hlp/in the way", "");
+    folder.write("install/Tollw-us.hlp", "us");
+    EXPECT_THROW(started().placeHelpFiles(), std::filesystem::filesystem_error);
 }
 
 } // namespace

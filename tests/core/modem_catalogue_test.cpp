@@ -131,15 +131,15 @@ TEST(ModemDefaults, FillOnlyWhatIsBlank) {
     EXPECT_EQ(textsOf(blank), (Strings{"Generic 2400 Baud Modem", "", "AT^M", "AT", "ATH^M",
                                        "ATZ^M", "ATA^M", "ATDT", "BUSY", "CONNECT"}));
     EXPECT_EQ(blank.max_speed, 2400);
-    ModemRecord own;
-    for (std::string ModemRecord::*field :
-         {&ModemRecord::make, &ModemRecord::model, &ModemRecord::init, &ModemRecord::attention,
-          &ModemRecord::hang_up, &ModemRecord::reset, &ModemRecord::answer, &ModemRecord::dial,
-          &ModemRecord::busy, &ModemRecord::connect})
-        own.*field = "own";
+    ModemRecord own = blank;
+    own.make = "Acme";
+    own.init = "AT&F^M";
+    own.dial = "ATDP";
     own.max_speed = 300;
-    EXPECT_EQ(textsOf(withDefaults(own)), Strings(10, "own"));
-    EXPECT_EQ(withDefaults(own).max_speed, 300);
+    own = withDefaults(own);
+    EXPECT_EQ(textsOf(own), (Strings{"Acme", "", "AT&F^M", "AT", "ATH^M", "ATZ^M", "ATA^M", "ATDP",
+                                     "BUSY", "CONNECT"}));
+    EXPECT_EQ(own.max_speed, 300);
 }
 
 #ifdef TOLLWICK_MODEMS_DAT

@@ -162,16 +162,13 @@ TEST(ScheduleRules, SchedulesThatDifferInTheDelayAloneAreTheSame) {
     EXPECT_TRUE(scheduleExists(record, schedules));
     EXPECT_FALSE(scheduleExists(record, {}));
     using R = ScheduleRecord;
-    void (*const changes[])(R&) = {[](R& r) { r.day = 4; },
-                                   [](R& r) { r.timed = 1; },
-                                   [](R& r) { r.interval = kEvery2Hours; },
-                                   [](R& r) { r.at_time = "00:00"; },
-                                   [](R& r) { r.between_first = "08:01"; },
-                                   [](R& r) { r.between_second = "17:01"; }};
-    for (std::size_t i = 0; i < std::size(changes); ++i) {
+    for (void (*const change)(R&) :
+         {+[](R& r) { r.day = 4; }, +[](R& r) { r.timed = 1; },
+          +[](R& r) { r.interval = kEvery2Hours; }, +[](R& r) { r.at_time = "00:00"; },
+          +[](R& r) { r.between_first = "08:01"; }, +[](R& r) { r.between_second = "17:01"; }}) {
         ScheduleRecord other = record;
-        changes[i](other);
-        EXPECT_FALSE(scheduleExists(other, schedules)) << "change " << i;
+        change(other);
+        EXPECT_FALSE(scheduleExists(other, schedules));
     }
     // A time that the service padded with NULs is the same time.
     stored.at_time = FixedText<5>();

@@ -151,6 +151,21 @@ TEST_F(ServerTest, MisbehavesAsTold) {
     EXPECT_TRUE(console.isClosed() && greeted.isClosed());
 }
 
+TEST(ServerTransport, EmptiesTheOutboxWithoutBeingAsked) {
+    Site site = sampleSite();
+    site.outbox.resize(2);
+    std::chrono::milliseconds now{0};
+    Server server(site, [&now] { return now; });
+    ASSERT_TRUE(server.listen());
+    Console console(server.port());
+    ASSERT_TRUE(console.takeKey());
+    console.ask(loginRequest("admin", "tollwick"));
+    console.ask(
+        requestWith(Operation::Add, ObjectClass::UucpCommand, UucpCommandRecord{kTrue, kFalse}));
+    now += std::chrono::hours(1);
+    EXPECT_TRUE(waitUntil([&] { return server.site().outbox.empty(); }));
+}
+
 class Program {
 public:
     explicit Program(const QStringList& arguments) {
@@ -183,7 +198,8 @@ TEST(Program, TellsAboutItselfAndRefusesBadOptions) {
     QTcpServer other;
     ASSERT_TRUE(other.listen(QHostAddress::LocalHost));
     const std::string taken = Program({"--port", QString::number(other.serverPort())}).ended();
-    EXPECT_TRUE(taken.find("Cannot listen on 127.0.0.1:") != std::string::npos && taken[0] == '1') << taken;
+    EXPECT_TRUE(taken.find("Cannot listen on 127.0.0.1:") != std::string::npos && taken[0] == '1')
+        << taken;
 }
 
 TEST(Program, KeepsItsSiteInAFile) {
