@@ -71,32 +71,6 @@ std::size_t indentOf(std::string_view line) {
     return indent;
 }
 
-// The capitals of ASCII and of Latin-1 have their small letters 0x20 further on.
-char32_t smallLetter(char32_t c) {
-    const bool capital = (c >= 'A' && c <= 'Z') || (c >= 0xC0 && c <= 0xDE && c != 0xD7);
-    return capital ? c + 0x20 : c;
-}
-
-std::string inSmallLetters(std::string_view utf8) {
-    std::string small;
-    small.reserve(utf8.size());
-    while (!utf8.empty())
-        appendCodePoint(small, smallLetter(takeCodePoint(utf8)));
-    return small;
-}
-
-std::string sortKey(std::string_view utf8) {
-    std::string key;
-    while (!utf8.empty()) {
-        const char32_t c = smallLetter(takeCodePoint(utf8));
-        appendCodePoint(key, c == U'å'   ? U'z' + 1
-                             : c == U'ä' ? U'z' + 2
-                             : c == U'ö' ? U'z' + 3
-                                         : c);
-    }
-    return key;
-}
-
 // The text as it is read: without the marks of emphasis and the addresses of links.
 std::string withoutMarkup(std::string_view markdown) {
     std::string plain;
@@ -216,7 +190,7 @@ void HelpBook::makeIndex() {
     std::map<std::string, HelpKeyword> sorted;
     for (const HelpTopic& topic : topics_)
         for (const std::string& keyword : topic.keywords) {
-            HelpKeyword& entry = sorted[sortKey(keyword)];
+            HelpKeyword& entry = sorted[collationKey(keyword)];
             if (entry.keyword.empty())
                 entry.keyword = keyword;
             if (entry.topics.empty() || entry.topics.back() != topic.id)
@@ -229,10 +203,10 @@ void HelpBook::makeIndex() {
 void HelpBook::makeSearchable() {
     for (const HelpTopic& topic : topics_) {
         Searchable searchable;
-        searchable.title = inSmallLetters(topic.title);
+        searchable.title = toLower(topic.title);
         for (const std::string& keyword : topic.keywords)
-            searchable.keywords.append(inSmallLetters(keyword)).push_back('\n');
-        searchable.text = inSmallLetters(withoutMarkup(topic.text));
+            searchable.keywords.append(toLower(keyword)).push_back('\n');
+        searchable.text = toLower(withoutMarkup(topic.text));
         searchable_.push_back(std::move(searchable));
     }
 }
@@ -242,13 +216,34 @@ const HelpTopic* HelpBook::topic(std::string_view id) const {
     return found == by_id_.end() ? nullptr : &topics_[found->second];
 }
 
+std::string HelpBook::topicOfMessage(std::string_view message) const {
+    constexpr std::string_view kHeading = "\n### ";
+    std::size_t longest = 0;
+    std::string found;
+    for (const HelpTopic& topic : topics_) {
+        if (!topic.id.starts_with("messages"))
+            continue;
+        const std::string text = '\n' + topic.text;
+        for (std::size_t at = text.find(kHeading); at != std::string::npos;
+             at = text.find(kHeading, at)) {
+            at += kHeading.size();
+            const std::string heading = text.substr(at, text.find('\n', at) - at);
+            if (heading.size() > longest && message.starts_with(heading)) {
+                longest = heading.size();
+                found = topic.id;
+            }
+        }
+    }
+    return found;
+}
+
 const HelpTopic* HelpBook::firstTopic() const {
     const HelpEntry* entry = firstWithTopic(contents_);
     return entry ? topic(entry->topic) : nullptr;
 }
 
 std::vector<const HelpTopic*> HelpBook::search(std::string_view words) const {
-    const std::vector<std::string> wanted = wordsOf(inSmallLetters(words));
+    const std::vector<std::string> wanted = wordsOf(toLower(words));
     using Rank = std::pair<std::size_t, std::size_t>; // words in the title, words in the keywords
     std::vector<std::pair<Rank, const HelpTopic*>> hits;
     for (std::size_t i = 0; i < topics_.size(); ++i) {

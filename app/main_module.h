@@ -49,6 +49,7 @@ public:
     // renamed.
     void placeHelpFiles();
 
+    [[nodiscard]] LogWriter& log() const { return log_; }
     [[nodiscard]] const StringTable& texts() const { return texts_; }
     [[nodiscard]] const std::string& installFolder() const { return install_folder_; }
     [[nodiscard]] std::string inInstallFolder(std::string_view name) const;

@@ -1,6 +1,8 @@
 // What long work shows while it runs.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string_view>
 
 namespace tollwick {
@@ -13,6 +15,9 @@ public:
     virtual void setInfo(std::string_view text) = 0;
     // The hourglass pointer; calls with true and false come in pairs and may nest.
     virtual void setBusy(bool busy) = 0;
+    // How many entries of the list that is being fetched have come; nothing when none is being fetched.
+    // Called for every entry.
+    virtual void setFetched(std::optional<std::size_t> entries) = 0;
 };
 
 // Shows the hourglass for a scope.

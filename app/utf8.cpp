@@ -32,6 +32,17 @@ bool isScalarOfLength(char32_t code_point, std::size_t length) {
            (code_point < 0xD800 || code_point > 0xDFFF);
 }
 
+// The capitals of ASCII and of Latin-1 have their small letters 0x20 further on.
+char32_t smallLetter(char32_t c) {
+    if ((c >= 'A' && c <= 'Z') || (c >= 0xC0 && c <= 0xDE && c != 0xD7))
+        return c + 0x20;
+    if (c == 0x178) // Y with diaeresis
+        return 0xFF;
+    if (c == 0x152 || c == 0x160 || c == 0x17D) // OE, S and Z with caron
+        return c + 1;
+    return c;
+}
+
 } // namespace
 
 char32_t takeCodePoint(std::string_view& utf8) {
@@ -85,6 +96,27 @@ std::string toUpper(std::string_view utf8) {
         appendCodePoint(upper, c);
     }
     return upper;
+}
+
+std::string toLower(std::string_view utf8) {
+    std::string small;
+    small.reserve(utf8.size());
+    while (!utf8.empty())
+        appendCodePoint(small, smallLetter(takeCodePoint(utf8)));
+    return small;
+}
+
+std::string collationKey(std::string_view utf8) {
+    std::string key;
+    key.reserve(utf8.size());
+    while (!utf8.empty()) {
+        const char32_t c = smallLetter(takeCodePoint(utf8));
+        appendCodePoint(key, c == U'å'   ? U'z' + 1
+                             : c == U'ä' ? U'z' + 2
+                             : c == U'ö' ? U'z' + 3
+                                         : c);
+    }
+    return key;
 }
 
 bool isValidUtf8(std::string_view text) {

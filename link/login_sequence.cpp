@@ -7,6 +7,11 @@
 namespace tollwick {
 namespace {
 
+// The steps of a login by which the logs tell them apart.
+constexpr Integer kConnectStep = 3;
+constexpr Integer kKeyStep = 5;
+constexpr Integer kAuthenticateStep = 6;
+
 bool hasPassed(const QElapsedTimer& timer, double seconds) {
     return static_cast<double>(timer.elapsed()) > seconds * 1000;
 }
@@ -27,9 +32,11 @@ LoginOutcome LoginSequence::run() {
             return LoginOutcome::NotConnected;
         if (waitForKey() == KeyWait::Received)
             break;
-        if (reconnects == kReconnects) {
+        if (reconnects == kReconnects || link_.hasGivenUp()) {
             link_.Close();
             progress_.setInfo({});
+            log(texts(Text::LinkNotInitialized), kKeyStep,
+                "Check that the port is the one that the service listens at.");
             prompter_.beep();
             prompter_.exclamation(texts(Text::LinkNotInitialized));
             return LoginOutcome::NoKey;
@@ -50,8 +57,12 @@ LoginOutcome LoginSequence::run() {
         requests_.RetrieveAll();
         return LoginOutcome::LoggedIn;
     case kAuthenticateFailed:
+        log(texts(Text::FailAuthenticate), kAuthenticateStep,
+            "Check the network and the service.");
         return LoginOutcome::LinkFailed;
     default:
+        log(texts(Text::AuthenticationFailure), kAuthenticateStep,
+            "Check the user name and the password.");
         prompter_.critical(texts(Text::AuthenticationFailure));
         return LoginOutcome::Rejected;
     }
@@ -75,9 +86,20 @@ bool LoginSequence::connect() {
         text.append(texts(Text::ConnectFailedUnknown)).append(std::to_string(link_.stateNumber()));
         text.append(")");
     }
+    const long error = link_.hasFailed() ? link_.lastErrorNumber() : 0;
     link_.Close();
+    log(text, kConnectStep, "Check the address, the port, and that the service runs.", error);
     prompter_.exclamation(text);
     return false;
+}
+
+void LoginSequence::log(std::string_view message, Integer step, std::string_view advice,
+                        long error_number) {
+    std::string line(message);
+    for (std::size_t at = 0; (at = line.find("\r\n", at)) != std::string::npos;)
+        line.replace(at, 2, " ");
+    main_.log().LogWrite(line, advice, static_cast<Long>(error_number),
+                         static_cast<Integer>(Routine::Login), step);
 }
 
 LoginSequence::KeyWait LoginSequence::waitForKey() {
@@ -97,7 +119,7 @@ LoginSequence::KeyWait LoginSequence::waitForKey() {
 void LoginSequence::pause(double seconds) {
     QElapsedTimer timer;
     timer.start();
-    while (!hasPassed(timer, seconds))
+    while (!hasPassed(timer, seconds) && !link_.hasGivenUp())
         link_.processEvents();
 }
 

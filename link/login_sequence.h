@@ -33,6 +33,9 @@ private:
     KeyWait waitForKey();
     bool connect();
     void pause(double seconds);
+    // Notes why the login failed; line breaks of the message become blanks.
+    void log(std::string_view message, Integer step, std::string_view advice,
+             long error_number = 0);
 
     ServiceLink& link_;
     Requests& requests_;

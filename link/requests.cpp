@@ -113,7 +113,13 @@ Integer Requests::exchange() {
     return link_.WaitForReply();
 }
 
+Integer Requests::endOfList() {
+    progress_.setFetched({});
+    return kFalse;
+}
+
 Integer Requests::fail(const RequestRow& row) {
+    progress_.setFetched({});
     prompter_.beep();
     prompter_.critical(row.failure ? texts_(*row.failure) : kFailSaveHost);
     link_.Close();
@@ -133,9 +139,10 @@ Integer Requests::getNumberedList(const RequestRow& row, std::vector<Record>& li
     Comrecord& record = begin(row);
     record.RecordNumber = 1;
     while (list.size() < kMostRecords<Record>) {
+        progress_.setFetched(list.size());
         const Integer reply = exchange();
         if (reply == result::EndOfList)
-            return kFalse;
+            return endOfList();
         if (reply != result::Done)
             return fail(row);
         unpackRecord(record, list.emplace_back());
@@ -158,9 +165,10 @@ Integer Requests::getList(const RequestRow& row, std::size_t most, Take&& take) 
     const Scope scope(*this);
     Comrecord& record = begin(row);
     for (std::size_t count = 0; count <= most;) {
+        progress_.setFetched(count);
         const Integer reply = exchange();
         if (reply == result::EndOfList)
-            return kFalse;
+            return endOfList();
         if (reply != result::Done)
             return fail(row);
         if (count++ < most)

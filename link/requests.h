@@ -91,6 +91,7 @@ private:
     Comrecord& begin(const RequestRow& row);
     // Sends the shared record and waits for the reply.
     Integer exchange();
+    Integer endOfList();
     Integer fail(const RequestRow& row);
     // Sends, waits, and applies the failure rule to the results 2 and -1.
     Integer exchangeOrFail(const RequestRow& row);

@@ -82,6 +82,12 @@ void ServiceLink::Close() {
 void ServiceLink::reset() {
     Close();
     receiver_.reset();
+    given_up_ = false;
+}
+
+void ServiceLink::giveUp() {
+    given_up_ = true;
+    closeSocket(NoReply::LinkClosed);
 }
 
 bool ServiceLink::isConnecting() const {

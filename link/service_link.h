@@ -42,6 +42,10 @@ public:
     void Close();
     // Forgets the session key, too.
     void reset();
+    // Ends what the link is waiting for, as if the service had closed the connection.
+    void giveUp();
+    // True from then on until the next reset().
+    [[nodiscard]] bool hasGivenUp() const { return given_up_; }
 
     [[nodiscard]] bool isConnecting() const;
     [[nodiscard]] bool isOpen() const;
@@ -103,6 +107,7 @@ private:
     LinkReceiver receiver_;
     std::string host_;
     bool failed_ = false;
+    bool given_up_ = false;
     long last_error_number_ = 0;
     std::string last_error_text_;
 

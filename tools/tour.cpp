@@ -167,7 +167,7 @@ void tour(const QString& folder, Integer lang_base) {
     waitFor("the tree", [&] { return window->tree()->topLevelItemCount() > 0; });
 
     for (const TreeNode& node : treeNodes()) {
-        const QString key = ConsoleContext::toQString(node.key);
+        const QString key = toQString(node.key);
         window->tree()->setCurrentItem(findNode(window->tree(), key));
         rest(150);
         camera.take(window, "node-" + key);

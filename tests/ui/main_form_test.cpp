@@ -194,6 +194,7 @@ TEST_F(MainFormTest, ALanguageWithoutTextsFailsTheStart) {
                     "The localized text that was about to be shown, could not be found in this "
                     "language. Please e-mail support and describe exactly 'when' and how this "
                     "error occured!");
+    boxes.expectBox(QMessageBox::Critical, "The console could not start.");
     EXPECT_FALSE(start());
     EXPECT_EQ(console->mainForm(), nullptr);
     EXPECT_EQ(ended, 0);

@@ -12,6 +12,8 @@ namespace {
 
 constexpr int kIconSize = 32;   // pixels
 constexpr int kFieldWidth = 260; // pixels
+// Characters; the texts of all settings fit one record together.
+constexpr int kMaxText = 1000;
 
 } // namespace
 
@@ -19,12 +21,14 @@ EditForm::EditForm(ConsoleContext& context, QWidget* parent)
     : QDialog(parent), context_(context), icon_(new QLabel(this)), label_(new QLabel(this)),
       edit_(new QLineEdit(this)) {
     setObjectName("EditForm");
+    setWindowModality(Qt::WindowModal);
     icon_->setObjectName("EditIcon");
     label_->setObjectName("EditCaption");
     label_->setText(context.caption(Text::EditCaption));
     label_->setBuddy(edit_);
     edit_->setObjectName("Edittext");
     edit_->setMinimumWidth(kFieldWidth);
+    edit_->setMaxLength(kMaxText);
 
     auto* layout = new QGridLayout(this);
     layout->addWidget(icon_, 0, 0, 2, 1, Qt::AlignTop);
@@ -37,7 +41,7 @@ EditForm::EditForm(ConsoleContext& context, QWidget* parent)
 }
 
 void EditForm::setText(std::string_view utf8) {
-    edit_->setText(ConsoleContext::toQString(utf8));
+    edit_->setText(toQString(utf8));
 }
 
 void EditForm::setCaptions(Text caption, Text label, std::string_view image_key) {

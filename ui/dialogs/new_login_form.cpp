@@ -1,5 +1,6 @@
 #include "ui/dialogs/new_login_form.h"
 
+#include "ui/dialogs/help_button.h"
 #include "ui/main/svg_icons.h"
 #include "ui_new_login_form.h"
 
@@ -15,6 +16,8 @@ constexpr int kIconSize = 32; // pixels
 NewLoginForm::NewLoginForm(ConsoleContext& context, QWidget* parent)
     : QDialog(parent), context_(context), ui_(std::make_unique<Ui::NewLoginForm>()) {
     ui_->setupUi(this);
+    setWindowModality(Qt::WindowModal);
+    ui_->buttonLayout->addWidget(helpButton(context, this));
     setWindowTitle(context.caption(Text::NewLoginForm));
     ui_->lbUserIdUser->setText(context.caption(Text::lbUserIdUser));
     ui_->lbPassword->setText(context.caption(Text::lbPassword));

@@ -1,7 +1,7 @@
-// The buttons Ok and Cancel at the foot of a small dialog.
+// The buttons Ok, Cancel and Help at the foot of a small dialog.
 #pragma once
 
-#include "ui/main/console_context.h"
+#include "ui/dialogs/help_button.h"
 
 #include <QDialog>
 #include <QHBoxLayout>
@@ -9,7 +9,8 @@
 
 namespace tollwick {
 
-// A row with both, named and captioned, that accept and reject the dialog; Ok is its default button.
+// A row with all three, named and captioned; the first two accept and reject the dialog, and Ok is its
+// default button.
 inline QHBoxLayout* okCancelRow(const ConsoleContext& context, QDialog* dialog) {
     auto* ok = new QPushButton(context.caption(Text::Ok), dialog);
     ok->setObjectName("OkButton");
@@ -23,6 +24,7 @@ inline QHBoxLayout* okCancelRow(const ConsoleContext& context, QDialog* dialog) 
     row->addStretch();
     row->addWidget(ok);
     row->addWidget(cancel);
+    row->addWidget(helpButton(context, dialog));
     return row;
 }
 

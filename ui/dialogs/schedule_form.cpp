@@ -1,5 +1,6 @@
 #include "ui/dialogs/schedule_form.h"
 
+#include "ui/dialogs/help_button.h"
 #include "ui/main/svg_icons.h"
 #include "ui_schedule_form.h"
 
@@ -17,6 +18,8 @@ ScheduleForm::ScheduleForm(ConsoleContext& context, QWidget* parent)
     : QDialog(parent), context_(context), ui_(std::make_unique<Ui::ScheduleForm>()),
       intervals_(scheduleIntervals(context.main.texts())) {
     ui_->setupUi(this);
+    setWindowModality(Qt::WindowModal);
+    ui_->buttonLayout->addWidget(helpButton(context, this));
     setWindowTitle(context.caption(Text::ScheduleForm));
     ui_->DaySelCap->setText(context.caption(Text::DaySelCap));
     ui_->TimedOption->setText(context.caption(Text::TimedOption));

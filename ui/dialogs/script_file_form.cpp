@@ -10,6 +10,7 @@ namespace tollwick {
 ScriptFileForm::ScriptFileForm(ConsoleContext& context, QWidget* parent)
     : QDialog(parent), context_(context), list_(new QListWidget(this)) {
     setObjectName("ScriptFileForm");
+    setWindowModality(Qt::WindowModal);
     setWindowTitle(context.caption(Text::ScriptFileForm));
     list_->setObjectName("FileList");
     list_->setAccessibleName(context.caption(Text::AccessibleFiles));

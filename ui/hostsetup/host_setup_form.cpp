@@ -3,9 +3,12 @@
 #include "app/ansi.h"
 #include "app/files.h"
 #include "app/utf8.h"
+#include "ui/dialogs/file_filter.h"
+#include "ui/dialogs/help_button.h"
 #include "ui/dialogs/script_file_form.h"
 #include "ui/hostsetup/host_saver.h"
 #include "ui/hostsetup/modem_form.h"
+#include "ui/main/to_qstring.h"
 #include "ui_host_setup_form.h"
 
 #include <QFileDialog>
@@ -26,10 +29,6 @@ constexpr std::size_t kMaxScriptFile = 1 << 20;
 constexpr int kRasEntry = 0;
 constexpr int kDoNotUseRas = -1;
 constexpr int kNoRasEntries = -2;
-
-QString toQString(std::string_view utf8) {
-    return ConsoleContext::toQString(utf8);
-}
 
 void fill(QComboBox* combo, const std::vector<std::string>& items) {
     combo->clear();
@@ -73,16 +72,6 @@ void withoutMnemonic(QAbstractButton* button) {
     button->setText(button->text().remove('&'));
 }
 
-// A name filter such as "Scripts(*.scp)|*.scp|All(*.*)|*.*" as file dialogs here take it.
-QString fileFilter(std::string_view filter) {
-    const QStringList parts = toQString(filter).split('|');
-    QStringList filters;
-    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
-        filters << parts[i].section('(', 0, 0) + " (" + QString(parts[i + 1]).replace("*.*", "*") +
-                       ')';
-    return filters.join(";;");
-}
-
 } // namespace
 
 HostSetupForm::HostSetupForm(ConsoleContext& context, QWidget* parent)
@@ -90,6 +79,8 @@ HostSetupForm::HostSetupForm(ConsoleContext& context, QWidget* parent)
       lists_(context.main.texts()) {
     const BusyPointer busy(context.progress);
     ui_->setupUi(this);
+    setWindowModality(Qt::WindowModal);
+    ui_->buttonLayout->addWidget(helpButton(context, this));
     ui_->BrowseButton->setObjectName(QString::fromUtf8("BläddraButton"));
     setCaptions();
     fillLists();
@@ -478,6 +469,7 @@ void HostSetupForm::protocolChanged() {
 }
 
 void HostSetupForm::pageChanged(int page) {
+    setProperty(kHelpTopicProperty, ui_->SysSetupTab->widget(page)->objectName());
     const QString name = ui_->HostSetupNameTxt->text().trimmed();
     if (name.isEmpty() && page != static_cast<int>(HostPage::General)) {
         ui_->SysSetupTab->setCurrentIndex(static_cast<int>(HostPage::General));

@@ -22,6 +22,7 @@ QListWidget* addList(QGridLayout* layout, int column, const char* name, const QS
     list->setObjectName(name);
     auto* label = new QLabel(caption, parent);
     label->setBuddy(list);
+    list->setAccessibleName(caption);
     layout->addWidget(label, 0, column);
     layout->addWidget(list, 1, column);
     return list;
@@ -33,6 +34,7 @@ ModemForm::ModemForm(const ConsoleContext& context, QWidget* parent)
     : QDialog(parent),
       catalogue_(ModemCatalogue::load(context.main.inInstallFolder(kCatalogueFile))) {
     setObjectName("ModemForm");
+    setWindowModality(Qt::WindowModal);
     setWindowTitle(context.caption(Text::ModemForm));
     auto* lists = new QGridLayout;
     makes_ = addList(lists, 0, "List1", context.caption(Text::MakeCap), this);

@@ -3,6 +3,7 @@
 #include "app/ansi.h"
 #include "app/files.h"
 #include "app/utf8.h"
+#include "ui/dialogs/help_button.h"
 #include "ui/main/svg_icons.h"
 
 #include <QGridLayout>
@@ -31,7 +32,7 @@ QString readNote(const MainModule& main) {
     const auto note = readWholeFile(toPath(main.inInstallFolder("note.txt")), kMaxNoteSize);
     if (!note)
         return {};
-    return ConsoleContext::toQString(isValidUtf8(*note) ? *note : fromAnsi(*note));
+    return toQString(isValidUtf8(*note) ? *note : fromAnsi(*note));
 }
 
 } // namespace
@@ -39,26 +40,33 @@ QString readNote(const MainModule& main) {
 AboutForm::AboutForm(const ConsoleContext& context, QWidget* parent) : QDialog(parent) {
     setObjectName("AboutForm");
     setWindowTitle(context.caption(Text::AboutTitle));
-    setModal(true);
+    setWindowModality(Qt::WindowModal);
 
     auto* icon = new QLabel;
     icon->setObjectName("IconImage");
     icon->setPixmap(imageIcon("tollwick").pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
-    auto* title = new QLabel(ConsoleContext::toQString(kProgramName));
+    auto* title = new QLabel(toQString(kProgramName));
     title->setObjectName("TitleCap");
     QFont large = title->font();
     large.setBold(true);
     large.setPointSizeF(large.pointSizeF() * 1.4);
     title->setFont(large);
     auto* version =
-        new QLabel(context.caption(Text::AboutVersion) + ' ' + ConsoleContext::toQString(kVersion));
+        new QLabel(context.caption(Text::AboutVersion) + ' ' + toQString(kVersion));
     version->setObjectName("VersionCap");
+
+    auto* languages = new QLabel(context.caption(Text::AboutLanguages));
+    languages->setObjectName("LanguagesCap");
+    auto* library = new QLabel(context.caption(Text::AboutLibrary).arg(qVersion()));
+    library->setObjectName("LibraryCap");
 
     auto* note = new QPlainTextEdit(readNote(context.main));
     note->setObjectName("NoteText");
     note->setAccessibleName(context.caption(Text::AboutNote));
     note->setReadOnly(true);
     note->setTabChangesFocus(true);
+    // With a cursor, so that who comes by keyboard sees it.
+    note->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     // Wide enough for the note's own lines, unless they are very long.
     const QFontMetrics metrics = note->fontMetrics();
     const int lines_width = metrics.size(0, note->toPlainText()).width();
@@ -76,13 +84,20 @@ AboutForm::AboutForm(const ConsoleContext& context, QWidget* parent) : QDialog(p
 
     auto* layout = new QGridLayout(this);
     layout->setHorizontalSpacing(16);
-    layout->addWidget(icon, 0, 0, 2, 1);
+    layout->addWidget(icon, 0, 0, 4, 1, Qt::AlignTop);
     layout->addWidget(title, 0, 1, Qt::AlignBottom);
     layout->addWidget(version, 1, 1, Qt::AlignTop);
-    layout->addWidget(note, 2, 0, 1, 2);
-    layout->addWidget(ok, 3, 0, 1, 2, Qt::AlignRight);
+    layout->addWidget(languages, 2, 1);
+    layout->addWidget(library, 3, 1);
+    layout->addWidget(note, 4, 0, 1, 2);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(ok);
+    buttons->addWidget(helpButton(context, this));
+    layout->addLayout(buttons, 5, 0, 1, 2);
     layout->setColumnStretch(1, 1);
-    layout->setRowStretch(2, 1);
+    layout->setRowStretch(4, 1);
+    setTabOrder(note, ok);
     ok->setFocus();
 }
 

@@ -2,7 +2,9 @@
 
 #include "ui/main/node_keys.h"
 #include "ui/main/svg_icons.h"
+#include "ui/main/to_qstring.h"
 
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QSignalBlocker>
 
@@ -12,10 +14,6 @@ namespace tollwick {
 namespace {
 
 constexpr int kIndentation = 16; // pixels
-
-QString toQString(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
 
 } // namespace
 
@@ -48,6 +46,15 @@ void ConfigTree::build(const std::string& host, const StringTable& texts) {
     // A narrow tree scrolls sideways instead of cutting names off.
     header()->setMinimumSectionSize(sizeHintForColumn(0));
     setCurrentItem(topLevelItem(0));
+}
+
+void ConfigTree::contextMenuEvent(QContextMenuEvent* event) {
+    if (!currentItem())
+        return;
+    const bool by_keyboard = event->reason() == QContextMenuEvent::Keyboard;
+    emit contextMenuWanted(
+        by_keyboard ? viewport()->mapToGlobal(visualItemRect(currentItem()).bottomLeft())
+                    : event->globalPos());
 }
 
 std::string ConfigTree::selectedKey() const {

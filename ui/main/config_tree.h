@@ -26,6 +26,10 @@ public:
 
 signals:
     void nodeSelected();
+    void contextMenuWanted(const QPoint& global_position);
+
+protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
 };
 
 } // namespace tollwick

@@ -15,9 +15,12 @@ Console::Console(ConsoleEnvironment environment)
       errors_(prompter_, log_), link_(environment_.clock), status_bar_(new MainStatusBar),
       early_status_bar_(status_bar_),
       requests_(link_, data_, main_.texts(), prompter_, *status_bar_),
-      context_{main_, errors_, prompter_, *status_bar_, link_, data_, requests_, {}} {
+      help_(main_, errors_),
+      context_{main_, errors_, prompter_, *status_bar_, link_, data_, requests_, help_, {}} {
     initResources();
     link_.setInputLock(blocker_);
+    QObject::connect(&blocker_, &InputBlocker::giveUpWanted, &link_, &ServiceLink::giveUp,
+                     Qt::QueuedConnection);
 }
 
 Console::~Console() = default;
@@ -39,7 +42,13 @@ bool Console::Main() {
         main_form_->show();
         main_form_->startTimer();
     });
-    return main_form_ && main_form_->isVisible();
+    const bool is_up = main_form_ && main_form_->isVisible();
+    if (!is_up) {
+        // The language may be the very thing that is missing.
+        const Integer language = main_.texts().LangBase() == kSwedish ? kSwedish : kEnglish;
+        prompter_.critical(StringTable(language)(Text::StartupFailed));
+    }
+    return is_up;
 }
 
 } // namespace tollwick

@@ -13,6 +13,7 @@
 #include "link/service_data.h"
 #include "link/service_link.h"
 #include "ui/main/console_context.h"
+#include "ui/main/help_desk.h"
 #include "ui/main/input_blocker.h"
 #include "ui/main/main_form.h"
 #include "ui/main/main_status_bar.h"
@@ -56,6 +57,7 @@ private:
     MainStatusBar* status_bar_; // owned by the main window once that exists
     std::unique_ptr<MainStatusBar> early_status_bar_;
     Requests requests_;
+    HelpDesk help_;
     ConsoleContext context_;
     std::unique_ptr<Twmainform> main_form_;
 };

@@ -8,9 +8,9 @@
 #include "link/requests.h"
 #include "link/service_data.h"
 #include "link/service_link.h"
-#include "ui/dialogs/edit_outcome.h"
-
-#include <QString>
+#include "ui/main/edit_outcome.h"
+#include "ui/main/help_desk.h"
+#include "ui/main/to_qstring.h"
 
 #include <string_view>
 
@@ -24,6 +24,7 @@ struct ConsoleContext {
     ServiceLink& link;
     ServiceData& data;
     Requests& requests;
+    HelpDesk& help;
     EditOutcome edit; // of the dialog that was up last
 
     [[nodiscard]] std::string_view text(Text text) const { return main.texts()(text); }
@@ -31,10 +32,6 @@ struct ConsoleContext {
     // Has the status bar say that nothing is going on.
     void showIdle() const {
         progress.setInfo(text(link.isOpen() ? Text::Ready : Text::StatusConnectionClosed));
-    }
-
-    static QString toQString(std::string_view utf8) {
-        return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
     }
 };
 

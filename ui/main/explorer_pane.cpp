@@ -1,7 +1,10 @@
 #include "ui/main/explorer_pane.h"
 
 #include "ui/main/config_tree.h"
+#include "ui/main/filter_bar.h"
 #include "ui/main/list_view.h"
+#include "ui/main/monitor_panel.h"
+#include "ui/main/node_keys.h"
 #include "ui/main/window_placement.h"
 
 #include <QMouseEvent>
@@ -14,14 +17,22 @@ constexpr int kBarShortening = 20;    // twips
 
 } // namespace
 
-ExplorerPane::ExplorerPane(QWidget* parent)
-    : QWidget(parent), tree_(new ConfigTree(this)), list_(new ListView(this)),
-      strip_(new SplitterStrip(this)), bar_(new QFrame(this)) {
+ExplorerPane::ExplorerPane(Settings& settings, const StringTable& texts, QWidget* parent)
+    : QWidget(parent), tree_(new ConfigTree(this)), list_(new ListView(settings, this)),
+      monitor_(new MonitorPanel(settings, texts, this)),
+      filter_(new FilterBar(*list_, texts, this)), strip_(new SplitterStrip(this)),
+      bar_(new QFrame(this)) {
+    monitor_->hide();
     bar_->setObjectName("picSplitter");
     bar_->setAutoFillBackground(true);
     bar_->setBackgroundRole(QPalette::Mid);
     bar_->hide();
     connect(tree_, &QTreeWidget::itemExpanded, this, &ExplorerPane::layOut);
+    connect(filter_, &FilterBar::toggled, this, &ExplorerPane::layOut);
+    connect(list_, &ListView::contentsReplaced, this, [this] {
+        monitor_->setVisible(list_->nodeKey() == node::UucpMonitor);
+        layOut();
+    });
 }
 
 int ExplorerPane::splitter() const {
@@ -37,7 +48,16 @@ void ExplorerPane::layOut() {
     const int left = toPixels(laidOutSplitter(wanted_, toTwips(width())));
     tree_->setGeometry(0, 0, left, height());
     strip_->setGeometry(left, 0, kStripWidth, height());
-    list_->setGeometry(left + kStripWidth, 0, width() - left - kStripWidth, height());
+    const int list_left = left + kStripWidth;
+    int bottom = height();
+    for (QWidget* below : std::initializer_list<QWidget*>{filter_, monitor_}) {
+        if (below->isHidden())
+            continue;
+        const int wanted = below->sizeHint().height();
+        bottom -= wanted;
+        below->setGeometry(list_left, bottom, width() - list_left, wanted);
+    }
+    list_->setGeometry(list_left, 0, width() - list_left, std::max(bottom, 0));
 }
 
 void ExplorerPane::resizeEvent(QResizeEvent*) {

@@ -1,21 +1,29 @@
-// The tree on the left, the list on the right, and the bar between them that can be dragged.
+// The tree on the left, the list on the right with what belongs to it below, and the bar between them
+// that can be dragged.
 #pragma once
+
+#include "app/settings_store.h"
+#include "app/string_table.h"
 
 #include <QFrame>
 
 namespace tollwick {
 
 class ConfigTree;
+class FilterBar;
 class ListView;
+class MonitorPanel;
 class SplitterStrip;
 
 class ExplorerPane : public QWidget {
     Q_OBJECT
 public:
-    explicit ExplorerPane(QWidget* parent = nullptr);
+    ExplorerPane(Settings& settings, const StringTable& texts, QWidget* parent);
 
     [[nodiscard]] ConfigTree* tree() const { return tree_; }
     [[nodiscard]] ListView* list() const { return list_; }
+    [[nodiscard]] FilterBar* filter() const { return filter_; }
+    [[nodiscard]] MonitorPanel* monitor() const { return monitor_; }
 
     // The left edge of the splitter bar in twips.
     [[nodiscard]] int splitter() const;
@@ -36,6 +44,8 @@ private:
 
     ConfigTree* tree_;
     ListView* list_;
+    MonitorPanel* monitor_; // below the list while that shows the monitor's rows
+    FilterBar* filter_;     // below all, while it is open
     SplitterStrip* strip_;
     QFrame* bar_;       // drawn while the splitter is dragged
     int wanted_ = 2985; // twips; what the user chose, before the window's margins

@@ -2,6 +2,7 @@
 
 #include "app/files.h"
 #include "ui/main/svg_icons.h"
+#include "ui/main/to_qstring.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -35,10 +36,6 @@ constexpr int kListWidth = 230;
 constexpr int kPageMargin = 12;
 constexpr int kHeadingSpace = 14;
 constexpr int kCellPadding = 4;
-
-QString toQString(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
 
 void addEntries(QTreeWidgetItem* parent, const std::vector<HelpEntry>& entries) {
     for (const HelpEntry& entry : entries) {

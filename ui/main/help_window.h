@@ -26,6 +26,8 @@ class HelpWindow : public QWidget {
 public:
     explicit HelpWindow(const StringTable& texts, QWidget* parent = nullptr);
 
+    [[nodiscard]] const HelpBook& book() const { return book_; }
+
     // Reads the help and shows its first topic. The paths are UTF-8. Without a contents file the
     // contents list all topics; false without topics, which the page then tells.
     bool open(const std::string& topics_file, const std::string& contents_file);

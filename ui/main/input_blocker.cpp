@@ -2,7 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDialog>
-#include <QEvent>
+#include <QKeyEvent>
 
 namespace tollwick {
 namespace {
@@ -59,11 +59,16 @@ void InputBlocker::setLocks(int locks) {
 }
 
 bool InputBlocker::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress &&
+        static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Escape)
+        emit giveUpWanted();
     if (isInput(event->type()))
         return true;
-    // A dialog stays open while it waits; closing the main window ends the program.
+    // A dialog stays open while it waits, but who closes it does not want to wait any longer. Closing the
+    // main window ends the program.
     if (event->type() == QEvent::Close && qobject_cast<QDialog*>(watched)) {
         event->ignore();
+        emit giveUpWanted();
         return true;
     }
     return false;

@@ -1,5 +1,5 @@
-// Swallows what the user types and clicks while a request waits: no window takes input, but all repaint
-// and the main window can be closed.
+// Swallows what the user types and clicks while a request waits: no window takes input, but all repaint,
+// the main window can be closed, and Escape gives the request up.
 #pragma once
 
 #include "link/input_lock.h"
@@ -29,6 +29,9 @@ public:
         InputBlocker& blocker_;
         int locks_;
     };
+
+signals:
+    void giveUpWanted();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -5,6 +5,8 @@
 #include "ui/main/node_keys.h"
 #include "ui/main/setting_rows.h"
 
+#include <memory>
+
 namespace tollwick {
 namespace {
 
@@ -16,6 +18,8 @@ struct ColumnLayout {
 };
 
 constexpr int kByContents = 0;
+constexpr std::size_t kMailSizeColumn = 2;
+constexpr double kMinutesOfDay = 24 * 60;
 
 constexpr ColumnLayout kColumns[] = {
     {node::LoginAccount, Text::ColLoginAccount, 3000},
@@ -51,9 +55,39 @@ constexpr std::array<Text, kMonitorRows> kMonitorCaptions = {
     Text::RowMonitorFileName, Text::RowMonitorFileSize,    Text::RowMonitorProgress,
     Text::RowMonitorSpeed};
 
+// Rows that are few and stay as they are.
 void setRows(ListContents& contents, std::vector<ListRow> rows) {
     contents.row_count = rows.size();
-    contents.row = [rows = std::move(rows)](std::size_t index) { return rows.at(index); };
+    const auto shared = std::make_shared<const std::vector<ListRow>>(std::move(rows));
+    contents.row = [shared](std::size_t row) { return shared->at(row); };
+    contents.cell = [shared](std::size_t row, std::size_t column) {
+        return shared->at(row).cells.at(column);
+    };
+    contents.value = [shared, columns = contents.columns](std::size_t row, std::size_t column) {
+        return columns.at(column).is_number
+                   ? std::optional(numericValue(shared->at(row).cells.at(column)))
+                   : std::nullopt;
+    };
+}
+
+// Rows that follow a list of records.
+template <class Record, class Cell, class Value, class Identity>
+void followRecords(ListContents& contents, const std::vector<Record>& records,
+                   std::string_view image, Cell cell, Value value, Identity identity) {
+    contents.row_count = records.size();
+    contents.row = [=, &records, columns = contents.columns.size()](std::size_t row) {
+        const Record& record = records.at(row);
+        ListRow shown{std::string(kPlainRowKey), image, {}, identity(record)};
+        for (std::size_t column = 0; column < columns; ++column)
+            shown.cells.push_back(cell(record, column));
+        return shown;
+    };
+    contents.cell = [=, &records](std::size_t row, std::size_t column) {
+        return cell(records.at(row), column);
+    };
+    contents.value = [=, &records](std::size_t row, std::size_t column) {
+        return value(records.at(row), column);
+    };
 }
 
 std::vector<ListRow> settingListRows(std::string_view node_key, const SettingsRecord& settings,
@@ -79,20 +113,29 @@ std::vector<ListRow> monitorRows(const UucpStatusRecord& status, const StringTab
     return rows;
 }
 
-ListRow hostRow(const HostRecord& host, const StringTable& texts) {
-    const Text active = host.active != kFalse ? Text::HostActiveYes : Text::HostActiveNo;
-    return {std::string(kPlainRowKey),
-            "transport",
-            {host.display_name.text(), host.mail_domain.text(), std::string(texts(active))},
-            std::to_string(host.record_number)};
+std::string hostCell(const HostRecord& host, std::size_t column, const StringTable& texts) {
+    switch (column) {
+    case 0:
+        return host.display_name.text();
+    case 1:
+        return host.mail_domain.text();
+    default:
+        return std::string(
+            texts(host.active != kFalse ? Text::HostActiveYes : Text::HostActiveNo));
+    }
 }
 
-ListRow mailRow(const OutboxRecord& mail) {
-    return {std::string(kPlainRowKey),
-            "outboxcont",
-            {mail.recipient.text(), mail.node.text(), groupedNumber(mail.size) + " kB",
-             mail.file_name.text()},
-            mail.file_name.text() + '\n' + mail.recipient.text()};
+std::string mailCell(const OutboxRecord& mail, std::size_t column) {
+    switch (column) {
+    case 0:
+        return mail.recipient.text();
+    case 1:
+        return mail.node.text();
+    case kMailSizeColumn:
+        return groupedNumber(mail.size) + " kB";
+    default:
+        return mail.file_name.text();
+    }
 }
 
 // The entry at `position`, or nothing for a position outside the list.
@@ -108,22 +151,55 @@ std::string intervalText(const StringTable& texts, Integer position) {
     return entryAt(names, position);
 }
 
-} // namespace
-
-ListRow scheduleRow(const ScheduleRecord& schedule, const StringTable& texts) {
-    const bool timed = schedule.timed != 0;
-    const std::string when =
-        std::string(texts(timed ? Text::ScheduleAt : Text::ScheduleEvery)) + ' ' +
-        (timed ? schedule.at_time.text() : intervalText(texts, schedule.interval));
-    const std::string first = schedule.between_first.text();
-    const std::string second = schedule.between_second.text();
-    const std::string between = first.empty() && second.empty() ? "" : first + " - " + second;
-    return {std::string(kPlainRowKey),
-            "schedule",
-            {entryAt(scheduleDays(texts), schedule.day), when, between,
-             std::to_string(schedule.delay)},
-            std::to_string(schedule.record_number)};
+// Minutes since midnight of a time such as "07:30".
+double minutesOf(const std::string& time) {
+    const std::size_t colon = time.find(':');
+    return numericValue(time) * 60 +
+           (colon == std::string::npos ? 0 : numericValue(time.substr(colon + 1)));
 }
+
+std::string scheduleCell(const ScheduleRecord& schedule, std::size_t column,
+                         const StringTable& texts) {
+    switch (column) {
+    case 0:
+        return entryAt(scheduleDays(texts), schedule.day);
+    case 1:
+        return schedule.timed != 0
+                   ? std::string(texts(Text::ScheduleAt)) + ' ' + schedule.at_time.text()
+                   : std::string(texts(Text::ScheduleEvery)) + ' ' +
+                         intervalText(texts, schedule.interval);
+    case 2: {
+        const std::string first = schedule.between_first.text();
+        const std::string second = schedule.between_second.text();
+        return first.empty() && second.empty() ? "" : first + " - " + second;
+    }
+    default:
+        return std::to_string(schedule.delay);
+    }
+}
+
+// Times of the day come before intervals, short intervals before long ones.
+double scheduleValue(const ScheduleRecord& schedule, std::size_t column,
+                     const std::vector<ScheduleInterval>& intervals) {
+    switch (column) {
+    case 0:
+        return schedule.day;
+    case 1: {
+        if (schedule.timed != 0)
+            return minutesOf(schedule.at_time.text());
+        const auto interval = static_cast<std::size_t>(schedule.interval);
+        return kMinutesOfDay + (interval < intervals.size() ? intervals[interval].minutes : 0);
+    }
+    case 2: {
+        const std::string first = schedule.between_first.text();
+        return first.empty() ? -1 : minutesOf(first);
+    }
+    default:
+        return schedule.delay;
+    }
+}
+
+} // namespace
 
 std::array<std::string, kMonitorRows> monitorTexts(const UucpStatusRecord& status) {
     return {status.state.text(),
@@ -146,14 +222,33 @@ ListContents listContents(std::string_view node_key, const ServiceData& data,
     if (node_key == node::LoginAccount) {
         setRows(contents, {{std::string(kPlainRowKey), "lock", {data.user_id}, "login"}});
     } else if (node_key == node::Schedule) {
-        contents.row_count = data.schedules.size();
-        contents.row = [&](std::size_t i) { return scheduleRow(data.schedules.at(i), texts); };
+        followRecords(
+            contents, data.schedules, "schedule",
+            [&texts](const ScheduleRecord& schedule, std::size_t column) {
+                return scheduleCell(schedule, column, texts);
+            },
+            [intervals = scheduleIntervals(texts)](const ScheduleRecord& schedule,
+                                                   std::size_t column) {
+                return std::optional(scheduleValue(schedule, column, intervals));
+            },
+            [](const ScheduleRecord& schedule) { return std::to_string(schedule.record_number); });
     } else if (node_key == node::UucpHosts) {
-        contents.row_count = data.hosts.size();
-        contents.row = [&](std::size_t i) { return hostRow(data.hosts.at(i), texts); };
+        followRecords(
+            contents, data.hosts, "transport",
+            [&texts](const HostRecord& host, std::size_t column) {
+                return hostCell(host, column, texts);
+            },
+            [](const HostRecord&, std::size_t) { return std::optional<double>(); },
+            [](const HostRecord& host) { return std::to_string(host.record_number); });
     } else if (node_key == node::Outbox) {
-        contents.row_count = data.outbox.size();
-        contents.row = [&](std::size_t i) { return mailRow(data.outbox.at(i)); };
+        followRecords(
+            contents, data.outbox, "outboxcont", mailCell,
+            [](const OutboxRecord& mail, std::size_t column) {
+                return column == kMailSizeColumn ? std::optional<double>(mail.size) : std::nullopt;
+            },
+            [](const OutboxRecord& mail) {
+                return mail.file_name.text() + '\n' + mail.recipient.text();
+            });
     } else if (node_key == node::UucpMonitor) {
         setRows(contents, monitorRows(data.uucp_status, texts));
     } else {

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,20 +29,20 @@ struct ListRow {
     std::string identity; // tells the row apart from the others of its list
 };
 
-// The rows of one list. Long lists are formatted row by row as they are asked for.
+// The rows of one list. Long lists are formatted row by row, or cell by cell, as they are asked for.
 struct ListContents {
     std::vector<ListColumn> columns;
     std::size_t row_count = 0;
-    std::function<ListRow(std::size_t)> row;
+    std::function<ListRow(std::size_t row)> row;
+    std::function<std::string(std::size_t row, std::size_t column)> cell;
+    // What a cell is sorted by instead of its text: an amount, a time, a place in the week.
+    std::function<std::optional<double>(std::size_t row, std::size_t column)> value;
 };
 
 // The contents for a node. They refer to `data`, which must outlive them; rows of hosts, schedules and
 // mails follow it as it changes. A grouping node gives no columns and no rows.
 ListContents listContents(std::string_view node_key, const ServiceData& data,
                           const StringTable& texts);
-
-// One row of the schedule list.
-ListRow scheduleRow(const ScheduleRecord& schedule, const StringTable& texts);
 
 // The second column of the monitor's seven rows, in their order.
 inline constexpr std::size_t kMonitorRows = 7;

@@ -2,44 +2,76 @@
 
 #include "ui/main/config_tree.h"
 #include "ui/main/svg_icons.h"
+#include "ui/main/to_qstring.h"
+
+#include <algorithm>
 
 namespace tollwick {
-namespace {
-
-QString toQString(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
-
-} // namespace
-
 ListModel::ListModel(QObject* parent) : QAbstractTableModel(parent) {}
 
-void ListModel::setContents(ListContents contents) {
+void ListModel::setContents(ListContents contents, const ListSort& sort, std::string filter) {
     beginResetModel();
     contents_ = std::move(contents);
+    sort_ = sort;
+    filter_ = std::move(filter);
     rewritten_.clear();
     cached_row_ = -1;
+    order_ = makeOrder();
     endResetModel();
 }
 
-void ListModel::setCell(int row, int column, const std::string& text) {
-    const QModelIndex cell = index(row, column);
-    if (!cell.isValid() || cell.data(Qt::DisplayRole).toString() == toQString(text))
-        return;
-    rewritten_[{row, column}] = text;
-    emit dataChanged(cell, cell, {Qt::DisplayRole});
+void ListModel::setFilter(std::string filter) {
+    filter_ = std::move(filter);
+    reorder();
 }
 
-void ListModel::removeListRow(int row, const std::function<void()>& erase) {
-    beginRemoveRows({}, row, row);
+void ListModel::sort(int column, Qt::SortOrder order) {
+    const ListSort sort{column, order == Qt::DescendingOrder};
+    if (sort == sort_)
+        return;
+    sort_ = sort;
+    reorder();
+}
+
+int ListModel::contentsRow(int shown) const {
+    return order_ ? static_cast<int>(order_->at(static_cast<std::size_t>(shown))) : shown;
+}
+
+int ListModel::shownRow(int contents_row) const {
+    if (!order_)
+        return contents_row;
+    const auto found = std::ranges::find(*order_, static_cast<std::size_t>(contents_row));
+    return found == order_->end() ? -1 : static_cast<int>(found - order_->begin());
+}
+
+void ListModel::setCell(int contents_row, int column, const std::string& text) {
+    if (contents_row >= static_cast<int>(contents_.row_count) || column >= columnCount() ||
+        cell(contents_row, column) == text)
+        return;
+    rewritten_[{contents_row, column}] = text;
+    const QModelIndex changed = index(shownRow(contents_row), column);
+    emit dataChanged(changed, changed, {Qt::DisplayRole});
+}
+
+void ListModel::removeListRow(int contents_row, const std::function<void()>& erase) {
+    const int shown = shownRow(contents_row);
+    if (shown >= 0)
+        beginRemoveRows({}, shown, shown);
     erase();
     --contents_.row_count;
     cached_row_ = -1;
-    endRemoveRows();
+    if (order_) {
+        const auto removed = static_cast<std::size_t>(contents_row);
+        std::erase(*order_, removed);
+        for (std::size_t& row : *order_)
+            row -= row > removed ? 1 : 0;
+    }
+    if (shown >= 0)
+        endRemoveRows();
 }
 
-std::string ListModel::identity(int row) const {
-    return this->row(row).identity;
+std::string ListModel::identity(int contents_row) const {
+    return row(contents_row).identity;
 }
 
 int ListModel::findIdentity(const std::string& identity) const {
@@ -49,8 +81,24 @@ int ListModel::findIdentity(const std::string& identity) const {
     return -1;
 }
 
+TableRow ListModel::titles() const {
+    TableRow titles;
+    for (const ListColumn& column : contents_.columns)
+        titles.push_back(column.title);
+    return titles;
+}
+
+TableRow ListModel::cells(int shown) const {
+    TableRow cells;
+    for (int column = 0; column < columnCount(); ++column)
+        cells.push_back(cell(contentsRow(shown), column));
+    return cells;
+}
+
 int ListModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(contents_.row_count);
+    if (parent.isValid())
+        return 0;
+    return static_cast<int>(order_ ? order_->size() : contents_.row_count);
 }
 
 int ListModel::columnCount(const QModelIndex& parent) const {
@@ -60,24 +108,21 @@ int ListModel::columnCount(const QModelIndex& parent) const {
 QVariant ListModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid())
         return {};
-    const auto column = static_cast<std::size_t>(index.column());
+    const int contents_row = contentsRow(index.row());
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole: {
-        const auto written = rewritten_.find({index.row(), index.column()});
-        return toQString(written != rewritten_.end() ? written->second
-                                                     : row(index.row()).cells.at(column));
-    }
+    case Qt::ToolTipRole:
+        return toQString(cell(contents_row, index.column()));
     case Qt::DecorationRole:
-        return column == 0 ? imageIcon(row(index.row()).image) : QVariant();
+        return index.column() == 0 ? imageIcon(row(contents_row).image) : QVariant();
     case Qt::TextAlignmentRole:
-        return contents_.columns[column].is_number
+        return contents_.columns[static_cast<std::size_t>(index.column())].is_number
                    ? QVariant(static_cast<int>(Qt::AlignRight | Qt::AlignVCenter))
                    : QVariant();
     case kKeyRole:
-        return toQString(row(index.row()).key);
+        return toQString(row(contents_row).key);
     case kImageRole:
-        return toQString(row(index.row()).image);
+        return toQString(row(contents_row).image);
     default:
         return {};
     }
@@ -95,12 +140,52 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
     return {};
 }
 
-const ListRow& ListModel::row(int row) const {
-    if (row != cached_row_) {
-        cached_ = contents_.row(static_cast<std::size_t>(row));
-        cached_row_ = row;
+const ListRow& ListModel::row(int contents_row) const {
+    if (contents_row != cached_row_) {
+        cached_ = contents_.row(static_cast<std::size_t>(contents_row));
+        cached_row_ = contents_row;
     }
     return cached_;
+}
+
+std::string ListModel::cell(int contents_row, int column) const {
+    const auto written = rewritten_.find({contents_row, column});
+    return written != rewritten_.end()
+               ? written->second
+               : row(contents_row).cells.at(static_cast<std::size_t>(column));
+}
+
+std::optional<std::vector<std::size_t>> ListModel::makeOrder() const {
+    if (sort_.column < 0 && filter_.empty())
+        return {};
+    if (rewritten_.empty())
+        return orderedRows(contents_, sort_, filter_);
+    ListContents as_shown = contents_;
+    as_shown.cell = [this](std::size_t row, std::size_t column) {
+        return cell(static_cast<int>(row), static_cast<int>(column));
+    };
+    return orderedRows(as_shown, sort_, filter_);
+}
+
+void ListModel::reorder() {
+    emit layoutAboutToBeChanged();
+    const QModelIndexList before = persistentIndexList();
+    std::vector<int> rows; // of the contents
+    for (const QModelIndex& index : before)
+        rows.push_back(contentsRow(index.row()));
+    order_ = makeOrder();
+    // Where each row of the contents is shown now, looked up once for all.
+    std::map<int, int> shown;
+    for (int row = 0; !before.isEmpty() && row < rowCount(); ++row)
+        shown[contentsRow(row)] = row;
+    QModelIndexList after;
+    for (qsizetype i = 0; i < before.size(); ++i) {
+        const auto place = shown.find(rows[static_cast<std::size_t>(i)]);
+        after.append(place == shown.end() ? QModelIndex()
+                                          : index(place->second, before[i].column()));
+    }
+    changePersistentIndexList(before, after);
+    emit layoutChanged();
 }
 
 } // namespace tollwick

@@ -1,10 +1,15 @@
 #include "ui/main/login_form.h"
 
 #include "link/login_sequence.h"
+#include "ui/dialogs/help_button.h"
+#include "ui/main/recent_servers.h"
 #include "ui/main/window_placement.h"
 #include "ui_login_form.h"
 
+#include <QCompleter>
+#include <QKeyEvent>
 #include <QScreen>
+#include <QStandardItemModel>
 
 namespace tollwick {
 namespace {
@@ -14,12 +19,17 @@ constexpr int kExpandedHeight = 3165;
 constexpr int kCollapsedHeight = 1965;
 constexpr int kExpandedButtonTop = 2460;
 constexpr int kCollapsedButtonTop = 1260;
-constexpr int kWidth = 4800;
+constexpr int kWidth = 6000;
 constexpr int kMargin = 120;
 constexpr int kFrameTop = 30;
 constexpr int kFrameHeight = 1170;
 constexpr int kButtonHeight = 400;
-constexpr int kButtonWidth = 1440;
+constexpr int kButtonWidth = 1380;
+
+// Item data of a server in the list of completions.
+constexpr int kHostRole = Qt::UserRole;
+constexpr int kPortRole = Qt::UserRole + 1;
+constexpr int kUserRole = Qt::UserRole + 2;
 
 std::string utf8(const QString& text) {
     return text.toStdString();
@@ -30,6 +40,8 @@ std::string utf8(const QString& text) {
 LoginForm::LoginForm(ConsoleContext& context, QWidget* parent)
     : QDialog(parent), context_(context), ui_(std::make_unique<Ui::frmLogin>()) {
     ui_->setupUi(this);
+    setWindowModality(Qt::WindowModal);
+    help_ = helpButton(context, this);
     setWindowTitle(context.caption(Text::frmLogin));
     ui_->AccountFrame->setTitle(context.caption(Text::AccountFrame));
     ui_->txtUsername->setText(context.caption(Text::txtUsername));
@@ -61,6 +73,8 @@ LoginForm::LoginForm(ConsoleContext& context, QWidget* parent)
     fill(ui_->tbServerConnectUsername, connection.ServerConnectUsername);
     ui_->tbServerConnectPassword->setFocus();
 
+    completeServers();
+
     connect(ui_->btnOk, &QPushButton::clicked, this, &LoginForm::login);
     connect(ui_->btnCancel, &QPushButton::clicked, this, &LoginForm::reject);
     connect(ui_->btnOptions, &QPushButton::clicked, this, &LoginForm::toggleOptions);
@@ -68,6 +82,45 @@ LoginForm::LoginForm(ConsoleContext& context, QWidget* parent)
 
 LoginForm::~LoginForm() {
     ui_->tbServerConnectPassword->clear();
+}
+
+void LoginForm::completeServers() {
+    auto* servers = new QStandardItemModel(this);
+    for (const RecentServer& server : readRecentServers(context_.main.settings)) {
+        auto* item = new QStandardItem(toQString(server.host + ':' + server.port + " \u2013 ") +
+                                       toQString(server.user));
+        item->setData(toQString(server.host), kHostRole);
+        item->setData(toQString(server.port), kPortRole);
+        item->setData(toQString(server.user), kUserRole);
+        servers->appendRow(item);
+    }
+    auto* completer = new QCompleter(servers, this);
+    completer->setObjectName("RecentServers");
+    completer->setCompletionRole(kHostRole);
+    completer->setCaseSensitivity(Qt::CaseInsensitive);
+    completer->setFilterMode(Qt::MatchContains);
+    ui_->tbServerConnectIp->setCompleter(completer);
+    ui_->tbServerConnectIp->installEventFilter(this);
+    connect(completer, qOverload<const QModelIndex&>(&QCompleter::activated), this,
+            &LoginForm::showServer);
+}
+
+void LoginForm::showServer(const QModelIndex& server) {
+    ui_->tbServerConnectIp->setText(server.data(kHostRole).toString());
+    ui_->tbServerConnectPort->setText(server.data(kPortRole).toString());
+    ui_->tbServerConnectUsername->setText(server.data(kUserRole).toString());
+}
+
+bool LoginForm::eventFilter(QObject* watched, QEvent* event) {
+    // The down arrow shows all servers, whatever has been typed.
+    if (event->type() == QEvent::KeyPress &&
+        static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Down) {
+        QCompleter* completer = ui_->tbServerConnectIp->completer();
+        completer->setCompletionPrefix({});
+        completer->complete();
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 void LoginForm::toggleOptions() {
@@ -90,9 +143,9 @@ void LoginForm::layOut(bool expanded) {
     ui_->frmeLocation->setGeometry(scaled(kMargin), scaled(kFrameTop + 1200), frame_width,
                                    scaled(kFrameHeight));
     const int top = scaled(expanded ? kExpandedButtonTop : kCollapsedButtonTop);
-    const int gap = (frame_width - 3 * scaled(kButtonWidth)) / 2;
+    const int gap = (frame_width - 4 * scaled(kButtonWidth)) / 3;
     int left = scaled(kMargin);
-    for (QPushButton* button : {ui_->btnOk, ui_->btnCancel, ui_->btnOptions}) {
+    for (QPushButton* button : {ui_->btnOk, ui_->btnCancel, ui_->btnOptions, help_}) {
         button->setGeometry(left, top, scaled(kButtonWidth), scaled(kButtonHeight));
         left += scaled(kButtonWidth) + gap;
     }
@@ -127,6 +180,10 @@ void LoginForm::login() {
     });
     setRunning(false);
     if (outcome == LoginOutcome::LoggedIn) {
+        const ConnectionSettings& connection = context_.main.connection;
+        rememberServer(context_.main.settings,
+                       {connection.ServerConnectIp, connection.ServerConnectPort,
+                        connection.ServerConnectUsername});
         accept();
     } else if (outcome == LoginOutcome::Rejected) {
         ui_->tbServerConnectPassword->setFocus();
@@ -135,8 +192,10 @@ void LoginForm::login() {
 }
 
 void LoginForm::reject() {
-    if (running_)
+    if (running_) {
+        context_.link.giveUp();
         return;
+    }
     context_.link.Close();
     QDialog::reject();
 }

@@ -7,6 +7,8 @@
 
 #include <memory>
 
+class QPushButton;
+
 namespace Ui {
 class frmLogin;
 }
@@ -19,18 +21,25 @@ public:
     LoginForm(ConsoleContext& context, QWidget* parent);
     ~LoginForm() override;
 
-    // Closes the link when the user gives up.
+    // Closes the link when the user gives up, and while a login runs ends that first.
     void reject() override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void login();
     void toggleOptions();
+    // Has the address complete from the servers that were logged in to last.
+    void completeServers();
+    void showServer(const QModelIndex& server);
     // Lays the dialog out with or without the service's location.
     void layOut(bool expanded);
     void setRunning(bool running);
 
     ConsoleContext& context_;
     std::unique_ptr<Ui::frmLogin> ui_;
+    QPushButton* help_ = nullptr;
     bool running_ = false;
 };
 

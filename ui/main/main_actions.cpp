@@ -1,15 +1,12 @@
 #include "ui/main/main_actions.h"
 
 #include "ui/main/svg_icons.h"
+#include "ui/main/to_qstring.h"
 
 #include <QMenuBar>
 
 namespace tollwick {
 namespace {
-
-QString toQString(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
 
 QMenu* addMenu(QMainWindow& window, const char* name, std::string_view caption) {
     QMenu* menu = window.menuBar()->addMenu(toQString(caption));
@@ -35,20 +32,19 @@ MainActions::MainActions(QMainWindow& window, const StringTable& texts)
     Exitmenu = addEntry(file, "Exitmenu", Text::Exitmenu);
     Exitmenu->setMenuRole(QAction::QuitRole);
 
-    tools_ = addMenu(window, "Toolsmenu", texts(Text::Toolsmenu));
-    AddMenu = addEntry(tools_, "AddMenu", Text::AddMenu);
-    DeleteMenu = addEntry(tools_, "DeleteMenu", Text::DeleteMenu);
-    PropertiesMenu = addEntry(tools_, "PropertiesMenu", Text::PropertiesMenu);
-    Toggmenu = addEntry(tools_, "Toggmenu", Text::Toggmenu);
-    OpenMenu = addEntry(tools_, "OpenMenu", Text::OpenMenu);
-    tools_->addSeparator();
-    Refreshmenu = addEntry(tools_, "Refreshmenu", Text::Refreshmenu);
+    QMenu* tools = addMenu(window, "Toolsmenu", texts(Text::Toolsmenu));
+    AddMenu = addEntry(tools, "AddMenu", Text::AddMenu);
+    DeleteMenu = addEntry(tools, "DeleteMenu", Text::DeleteMenu);
+    PropertiesMenu = addEntry(tools, "PropertiesMenu", Text::PropertiesMenu);
+    Toggmenu = addEntry(tools, "Toggmenu", Text::Toggmenu);
+    OpenMenu = addEntry(tools, "OpenMenu", Text::OpenMenu);
+    tools->addSeparator();
+    Refreshmenu = addEntry(tools, "Refreshmenu", Text::Refreshmenu);
     Refreshmenu->setShortcut(QKeySequence::Refresh);
-    Cancelmenu = addEntry(tools_, "Cancelmenu", Text::Cancelmenu);
+    Cancelmenu = addEntry(tools, "Cancelmenu", Text::Cancelmenu);
 
     QMenu* help = addMenu(window, "HelpMenu", texts(Text::HelpMenu));
     ContentsMenu = addEntry(help, "ContentsMenu", Text::ContentsMenu);
-    ContentsMenu->setShortcut(QKeySequence::HelpContents);
     help->addSeparator();
     CorvaleWWWMenu = addEntry(help, "CorvaleWWWMenu", Text::CorvaleWWWMenu);
     CorvaleFaqMenu = addEntry(help, "CorvaleFaqMenu", Text::CorvaleFaqMenu);
@@ -97,6 +93,15 @@ QAction* MainActions::addButton(QToolBar* toolbar, const char* key, Text tip) {
     action->setObjectName(QStringLiteral("toolbar_") + key);
     action->setToolTip(text);
     return action;
+}
+
+QList<QAction*> MainActions::nodeCommands(std::string_view node_key) const {
+    const EnableFlags flags = enableFlags({true, node_key, true});
+    QList<QAction*> commands;
+    for (std::size_t i = 0; i < kMenuItems; ++i)
+        if (flags[i] == kOn)
+            commands.append(items_[i]);
+    return commands;
 }
 
 void MainActions::setEnabled(const EnableFlags& flags) {

@@ -53,15 +53,14 @@ public:
     // What can be done on an open and on a closed connection.
     void setConnected(bool connected);
 
-    // The entries of the Tools menu, for the list's context menu.
-    [[nodiscard]] QMenu* toolsMenu() const { return tools_; }
+    // The entries of the Tools menu that do something on a node, for context menus.
+    [[nodiscard]] QList<QAction*> nodeCommands(std::string_view node_key) const;
 
 private:
     QAction* addEntry(QMenu* menu, const char* name, Text caption);
     QAction* addButton(QToolBar* toolbar, const char* key, Text tip);
 
     const StringTable& texts_;
-    QMenu* tools_ = nullptr;
     std::array<QAction*, kAllItems> items_; // in the order of Item
 };
 

@@ -2,17 +2,21 @@
 
 #include "ui/main/about_form.h"
 #include "ui/main/config_tree.h"
+#include "ui/main/desktop_notifier.h"
 #include "ui/main/explorer_pane.h"
-#include "ui/main/help_window.h"
+#include "ui/main/help_desk.h"
+#include "ui/main/list_actions.h"
 #include "ui/main/list_view.h"
 #include "ui/main/login_form.h"
 #include "ui/main/main_actions.h"
 #include "ui/main/main_status_bar.h"
 #include "ui/main/menu_timer.h"
+#include "ui/main/monitor_panel.h"
 #include "ui/main/svg_icons.h"
 
 #include <QCloseEvent>
 #include <QDesktopServices>
+#include <QGuiApplication>
 #include <QScreen>
 
 namespace tollwick {
@@ -61,6 +65,17 @@ Routine routineOf(Action action) {
     }
 }
 
+// The first one is the one that the user works at mainly.
+std::vector<ScreenArea> screenAreas() {
+    std::vector<ScreenArea> areas;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect area = screen->availableGeometry();
+        areas.push_back({toTwips(area.left()), toTwips(area.top()), toTwips(area.width()),
+                         toTwips(area.height())});
+    }
+    return areas;
+}
+
 } // namespace
 
 QString webAddress(std::string_view page, Integer lang_base) {
@@ -69,22 +84,31 @@ QString webAddress(std::string_view page, Integer lang_base) {
         if (region.lang_base == lang_base)
             query = region.query;
     return QStringLiteral("%1/asp/%2.asp?%3")
-        .arg(QLatin1StringView(kWebServer), ConsoleContext::toQString(page),
+        .arg(QLatin1StringView(kWebServer), toQString(page),
              QLatin1StringView(query));
 }
 
 Twmainform::Twmainform(ConsoleContext& context, MainStatusBar* status_bar,
                        std::function<void()> end_process)
-    : open_url([](const QUrl& url) { QDesktopServices::openUrl(url); }), context_(context),
-      end_process_(std::move(end_process)),
-      actions_(new MainActions(*this, context.main.texts())), pane_(new ExplorerPane(this)),
-      tree_(pane_->tree()), list_(pane_->list()), commands_(context, *tree_, *list_, this),
-      menu_timer_(new MenuTimer(context, *actions_, *tree_, *list_, this)) {
+    : open_url([](const QUrl& url) { QDesktopServices::openUrl(url); }),
+      notify([notifier = new DesktopNotifier(this)](const QString& text) { notifier->notify(text); }),
+      context_(context), end_process_(std::move(end_process)),
+      actions_(new MainActions(*this, context.main.texts())),
+      pane_(new ExplorerPane(context.main.settings, context.main.texts(), this)),
+      tree_(pane_->tree()), list_(pane_->list()),
+      list_actions_(new ListActions(context, *list_, *pane_->filter(), this)),
+      commands_(context, *tree_, *list_, this),
+      menu_timer_(
+          new MenuTimer(context, *actions_, *tree_, *list_, *pane_->monitor(), this)),
+      context_menu_(new QMenu(this)) {
     setObjectName("Twmainform");
     setWindowTitle(kDesignCaption);
     setWindowIcon(imageIcon("tollwick"));
     setStatusBar(status_bar);
     setCentralWidget(pane_);
+    status_bar->setTexts(context.main.texts());
+    setProperty(kHelpTopicProperty, "start");
+    context_menu_->setObjectName("ContextMenu");
     tree_->setAccessibleName(context.caption(Text::AccessibleTree));
     list_->setAccessibleName(context.caption(Text::AccessibleList));
 
@@ -135,7 +159,7 @@ void Twmainform::connectActions() {
     onAction(actions_->toolbar_addschedule, Action::AddSchedule);
     onAction(actions_->toolbar_adduucphost, Action::AddHost);
 
-    on(actions_->ContentsMenu, [this] { showHelp(); });
+    on(actions_->ContentsMenu, [this] { context_.help.showContents(); });
     on(actions_->CorvaleFaqMenu, [this] { openWebPage("faq"); });
     on(actions_->CorvaleWWWMenu, [this] { openWebPage("index"); });
     on(actions_->AboutMenu, [this] { showAbout(); });
@@ -144,19 +168,24 @@ void Twmainform::connectActions() {
     connect(list_, &ListView::rowActivated, this, [this] { run(Command::Activate); });
     connect(list_, &ListView::deletePressed, this, [this] { run(Command::Delete); });
     connect(list_, &ListView::contextMenuWanted, this,
-            [this](const QPoint& position) { actions_->toolsMenu()->popup(position); });
+            [this](const QPoint& position) { showContextMenu(position, true); });
+    connect(tree_, &ConfigTree::contextMenuWanted, this,
+            [this](const QPoint& position) { showContextMenu(position, false); });
+    connect(pane_->monitor(), &MonitorPanel::transportEnded, this,
+            [this] { notify(context_.caption(Text::TransportEnded)); });
 }
 
 void Twmainform::restorePlacement() {
     context_.errors.guard(Routine::RestorePlacement, [&](Integer& step) {
         step = 1;
-        const WindowPlacement placement = readPlacement(context_.main.settings);
+        WindowPlacement placement = readPlacement(context_.main.settings);
         step = 2;
         pane_->setSplitter(placement.splitter);
         if (placement.isCentred()) {
             const QRect desktop = screen()->geometry();
             move((desktop.width() - width()) / 2, (desktop.height() - height()) / 2);
         } else {
+            placement = keptOnScreen(placement, screenAreas());
             move(toPixels(placement.left), toPixels(placement.top));
             resize(toPixels(placement.width), toPixels(placement.height));
         }
@@ -206,6 +235,7 @@ void Twmainform::exitProgram() {
         placement.height = toTwips(height());
         placement.splitter = pane_->splitter();
         storePlacement(context_.main.settings, placement);
+        list_->storeLayout();
     });
     end_process_();
 }
@@ -226,22 +256,24 @@ void Twmainform::run(Action action) {
 }
 
 void Twmainform::showSelectedNode() {
+    const std::string node_key = tree_->selectedKey();
+    setProperty(kHelpTopicProperty,
+                node_key.empty() ? QStringLiteral("main-window") : toQString(node_key));
     context_.errors.guard(Routine::FillList,
                           [&](Integer&) { commands_.showNode(tree_->selectedKey()); });
 }
 
-void Twmainform::showHelp() {
-    context_.errors.guard(Routine::Help, [&](Integer&) {
-        if (!help_) {
-            help_ = new HelpWindow(context_.main.texts(), this);
-            help_->setWindowFlag(Qt::Window);
-        }
-        help_->open(context_.main.inInstallFolder("Tollwick.hlp"),
-                    context_.main.inInstallFolder("Tollwick.cnt"));
-        help_->show();
-        help_->raise();
-        help_->activateWindow();
-    });
+void Twmainform::showContextMenu(const QPoint& global_position, bool is_list) {
+    context_menu_->clear();
+    context_menu_->addActions(actions_->nodeCommands(tree_->selectedKey()));
+    context_menu_->setDefaultAction(actions_->PropertiesMenu);
+    if (is_list) {
+        context_menu_->addSeparator();
+        context_menu_->addActions({list_actions_->CopyRows, list_actions_->SelectRows,
+                                   list_actions_->FilterRows, list_actions_->SaveCsv});
+    }
+    if (!context_menu_->isEmpty())
+        context_menu_->popup(global_position);
 }
 
 void Twmainform::showAbout() {

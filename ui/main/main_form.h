@@ -10,11 +10,14 @@
 
 #include <functional>
 
+class QMenu;
+
 namespace tollwick {
 
 class ConfigTree;
+class DesktopNotifier;
 class ExplorerPane;
-class HelpWindow;
+class ListActions;
 class ListView;
 class MainActions;
 class MainStatusBar;
@@ -43,8 +46,9 @@ public:
     // Stores the placement and ends the program; nothing is asked and nothing is closed politely.
     void exitProgram();
 
-    // Opens a web page; tests replace it.
+    // What leaves the program; tests replace it: opening a web page, telling something on the desktop.
     std::function<void(const QUrl&)> open_url;
+    std::function<void(const QString&)> notify;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -54,7 +58,8 @@ private:
     void run(Command command);
     void run(Action action);
     void showSelectedNode();
-    void showHelp();
+    // The commands of the selected node, and for the list also what can be done with its rows.
+    void showContextMenu(const QPoint& global_position, bool is_list);
     void showAbout();
     void openWebPage(std::string_view page);
 
@@ -64,9 +69,10 @@ private:
     ExplorerPane* pane_;
     ConfigTree* tree_;
     ListView* list_;
+    ListActions* list_actions_;
     CommandRunner commands_;
     MenuTimer* menu_timer_;
-    HelpWindow* help_ = nullptr;
+    QMenu* context_menu_;
 };
 
 // The address of a page of the maker's web server: "faq" or "index", in the region of LangBase.

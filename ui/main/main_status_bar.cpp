@@ -1,18 +1,45 @@
 #include "ui/main/main_status_bar.h"
 
+#include "app/numeric.h"
+#include "ui/main/to_qstring.h"
+
 #include <QApplication>
 
 namespace tollwick {
+namespace {
 
-MainStatusBar::MainStatusBar(QWidget* parent) : QStatusBar(parent), info_(new QLabel(this)) {
+// What takes less is over before it could be read; and so often the count is renewed.
+constexpr int kShowEveryMs = 100;
+constexpr int kBusyBarWidth = 120; // pixels
+
+} // namespace
+
+MainStatusBar::MainStatusBar(QWidget* parent)
+    : QStatusBar(parent), info_(new QLabel(this)), fetched_(new QLabel(this)),
+      busy_bar_(new QProgressBar(this)), give_up_hint_(new QLabel(this)) {
     setObjectName("StatusBar");
     info_->setObjectName("info");
     info_->setTextFormat(Qt::PlainText);
     addWidget(info_, 1);
+    fetched_->setObjectName("FetchedEntries");
+    addWidget(fetched_);
+    busy_bar_->setObjectName("BusyBar");
+    busy_bar_->setRange(0, 0);
+    busy_bar_->setTextVisible(false);
+    busy_bar_->setFixedSize(kBusyBarWidth, fontMetrics().height());
+    addWidget(busy_bar_);
+    give_up_hint_->setObjectName("GiveUpHint");
+    addWidget(give_up_hint_);
+    setFetched({});
+}
+
+void MainStatusBar::setTexts(const StringTable& texts) {
+    give_up_hint_->setText(toQString(texts(Text::GiveUpHint)));
+    busy_bar_->setAccessibleName(give_up_hint_->text());
 }
 
 void MainStatusBar::setInfo(std::string_view text) {
-    const QString shown = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    const QString shown = toQString(text);
     if (info_->text() == shown)
         return;
     info_->setText(shown);
@@ -24,6 +51,24 @@ void MainStatusBar::setBusy(bool busy) {
         QApplication::setOverrideCursor(Qt::WaitCursor);
     else
         QApplication::restoreOverrideCursor();
+}
+
+void MainStatusBar::setFetched(std::optional<std::size_t> entries) {
+    if (!entries) {
+        fetching_.invalidate();
+        for (QWidget* part : std::initializer_list<QWidget*>{fetched_, busy_bar_, give_up_hint_})
+            part->hide();
+        return;
+    }
+    if (!fetching_.isValid())
+        fetching_.start();
+    if (!fetching_.hasExpired(kShowEveryMs))
+        return;
+    fetching_.restart();
+    const auto count = static_cast<std::int64_t>(*entries);
+    fetched_->setText(QString::fromStdString(groupedNumber(count)));
+    for (QWidget* part : std::initializer_list<QWidget*>{fetched_, busy_bar_, give_up_hint_})
+        part->show();
 }
 
 } // namespace tollwick

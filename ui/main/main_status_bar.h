@@ -1,9 +1,12 @@
-// The status bar with its panel "info", and the hourglass pointer.
+// The status bar with its panel "info", what it shows while a list is fetched, and the hourglass pointer.
 #pragma once
 
 #include "app/progress.h"
+#include "app/string_table.h"
 
+#include <QElapsedTimer>
 #include <QLabel>
+#include <QProgressBar>
 #include <QStatusBar>
 
 namespace tollwick {
@@ -13,11 +16,19 @@ class MainStatusBar : public QStatusBar, public Progress {
 public:
     explicit MainStatusBar(QWidget* parent = nullptr);
 
+    // The texts that it shows of its own.
+    void setTexts(const StringTable& texts);
+
     void setInfo(std::string_view text) override;
     void setBusy(bool busy) override;
+    void setFetched(std::optional<std::size_t> entries) override;
 
 private:
     QLabel* info_;
+    QLabel* fetched_;
+    QProgressBar* busy_bar_;
+    QLabel* give_up_hint_;
+    QElapsedTimer fetching_; // since the list is being fetched, or since the count was last shown
 };
 
 } // namespace tollwick

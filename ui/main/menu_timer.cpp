@@ -3,13 +3,15 @@
 #include "ui/main/config_tree.h"
 #include "ui/main/list_view.h"
 #include "ui/main/main_actions.h"
+#include "ui/main/monitor_panel.h"
 #include "ui/main/node_keys.h"
 
 namespace tollwick {
 
 MenuTimer::MenuTimer(ConsoleContext& context, MainActions& actions, ConfigTree& tree,
-                     ListView& list, QObject* parent)
-    : QTimer(parent), context_(context), actions_(actions), tree_(tree), list_(list) {
+                     ListView& list, MonitorPanel& monitor, QObject* parent)
+    : QTimer(parent), context_(context), actions_(actions), tree_(tree), list_(list),
+      monitor_(monitor) {
     setObjectName("MenuTimer");
     setInterval(kIntervalMs);
     connect(this, &QTimer::timeout, this, &MenuTimer::tick);
@@ -35,7 +37,8 @@ void MenuTimer::followConnection() {
     if (connected)
         return;
     tree_.clear();
-    list_.showContents({});
+    list_.showContents({}, {});
+    monitor_.forgetTransport();
     context_.progress.setInfo(context_.text(Text::StatusConnectionClosed));
 }
 
@@ -66,6 +69,7 @@ void MenuTimer::displayStatus() {
     const std::array<std::string, kMonitorRows> texts = monitorTexts(context_.data.uucp_status);
     for (std::size_t row = 0; row < texts.size(); ++row)
         list_.setCell(static_cast<int>(row), 1, texts[row]);
+    monitor_.showStatus(context_.data.uucp_status);
 }
 
 } // namespace tollwick

@@ -11,6 +11,7 @@ namespace tollwick {
 class ConfigTree;
 class ListView;
 class MainActions;
+class MonitorPanel;
 
 class MenuTimer : public QTimer {
     Q_OBJECT
@@ -20,7 +21,7 @@ public:
     static constexpr Integer kTicksBetweenPolls = 10;
 
     MenuTimer(ConsoleContext& context, MainActions& actions, ConfigTree& tree, ListView& list,
-              QObject* parent);
+              MonitorPanel& monitor, QObject* parent);
 
     void tick();
 
@@ -34,6 +35,7 @@ private:
     MainActions& actions_;
     ConfigTree& tree_;
     ListView& list_;
+    MonitorPanel& monitor_;
     bool was_connected_ = false; // on the last tick
     Integer poll_counter_ = 0;
 };

@@ -1,17 +1,15 @@
 #include "ui/main/message_box_prompter.h"
 
 #include "ui/main/input_blocker.h"
+#include "ui/main/to_qstring.h"
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QMainWindow>
 #include <QMessageBox>
 
 namespace tollwick {
 namespace {
-
-QString toQString(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
 
 QMessageBox::Icon iconOf(BoxIcon icon) {
     switch (icon) {
@@ -27,14 +25,12 @@ QMessageBox::Icon iconOf(BoxIcon icon) {
     return QMessageBox::NoIcon;
 }
 
-// The window that the box belongs to.
+// The window that the box belongs to: the dialog that is up, or else the main window.
 QWidget* owner() {
     if (QWidget* modal = QApplication::activeModalWidget())
         return modal;
-    if (QWidget* active = QApplication::activeWindow())
-        return active;
     for (QWidget* window : QApplication::topLevelWidgets())
-        if (window->isVisible() && window->windowType() == Qt::Window)
+        if (window->isVisible() && qobject_cast<QMainWindow*>(window))
             return window;
     return nullptr;
 }
@@ -48,7 +44,9 @@ public:
     UsualPointer& operator=(const UsualPointer&) = delete;
 };
 
+// The help window stays usable beside the box, so that it can be read.
 void setText(QMessageBox& box, std::string_view text) {
+    box.setWindowModality(Qt::WindowModal);
     box.setTextFormat(Qt::PlainText);
     box.setText(toQString(text).replace("\r\n", "\n"));
     box.setWindowTitle(toQString(kProgramName));

@@ -11,6 +11,9 @@ namespace tollwick {
 namespace {
 
 constexpr int kDragMargin = 500;
+// What of the title bar must be on a screen, in twips.
+constexpr int kGrabWidth = 1200;
+constexpr int kGrabHeight = 300;
 constexpr int kLayoutMargin = 1500;
 
 } // namespace
@@ -26,6 +29,25 @@ WindowPlacement readPlacement(Settings& settings) {
     placement.height = number(setting::WindowYsize);
     placement.splitter = toLong(numericValue(settings.read(setting::SplitterPos)));
     placement.state = number(setting::WindowStateRead);
+    return placement;
+}
+
+WindowPlacement keptOnScreen(WindowPlacement placement, std::span<const ScreenArea> screens) {
+    const auto canBeGrabbed = [&](const ScreenArea& screen) {
+        const int visible = std::min(placement.left + placement.width, screen.left + screen.width) -
+                            std::max(placement.left, screen.left);
+        return visible >= std::min(kGrabWidth, placement.width) && placement.top >= screen.top &&
+               placement.top + kGrabHeight <= screen.top + screen.height;
+    };
+    if (screens.empty() || std::ranges::any_of(screens, canBeGrabbed))
+        return placement;
+    const ScreenArea& screen = screens.front();
+    placement.width = std::min(placement.width, screen.width);
+    placement.height = std::min(placement.height, screen.height);
+    placement.left = std::clamp(placement.left, screen.left,
+                                screen.left + screen.width - placement.width);
+    placement.top = std::clamp(placement.top, screen.top,
+                               screen.top + screen.height - placement.height);
     return placement;
 }
 

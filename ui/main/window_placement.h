@@ -3,6 +3,8 @@
 
 #include "app/settings_store.h"
 
+#include <span>
+
 namespace tollwick {
 
 inline constexpr int kTwipsPerPixel = 15; // of a device-independent pixel
@@ -38,6 +40,18 @@ struct WindowPlacement {
 
 // Throws RunTimeError 6 when a stored number exceeds 16 bits.
 WindowPlacement readPlacement(Settings& settings);
+
+// Where a window may lie: a screen without its task bars, in twips.
+struct ScreenArea {
+    int left;
+    int top;
+    int width;
+    int height;
+};
+
+// The placement itself when the window can be grabbed on one of the screens; otherwise, as after a screen
+// has been taken away, moved onto the first of them and made no larger than that.
+WindowPlacement keptOnScreen(WindowPlacement placement, std::span<const ScreenArea> screens);
 
 // A minimized window stores only its state.
 void storePlacement(Settings& settings, const WindowPlacement& placement);

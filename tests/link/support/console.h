@@ -43,7 +43,9 @@ struct CountingLock : InputLock {
 struct RecordingProgress : Progress {
     void setInfo(std::string_view text) override { infos.emplace_back(text); }
     void setBusy(bool) override {}
+    void setFetched(std::optional<std::size_t> entries) override { fetched.push_back(entries); }
     Strings infos;
+    std::vector<std::optional<std::size_t>> fetched;
 };
 
 // Runs from the time of day that the test sets.

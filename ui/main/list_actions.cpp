@@ -1,0 +1,85 @@
+#include "ui/main/list_actions.h"
+
+#include "app/files.h"
+#include "ui/dialogs/file_filter.h"
+#include "ui/main/filter_bar.h"
+#include "ui/main/list_view.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFileDialog>
+
+namespace tollwick {
+namespace {
+
+constexpr const char* kCsvSuffix = ".csv";
+
+} // namespace
+
+ListActions::ListActions(ConsoleContext& context, ListView& list, FilterBar& filter,
+                         QWidget* window)
+    : QObject(window), context_(context), list_(list), filter_(filter), window_(window) {
+    CopyRows = add("CopyRows", Text::CopyRows, QKeySequence::Copy, &list, &ListActions::copy);
+    SelectRows = add("SelectRows", Text::SelectRows, QKeySequence::SelectAll, &list,
+                     &ListActions::selectAll);
+    FilterRows =
+        add("FilterRows", Text::FilterRows, QKeySequence::Find, window, &ListActions::filter);
+    SaveCsv = add("SaveCsv", Text::SaveCsv, QKeySequence::Save, window, &ListActions::save);
+    connect(&list, &ListView::rowsChanged, this, &ListActions::followRows);
+    followRows();
+}
+
+QAction* ListActions::add(const char* name, Text caption, QKeySequence::StandardKey key,
+                          QWidget* owner, void (ListActions::*handler)()) {
+    auto* action = new QAction(context_.caption(caption), this);
+    action->setObjectName(name);
+    action->setShortcut(key);
+    if (owner == &list_)
+        action->setShortcutContext(Qt::WidgetShortcut);
+    owner->addAction(action);
+    connect(action, &QAction::triggered, this, [this, handler] {
+        context_.errors.guard(Routine::FillList, [&](Integer&) { (this->*handler)(); });
+    });
+    return action;
+}
+
+void ListActions::followRows() {
+    const bool has_list = list_.model()->columnCount() > 0;
+    for (QAction* action : {CopyRows, SelectRows, SaveCsv})
+        action->setEnabled(has_list && list_.model()->rowCount() > 0);
+    FilterRows->setEnabled(has_list);
+}
+
+void ListActions::copy() {
+    const std::vector<TableRow> rows = list_.selectedRows();
+    if (!rows.empty())
+        QApplication::clipboard()->setText(toQString(tabSeparated(rows)));
+}
+
+void ListActions::selectAll() {
+    list_.selectAll();
+}
+
+void ListActions::filter() {
+    filter_.open();
+}
+
+void ListActions::save() {
+    std::vector<TableRow> rows = list_.selectedRows();
+    if (rows.size() < 2)
+        rows = list_.shownRows();
+    rows.insert(rows.begin(), list_.titles());
+
+    QFileDialog dialog(window_, context_.caption(Text::SaveCsv).remove('&'));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(kCsvSuffix);
+    dialog.setNameFilter(fileFilter(context_.text(Text::SaveCsvFilter)));
+    dialog.selectFile(QString::fromStdString(list_.nodeKey()) + kCsvSuffix);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const std::string file = dialog.selectedFiles().constFirst().toStdString();
+    if (!replaceFile(toPath(file), commaSeparated(rows)))
+        context_.prompter.critical(context_.text(Text::ListNotSaved));
+}
+
+} // namespace tollwick

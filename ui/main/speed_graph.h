@@ -1,0 +1,28 @@
+// A small graph of the speed over the last minutes; the present is at its right edge.
+#pragma once
+
+#include "ui/main/speed_history.h"
+
+#include <QWidget>
+
+namespace tollwick {
+
+class SpeedGraph : public QWidget {
+    Q_OBJECT
+public:
+    explicit SpeedGraph(QWidget* parent = nullptr);
+
+    // A speed in bits per second, measured now. `now` is in seconds since any fixed moment.
+    void add(double now, double speed);
+    [[nodiscard]] const SpeedHistory& history() const { return history_; }
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    SpeedHistory history_;
+};
+
+} // namespace tollwick
