@@ -303,6 +303,8 @@ TEST(Lists, SchedulesFollowTheRecordsOwnNumberFromAClearedRecord) {
     console.data.schedules.resize(7);
     EXPECT_EQ(console.requests.txGetAllSchedules(), 0);
     EXPECT_EQ(console.data.schedules, (std::vector{schedule(1), schedule(9), schedule(kLast)}));
+    using Fetched = std::vector<std::optional<std::size_t>>;
+    EXPECT_EQ(console.progress.fetched, (Fetched{0, 1, 2, 3, {}}));
     EXPECT_EQ(peer.requests(),
               (Strings{"50/30 number 1 length 0", "50/30 number 2 length 0",
                        "50/30 number 10 length 0", "50/30 number 2147483647 length 0"}));
