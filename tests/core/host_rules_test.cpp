@@ -1,3 +1,4 @@
+#include "app/ansi.h"
 #include "tests/support/code_page.h"
 #include "ui/hostsetup/connection_lists.h"
 #include "ui/hostsetup/host_rules.h"
@@ -6,8 +7,6 @@
 
 namespace tollwick {
 namespace {
-
-using Lines = std::vector<std::string>;
 
 HostRecord host(Long number, const char* display_name, const char* local, const char* remote) {
     HostRecord record;
@@ -25,17 +24,9 @@ const std::vector<HostRecord> kHosts = {host(1, "  Lund ", "here", "lund"),
                                         host(2, "Växjö", "shared", "vaxjo"),
                                         host(3, "Åre", "here", "shared")};
 
-HostEntry goodEntry() {
-    HostEntry entry;
-    entry.display_name = "New";
-    entry.mail_domain = "new.example";
-    entry.remote_uucp_name = "new";
-    entry.uucp_timeout.text = "2";
-    return entry;
-}
-
 TEST(HostRules, ProblemsAreFoundInTheirOrder) {
     std::vector<HostRecord> hosts = kHosts;
+    hosts[2].default_domain = 1;
     HostRecord self = host(0, "", "", "");
     HostEntry entry;
     entry.display_name = "  ";
@@ -49,40 +40,36 @@ TEST(HostRules, ProblemsAreFoundInTheirOrder) {
         EXPECT_EQ(problem->field, field);
         EXPECT_EQ(pageOf(field), page);
     };
-    hosts[2].default_domain = 1;
-    next(Text::HostNameMissing, BoxIcon::Critical, HostField::DisplayName, HostPage::General);
+    using enum HostPage;
+    next(Text::HostNameMissing, BoxIcon::Critical, HostField::DisplayName, General);
     entry.display_name = "lUND";
-    next(Text::HostNameTaken, BoxIcon::Critical, HostField::DisplayName, HostPage::General);
+    next(Text::HostNameTaken, BoxIcon::Critical, HostField::DisplayName, General);
     entry.display_name = "New";
     entry.mail_domain = " ";
-    next(Text::MailDomainMissing, BoxIcon::Critical, HostField::MailDomain, HostPage::General);
+    next(Text::MailDomainMissing, BoxIcon::Critical, HostField::MailDomain, General);
     entry.mail_domain = "new.example";
     entry.remote_uucp_name = "  ";
-    next(Text::RemoteHostMissing, BoxIcon::Critical, HostField::RemoteUucpName, HostPage::Login);
+    next(Text::RemoteHostMissing, BoxIcon::Critical, HostField::RemoteUucpName, Login);
     entry.remote_uucp_name = "new";
-    next(Text::DefaultDomainTaken, BoxIcon::Exclamation, HostField::DefaultDomain,
-         HostPage::General);
+    next(Text::DefaultDomainTaken, BoxIcon::Exclamation, HostField::DefaultDomain, General);
     self.record_number = 3; // the primary domain itself
     for (const char* timeout : {"1.5", "1.99", "abc", "", "-12"}) {
         entry.uucp_timeout.text = timeout;
-        next(Text::UucpTimeoutTooShort, BoxIcon::Exclamation, HostField::UucpTimeout,
-             HostPage::Login);
+        next(Text::UucpTimeoutTooShort, BoxIcon::Exclamation, HostField::UucpTimeout, Login);
     }
     entry.uucp_timeout.text = " 2 s";
     EXPECT_FALSE(checkHost(entry, self, hosts));
 }
 
-TEST(HostRules, ADisplayNameIsComparedWithoutCaseAndBlanksWithAllOthers) {
+TEST(HostRules, NamesAreComparedWithAllOtherHosts) {
+    const HostRecord self = host(0, "", "", "");
+    // Display names without case and blanks, local node names exactly.
     for (const char* name : {"Lund", " LUND", "lund  ", "växjö", "VÄXJÖ", "åre"})
-        EXPECT_TRUE(CheckHostExists(name, host(0, "", "", ""), kHosts)) << name;
+        EXPECT_TRUE(CheckHostExists(name, self, kHosts)) << name;
     for (const char* name : {"Lun", "Vaxjo", "are", "Lund 2"})
-        EXPECT_FALSE(CheckHostExists(name, host(0, "", "", ""), kHosts)) << name;
+        EXPECT_FALSE(CheckHostExists(name, self, kHosts)) << name;
     EXPECT_FALSE(CheckHostExists("LUND", kHosts[0], kHosts)) << "it never collides with itself";
     EXPECT_TRUE(CheckHostExists("LUND", kHosts[1], kHosts));
-}
-
-TEST(HostRules, ALocalNodeNameIsComparedExactly) {
-    const HostRecord self = host(0, "", "", "");
     EXPECT_TRUE(CheckLocalHostExists(" shared ", self, kHosts));
     EXPECT_FALSE(CheckLocalHostExists("SHARED", self, kHosts));
     EXPECT_FALSE(CheckLocalHostExists("vaxjo", self, kHosts)) << "remote names do not count";
@@ -90,159 +77,121 @@ TEST(HostRules, ALocalNodeNameIsComparedExactly) {
 }
 
 TEST(HostRules, ScriptNames) {
-    struct {
-        const char* name;
-        std::optional<Text> problem;
-        const char* completed;
-    } const cases[] = {
-        {"", {}, ""},
-        {"   ", {}, ""},
-        {"login", {}, "login.scp"},
-        {"login.", {}, "login.scp"},
-        {" login.SCP ", {}, "login.SCP"},
-        {"x.Scp", {}, "x.Scp"},
-        {"a", {}, "a.scp"},
-        {".scp", {}, ".scp"},
-        {"scp", {}, "scp.scp"},
-        {".", {}, ".scp"},
-        {"login.txt", {}, "login.txt.scp"},
-        {"två ord", {}, "två ord.scp"},
-        {"c:login.scp", Text::ScriptNameHasPath, nullptr},
-        {"sub\\login.scp", Text::ScriptNameHasPath, nullptr},
-        {"a/b:c", Text::ScriptNameHasPath, nullptr},
-        {"a/b.scp", Text::ScriptNameIllegal, nullptr},
-        {"\"a\".scp", Text::ScriptNameIllegal, nullptr},
-        {"a?", Text::ScriptNameIllegal, nullptr},
-        {"*", Text::ScriptNameIllegal, nullptr},
-        {"<a", Text::ScriptNameIllegal, nullptr},
-        {"a>", Text::ScriptNameIllegal, nullptr},
-        {"a|b", Text::ScriptNameIllegal, nullptr},
-        // A character that the service would get as "?".
-        {"\xF0\x9F\x90\x9F.scp", Text::ScriptNameIllegal, nullptr},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        const auto problem = checkScriptName(trimmed(c.name));
-        EXPECT_EQ(problem ? std::optional(problem->text) : std::nullopt, c.problem);
-        if (problem) {
+    const std::pair<const char*, const char*> good[] = {{"", ""},
+                                                        {"   ", ""},
+                                                        {"login", "login.scp"},
+                                                        {"login.", "login.scp"},
+                                                        {" login.SCP ", "login.SCP"},
+                                                        {"a", "a.scp"},
+                                                        {".scp", ".scp"},
+                                                        {"scp", "scp.scp"},
+                                                        {".", ".scp"},
+                                                        {"login.txt", "login.txt.scp"},
+                                                        {"två ord", "två ord.scp"}};
+    for (const auto& [name, completed] : good) {
+        EXPECT_FALSE(checkScriptName(trimmed(name))) << name;
+        EXPECT_EQ(completedScriptName(name), completed);
+    }
+    const auto refused = [](Text text, std::initializer_list<const char*> names) {
+        for (const char* name : names) {
+            const auto problem = checkScriptName(name);
+            ASSERT_TRUE(problem) << name;
+            EXPECT_EQ(problem->text, text) << name;
             EXPECT_EQ(problem->icon, BoxIcon::Critical);
             EXPECT_EQ(pageOf(problem->field), HostPage::LoginScript);
-        } else {
-            EXPECT_EQ(completedScriptName(c.name), c.completed);
         }
-    }
+    };
+    refused(Text::ScriptNameHasPath, {"c:login.scp", "sub\\login.scp", "a/b:c"});
+    refused(Text::ScriptNameIllegal, {"a/b.scp", "\"a\".scp", "a?", "*", "<a", "a>", "a|b",
+                                      // A character that the service would get as "?".
+                                      "\xF0\x9F\x90\x9F.scp"});
 }
 
 TEST(HostRules, AScriptHasToFitTheDataBlock) {
-    const std::string name = "login.scp";
-    const std::size_t room = 4096 - 2 - name.size() - 2;
-    EXPECT_TRUE(scriptFits(name, std::string(room, 'x')));
-    EXPECT_FALSE(scriptFits(name, std::string(room + 1, 'x')));
-    EXPECT_FALSE(scriptFits(name, std::string(100'000, 'x')));
+    const std::size_t room = 4096 - 2 - 9 - 2;
+    EXPECT_TRUE(scriptFits("login.scp", std::string(room, 'x')));
+    EXPECT_FALSE(scriptFits("login.scp", std::string(room + 1, 'x')));
     if (ansiIsWindows1252()) { // a byte each
-        std::string text;
-        for (std::size_t i = 0; i < room; ++i)
-            text += "å";
-        EXPECT_TRUE(scriptFits(name, text));
+        EXPECT_TRUE(scriptFits("login.scp", fromAnsi(std::string(room, '\xE5'))));
     }
 }
 
-// What the rule of the spool directory asks and does, line by line, and what comes of it.
-Lines decided(const char* remote, const HostRecord& self, std::vector<Answer> answers,
-              bool removed = true, const std::vector<HostRecord>& hosts = kHosts) {
-    HostEntry entry = goodEntry();
+// What the rule of the spool directory asks and does, step by step, and what comes of it.
+std::string decided(const char* remote, const HostRecord& self, std::vector<Answer> answers = {},
+                    bool removed = true) {
+    HostEntry entry;
     entry.display_name = " New host ";
     entry.mail_domain = " new.example ";
     entry.remote_uucp_name = remote;
-    Lines lines;
+    std::string told;
     std::size_t asked = 0;
-    const SpoolSteps steps{[&](Text question, Answer default_button) {
-                               lines.push_back(
-                                   std::string(question == Text::ShareSpoolDirectory ? "share?"
-                                               : question == Text::RemoteHostChanged ? "rename?"
-                                                                                     : "what?") +
-                                   (default_button == Answer::Yes ? " [Yes]" : " [No]"));
-                               return answers.at(asked++);
-                           },
-                           [&](const std::string& directory) {
-                               lines.push_back("remove " + directory);
-                               return removed;
-                           }};
-    std::string directory = "(none)";
-    switch (decideSpoolDirectory(entry, self, hosts, steps, directory)) {
-    case SpoolOutcome::Decided:
-        lines.push_back("use " + directory);
-        break;
-    case SpoolOutcome::Stopped:
-        lines.emplace_back("stopped");
-        break;
-    case SpoolOutcome::Failed:
-        lines.emplace_back("failed");
-        break;
-    }
+    const auto ask = [&](Text question, Answer default_button) {
+        EXPECT_TRUE(question == Text::ShareSpoolDirectory || question == Text::RemoteHostChanged);
+        told += question == Text::ShareSpoolDirectory ? "share?" : "rename?";
+        told += default_button == Answer::Yes ? " [Yes], " : " [No], ";
+        return answers.at(asked++);
+    };
+    const auto remove = [&](const std::string& directory) {
+        told += "remove " + directory + ", ";
+        return removed;
+    };
+    std::string directory;
+    const SpoolOutcome outcome =
+        decideSpoolDirectory(entry, self, kHosts, {ask, remove}, directory);
     EXPECT_EQ(asked, answers.size());
-    return lines;
+    return told + (outcome == SpoolOutcome::Decided   ? "use " + directory
+                   : outcome == SpoolOutcome::Stopped ? "stopped"
+                                                      : "failed");
 }
 
-TEST(HostRules, TheSpoolDirectoryOfANewHost) {
-    const HostRecord self = host(0, "", "", "");
-    EXPECT_EQ(decided(" new ", self, {}), (Lines{"use new"}));
-    EXPECT_EQ(decided("lund", self, {}), (Lines{"use lund"}));
-    EXPECT_EQ(decided("shared", self, {Answer::Yes}), (Lines{"share? [No]", "use shared"}));
-    EXPECT_EQ(decided("shared", self, {Answer::No}),
-              (Lines{"share? [No]", "use new.example-shared"}));
-}
-
-TEST(HostRules, TheSpoolDirectoryOfARenamedHost) {
+TEST(HostRules, TheSpoolDirectory) {
     using enum Answer;
+    const HostRecord new_host = host(0, "", "", "");
+    EXPECT_EQ(decided(" new ", new_host), "use new");
+    EXPECT_EQ(decided("lund", new_host), "use lund");
+    EXPECT_EQ(decided("shared", new_host, {Yes}), "share? [No], use shared");
+    EXPECT_EQ(decided("shared", new_host, {No}), "share? [No], use new.example-shared");
+
     HostRecord lund = kHosts[0];
-    lund.spool_directory = "lund dir";
-    EXPECT_EQ(decided("lund", lund, {}), (Lines{"use lund dir"}));
-    EXPECT_EQ(decided(" lund ", lund, {}), (Lines{"use lund dir"}));
-    EXPECT_EQ(decided("new", lund, {No}), (Lines{"rename? [No]", "stopped"}));
-    EXPECT_EQ(decided("new", lund, {Yes}), (Lines{"rename? [No]", "remove lund dir", "use new"}));
-    EXPECT_EQ(decided("Lund", lund, {Yes}), (Lines{"rename? [No]", "remove lund dir", "use Lund"}));
-    EXPECT_EQ(decided("new", lund, {Yes}, false),
-              (Lines{"rename? [No]", "remove lund dir", "failed"}));
+    lund.spool_directory = "old";
+    EXPECT_EQ(decided(" lund ", lund), "use old");
+    EXPECT_EQ(decided("new", lund, {No}), "rename? [No], stopped");
+    EXPECT_EQ(decided("Lund", lund, {Yes}), "rename? [No], remove old, use Lund");
+    EXPECT_EQ(decided("new", lund, {Yes}, false), "rename? [No], remove old, failed");
     EXPECT_EQ(decided("shared", lund, {Yes, Yes}),
-              (Lines{"rename? [No]", "remove lund dir", "share? [Yes]", "use shared"}));
+              "rename? [No], remove old, share? [Yes], use shared");
     EXPECT_EQ(decided("shared", lund, {Yes, No}),
-              (Lines{"rename? [No]", "remove lund dir", "share? [Yes]", "use  New host -shared"}));
+              "rename? [No], remove old, share? [Yes], use  New host -shared");
 
     // The directory of a node name that another host has is not removed.
-    const HostRecord& are = kHosts[2];
-    EXPECT_EQ(decided("new", are, {}), (Lines{"use new"}));
-    EXPECT_EQ(decided("here", are, {Yes}), (Lines{"share? [Yes]", "use here"}));
-    EXPECT_EQ(decided("here", are, {No}), (Lines{"share? [Yes]", "use  New host -here"}));
-
+    EXPECT_EQ(decided("new", kHosts[2]), "use new");
+    EXPECT_EQ(decided("here", kHosts[2], {Yes}), "share? [Yes], use here");
+    EXPECT_EQ(decided("here", kHosts[2], {No}), "share? [Yes], use  New host -here");
     // A host that never had a node name keeps what it has.
     HostRecord nameless = host(4, "Nameless", "here", "");
     nameless.spool_directory = " old";
-    EXPECT_EQ(decided("shared", nameless, {}), (Lines{"use  old"}));
+    EXPECT_EQ(decided("shared", nameless), "use  old");
 }
 
 TEST(HostRules, FramesOfTheConnectionPage) {
-    struct {
+    // clang-format off
+    const struct {
         int connect_using;
         bool box;
         Single version;
         const char* shown;
-    } const cases[] = {
-        {0, false, 3.99F, "modem"}, {0, true, 3.99F, "modem"},    {0, false, 4, "modem"},
-        {0, true, 4, "telephony"},  {0, true, 5.5F, "telephony"}, {1, true, 4, "ras+only"},
-        {1, false, 3, "ras+only"},  {2, true, 4, "ras"},          {2, false, 3, "ras"},
-        {3, true, 4, ""},           {-1, false, 4, ""},
-    };
+    } cases[] = {
+        {0, false, 3.99F, "modem"}, {0, true, 3.99F, "modem"}, {0, false, 4, "modem"},
+        {0, true, 4, "telephony"}, {0, true, 5.5F, "telephony"}, {1, true, 4, "ras+only"},
+        {1, false, 3, "ras+only"}, {2, true, 4, "ras"}, {2, false, 3, "ras"}, {3, true, 4, ""},
+        {-1, false, 4, ""}};
+    // clang-format on
     for (const auto& c : cases) {
         const ConnectFrames frames = connectFrames(c.connect_using, c.box, c.version);
-        std::string shown;
-        for (const auto& [is_shown, name] : {std::pair{frames.telephony, "telephony"},
-                                             {frames.modem, "modem"},
-                                             {frames.ras, "ras"},
-                                             {frames.ras_only == true, "+only"},
-                                             {frames.ras_only == false, "-only"}})
-            if (is_shown)
-                shown += name;
+        std::string shown = frames.telephony ? "telephony" : "";
+        shown += std::string(frames.modem ? "modem" : "") + (frames.ras ? "ras" : "");
+        if (frames.ras_only)
+            shown += *frames.ras_only ? "+only" : "-only";
         EXPECT_EQ(shown, c.shown) << c.connect_using << c.box << c.version;
         EXPECT_EQ(rasOnlyShownOnPageChange(c.connect_using), c.connect_using != 2);
     }
@@ -258,19 +207,22 @@ TEST(HostRules, CharactersOfANodeName) {
 
 TEST(HostRules, ChoiceLists) {
     const ConnectionLists lists{StringTable(kSwedish)};
-    EXPECT_EQ(lists.com_ports.size(), 16U);
-    EXPECT_EQ(lists.com_ports.front(), "COM1:");
-    EXPECT_EQ(lists.com_ports.back(), "COM16:");
-    EXPECT_EQ(lists.speeds,
-              (Lines{"1200", "2400", "4800", "9600", "19200", "38400", "57600", "115200"}));
-    EXPECT_EQ(lists.protocols, (Lines{"g", "t", "G"}));
+    const auto joined = [](const auto& list) {
+        std::string line;
+        for (const auto& entry : list)
+            line += std::string(entry) + ' ';
+        return line;
+    };
+    EXPECT_EQ(joined(lists.com_ports),
+              "COM1: COM2: COM3: COM4: COM5: COM6: COM7: COM8: COM9: COM10: COM11: COM12: COM13: "
+              "COM14: COM15: COM16: ");
+    EXPECT_EQ(joined(lists.speeds), "1200 2400 4800 9600 19200 38400 57600 115200 ");
+    EXPECT_EQ(joined(lists.protocols), "g t G ");
     EXPECT_EQ(lists.protocols[kProtocolT], "t");
-    EXPECT_EQ(lists.packet_sizes, (Lines{"32", "64", "128", "256", "512", "1024", "2048", "4096"}));
-    EXPECT_EQ(lists.window_sizes, (Lines{"1", "2", "3", "4", "5", "6", "7"}));
-    EXPECT_EQ(lists.data_bits, (Lines{"8", "7"}));
-    EXPECT_EQ(lists.stop_bits, (Lines{"1", "2"}));
-    EXPECT_EQ(lists.parities, (Lines{"Ingen", "Jämn", "Udda"}));
-
+    EXPECT_EQ(joined(lists.packet_sizes), "32 64 128 256 512 1024 2048 4096 ");
+    EXPECT_EQ(joined(lists.window_sizes), "1 2 3 4 5 6 7 ");
+    EXPECT_EQ(joined(lists.data_bits) + joined(lists.stop_bits), "8 7 1 2 ");
+    EXPECT_EQ(joined(lists.parities), "Ingen Jämn Udda ");
     const std::pair<Long, std::size_t> usable[] = {{0, 8},     {300, 0},    {1200, 1},
                                                    {33600, 5}, {38400, 6},  {56000, 6},
                                                    {57600, 7}, {115199, 7}, {230400, 8}};

@@ -43,31 +43,24 @@ protected:
 
 TEST_F(MainModuleTest, CountryCodeSelectsTheLanguage) {
     EXPECT_EQ(started().texts().LangBase(), 1000);
-    struct {
-        std::string_view stored;
-        Integer base;
-    } const cases[] = {{"4000", 4000}, {"7000", 7000},   {" ", 1000}, {" 4000x", 4000},
-                       {"abc", 0},     {"4000.5", 4000}, {"-1", -1},  {"32767", 32767}};
-    for (const auto& c : cases) {
-        store.values[kCountryCode] = c.stored;
-        EXPECT_EQ(started().texts().LangBase(), c.base) << c.stored;
+    const std::pair<std::string_view, Integer> cases[] = {
+        {"4000", 4000}, {"7000", 7000},   {" ", 1000}, {" 4000x", 4000},
+        {"abc", 0},     {"4000.5", 4000}, {"-1", -1},  {"32767", 32767}};
+    for (const auto& [stored, base] : cases) {
+        store.values[kCountryCode] = stored;
+        EXPECT_EQ(started().texts().LangBase(), base) << stored;
     }
-    store.values[kCountryCode] = "7000";
-    const MainModule slot = started();
-    EXPECT_EQ(slot.texts().byOffset(kWelcome), "Welcome");
-    EXPECT_THROW(static_cast<void>(slot.texts()(Text::Ok)), RunTimeError);
     store.values[kCountryCode] = "40000";
     EXPECT_THROW(started(), RunTimeError);
 }
 
 TEST_F(MainModuleTest, ConnectionSettingsAreLoadedAndSaved) {
     MainModule module = started();
-    EXPECT_EQ(module.connection.ServerConnectIp, "127.0.0.1");
-    EXPECT_EQ(module.connection.ServerConnectPort, "542");
-    EXPECT_EQ(module.connection.ServerConnectUsername, "admin");
+    EXPECT_EQ(module.connection.ServerConnectIp + ' ' + module.connection.ServerConnectPort + ' ' +
+                  module.connection.ServerConnectUsername,
+              "127.0.0.1 542 admin");
     EXPECT_EQ(module.connection.ComTimeout, 30.0F);
     EXPECT_FALSE(module.connection.no_server_address);
-
     module.connection.ServerConnectIp = "mail.example";
     module.connection.ServerConnectPort = "5420";
     module.connection.ServerConnectUsername = "";
@@ -84,106 +77,63 @@ TEST_F(MainModuleTest, ConnectionSettingsAreLoadedAndSaved) {
     EXPECT_EQ(again.connection.ComTimeout, 2.5F);
 }
 
-TEST_F(MainModuleTest, TheInstallFolderIsTheSettingElseTheDefault) {
-    EXPECT_EQ(started().installFolder(), folder.text("install"));
-    store.values[kInstallDir] = folder.text("elsewhere");
-    MainModule module = started();
-    EXPECT_EQ(module.installFolder(), folder.text("elsewhere"));
-    module.saveConnectionSettings();
-    EXPECT_EQ(store.values[kInstallDir], folder.text("elsewhere"));
-}
-
-TEST(JoinPath, PutsOneSeparatorBetween) {
-    const std::string separator(1, kPathSeparator);
-    EXPECT_EQ(joinPath("a", "b"), "a" + separator + "b");
-    EXPECT_EQ(joinPath("a" + separator, "b"), "a" + separator + "b");
-    EXPECT_EQ(joinPath("", "b"), separator + "b");
+TEST_F(MainModuleTest, EveryMissingFolderOfTheInstallationIsCreatedAndLogged) {
+    EXPECT_EQ(started().installFolder(), folder.text("install")); // the default
     EXPECT_EQ(toPath(joinPath("ä", "ö")), toPath("ä") / toPath("ö"));
-}
-
-TEST_F(MainModuleTest, EveryMissingFolderIsCreatedAndLogged) {
-    store.values[kInstallDir] = folder.text("one") + kPathSeparator + "två" + kPathSeparator;
-    MainModule module = started();
-    module.prepareFolders();
     const std::string one = folder.text("one");
-    const std::string two = joinPath(one, "två");
-    const std::string logs = joinPath(two, "Logs");
+    const std::string two = one + kPathSeparator + "två";
+    const std::string logs = two + kPathSeparator + "Logs";
+    store.values[kInstallDir] = two + kPathSeparator;
+    MainModule module = started();
+    module.saveConnectionSettings();
+    EXPECT_EQ(store.values[kInstallDir], two + kPathSeparator);
+    for (int start = 0; start < 2; ++start)
+        module.prepareFolders();
     EXPECT_EQ(log.writer.folder(), logs);
     EXPECT_EQ(log.system.entries, (Names{recreated(one), recreated(two), recreated(logs)}));
     EXPECT_EQ(folder.names("one/två/Logs"), (Names{"Tollwick.log", "error.log"}));
-
-    module.prepareFolders();
-    EXPECT_EQ(log.system.entries.size(), 3U);
 }
 
 TEST_F(MainModuleTest, AFolderThatCannotBeCreatedIsLogged) {
     folder.write("file", "");
-    store.values[kInstallDir] = folder.text("file");
+    const std::string file = store.values[kInstallDir] = folder.text("file");
     started().prepareFolders();
-    const std::string logs = joinPath(folder.text("file"), "Logs");
-    EXPECT_EQ(log.system.entries, (Names{notCreated(folder.text("file")), // walked for itself,
-                                         notCreated(folder.text("file")), // and for the logs
-                                         notCreated(logs)}));
-    EXPECT_EQ(folder.read("file"), "");
+    // Walked for itself, and for the logs.
+    EXPECT_EQ(log.system.entries,
+              (Names{notCreated(file), notCreated(file), notCreated(joinPath(file, "Logs"))}));
 }
 
-TEST_F(MainModuleTest, HelpFilesGetTheirCommonNames) {
-    const auto place = [&](const Names& files) {
-        for (const auto& file : std::filesystem::directory_iterator(folder / "install"))
-            std::filesystem::remove(file.path());
-        for (const std::string& file : files)
-            folder.write("install/" + file, file);
-        started().placeHelpFiles();
-        std::string placed;
+TEST_F(MainModuleTest, SuppliedFilesAreCopiedWhereTheyAreMissingAndHelpGetsItsCommonName) {
+    const auto installed = [this] {
+        std::string files;
         for (const std::string& name : folder.names("install"))
-            placed += name + "=" + folder.read("install/" + name) + " ";
-        return placed;
+            files += name + "=" + folder.read("install/" + name) + " ";
+        return files;
     };
-    EXPECT_EQ(place({}), "");
-    EXPECT_EQ(place({"Tollw-se.hlp", "Tollw-se.cnt"}),
-              "Tollwick.cnt=Tollw-se.cnt Tollwick.hlp=Tollw-se.hlp ");
-    EXPECT_EQ(place({"Tollw-us.cnt", "Tollw-us.hlp", "Tollw-se.hlp", "Tollw-se.cnt"}),
-              "Tollwick.cnt=Tollw-us.cnt Tollwick.hlp=Tollw-us.hlp ");
-    EXPECT_EQ(place({"Tollwick.hlp", "Tollwick.cnt", "Tollw-us.hlp", "note.txt"}),
-              "Tollwick.cnt=Tollwick.cnt Tollwick.hlp=Tollw-us.hlp note.txt=note.txt ");
-}
-
-TEST_F(MainModuleTest, AHelpFileThatCannotBeRenamedThrows) {
-    folder.write("install/Tollwick.hlp/in the way", "");
-    folder.write("install/Tollw-us.hlp", "us");
-    folder.write("install/Tollw-us.cnt", "us");
-    EXPECT_THROW(started().placeHelpFiles(), std::filesystem::filesystem_error);
-    EXPECT_EQ(folder.names("install"), (Names{"Tollw-us.cnt", "Tollw-us.hlp", "Tollwick.hlp"}));
-}
-
-TEST_F(MainModuleTest, SuppliedFilesAreCopiedWhereTheyAreMissing) {
+    started().copySuppliedFiles(); // none are supplied
+    started().placeHelpFiles();
+    EXPECT_EQ(installed(), "");
     for (const char* file : {"MODEMS.DAT", "note.txt", "Tollw-se.hlp", "Tollw-se.cnt",
                              "Tollw-us.hlp", "Tollw-us.cnt", "other"})
         folder.write(std::string("supplied/") + file, file);
     folder.write("install/note.txt", "own");
     started().copySuppliedFiles();
-    EXPECT_EQ(folder.names("install"),
-              (Names{"MODEMS.DAT", "Tollw-us.cnt", "Tollw-us.hlp", "note.txt"}));
-    EXPECT_EQ(folder.read("install/note.txt"), "own");
+    EXPECT_EQ(installed(), "MODEMS.DAT=MODEMS.DAT Tollw-us.cnt=Tollw-us.cnt "
+                           "Tollw-us.hlp=Tollw-us.hlp note.txt=own ");
+    folder.write("install/Tollw-se.hlp", "se"); // gone after the one that comes first
     started().placeHelpFiles();
-
+    EXPECT_EQ(installed(), "MODEMS.DAT=MODEMS.DAT Tollwick.cnt=Tollw-us.cnt "
+                           "Tollwick.hlp=Tollw-us.hlp note.txt=own ");
     // Another language at a later start brings its own help.
     store.values[kCountryCode] = "4000";
-    MainModule module = started();
-    module.copySuppliedFiles();
-    module.placeHelpFiles();
-    EXPECT_EQ(folder.names("install"),
-              (Names{"MODEMS.DAT", "Tollwick.cnt", "Tollwick.hlp", "note.txt"}));
-    EXPECT_EQ(folder.read("install/Tollwick.hlp"), "Tollw-se.hlp");
-    EXPECT_EQ(folder.read("install/Tollwick.cnt"), "Tollw-se.cnt");
-}
-
-TEST_F(MainModuleTest, SuppliedFilesThatAreMissingAreDoneWithout) {
     started().copySuppliedFiles();
-    MainModule nothing_supplied(store, log.writer, {"", folder.text("install")});
-    nothing_supplied.loadConnectionSettings();
-    nothing_supplied.copySuppliedFiles();
-    EXPECT_EQ(folder.names("install"), Names{});
+    started().placeHelpFiles();
+    EXPECT_EQ(installed(), "MODEMS.DAT=MODEMS.DAT Tollwick.cnt=Tollw-se.cnt "
+                           "Tollwick.hlp=Tollw-se.hlp note.txt=own ");
+    std::filesystem::remove(folder / "install/Tollwick.hlp");
+    folder.write("install/Tollwick.hlp/in the way", "");
+    folder.write("install/Tollw-us.hlp", "us");
+    EXPECT_THROW(started().placeHelpFiles(), std::filesystem::filesystem_error);
 }
 
 } // namespace

@@ -5,11 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <optional>
 
 namespace tollwick {
 namespace {
 
+using script::Acts;
 using script::answer;
 
 constexpr int kFails = 1000;       // the rule for failures applies
@@ -26,28 +26,24 @@ constexpr Returns kList{0, kFails, kFails, kFails};
 constexpr Returns kSavedSettings{0, 2, 1, 0};
 
 struct RequestCase {
-    const char* name;
     std::string sent; // the first request, with the data in hex
     const char* status;
-    const char* failure; // first line
+    const char* failure;
     Returns returns;
     int failed; // what is returned then
     std::function<int(Console&)> call;
 };
 
-Integer status(Console& console) {
-    std::optional<int> reported;
-    console.requests.txGetUucpStatus([&](int value) {
-        EXPECT_FALSE(reported) << "reported twice";
-        reported = value;
-    });
-    EXPECT_TRUE(waitUntil([&] { return reported.has_value(); }));
-    return static_cast<Integer>(reported.value_or(kFails));
+int status(Console& console) {
+    std::vector<int> reports;
+    console.requests.txGetUucpStatus([&reports](int value) { reports.push_back(value); });
+    EXPECT_TRUE(waitUntil([&] { return !reports.empty(); }));
+    return reports.size() == 1 ? reports[0] : kFails;
 }
 
 template <Integer (Requests::*request)(std::vector<std::string>&)>
 int names(Console& console) {
-    std::vector<std::string> list;
+    Strings list;
     return (console.requests.*request)(list);
 }
 
@@ -62,153 +58,112 @@ std::string sent(const char* header, std::string_view data = {}) {
     return data.empty() ? header : std::string(header) + " data " + toHex(fromHex(data));
 }
 
+// What follows the failure's text "Unable to " and precedes " the Tollwick Service!" stands here.
 // clang-format off
+#define CALL(call) [](Console& c) -> int { return c.requests.call; }
 const RequestCase kCases[] = {
-    {"txAuthenticate", sent("70/120 number 0 length 8", kLogin), "",
-     "Unable to get authentication from the Tollwick Service!", kLenient, -2,
-     [](Console& c) { return c.requests.txAuthenticate(); }},
-    {"txNewLogin", sent("30/120 number 0 length 8", kLogin), "",
-     "Unable to update authentication details in the Tollwick Service!", kLenient, -1,
-     [](Console& c) { return c.requests.txNewLogin(); }},
-    {"txGetSettings", sent("50/40 number 0 length 106"), "Retrieving settings...",
-     "Unable to transfer new settings to the Tollwick Service!", kLenient, -1,
-     [](Console& c) { return c.requests.txGetSettings(); }},
-    {"txSaveSettings", sent("30/40 number 0 length 106", kSettings), "",
-     "Unable to transfer new settings to the Tollwick Service!", kSavedSettings, -1,
-     [](Console& c) { return c.requests.txSaveSettings(); }},
-    {"txGetAllSchedules", sent("50/30 number 1 length 0"), "Retrieving schedules...",
-     "Unable to retrieve schedules from the Tollwick Service!", kList, -1,
-     [](Console& c) { return c.requests.txGetAllSchedules(); }},
-    {"txSaveSchedule, new", sent("20/30 number 0 length 77", "ffff" + kSchedule.substr(4)), "",
-     "Unable to transmit data to the Tollwick Service!", kStrict, -1,
-     [](Console& c) { return c.requests.txSaveSchedule(true); }},
-    {"txSaveSchedule, changed", sent("30/30 number 0 length 77", kSchedule), "",
-     "Unable to transmit data to the Tollwick Service!", kStrict, -1,
-     [](Console& c) { return c.requests.txSaveSchedule(false); }},
-    {"txDeleteSchedule", sent("40/30 number 70000 length 77", "01"), "",
-     "Unable to remove schedule from the Tollwick Service!", kStrict, -1,
-     [](Console& c) { return c.requests.txDeleteSchedule(70'000); }},
-    {"txGetAllHosts", sent("50/20 number 1 length 0"), "Retrieving hosts...",
-     "Unable to retrieve hosts from the Tollwick Service!", kList, -1,
-     [](Console& c) { return c.requests.txGetAllHosts(); }},
-    {"txSaveHost, new", sent("20/20 number 0 length 2292", kHost), "",
-     "Unable to transmit data to the Tollwick Service!", kStrict, -1,
-     [](Console& c) { return c.requests.txSaveHost(true); }},
-    {"txSaveHost, changed", sent("30/20 number 0 length 2292", kHost), "",
-     "Unable to transmit data to the Tollwick Service!", kStrict, -1,
-     [](Console& c) { return c.requests.txSaveHost(false); }},
-    {"txDeleteHost", sent("40/20 number 70000 length 2292"), "Removing host...",
-     "Unable to remove host from the Tollwick Service!", kLenient, -1,
-     [](Console& c) { return c.requests.txDeleteHost(70'000); }},
-    {"txDeleteHostDirectory", sent("40/100 number 0 length 0", "6df66c6e"), "",
-     "Unable to delete hostdirectory through the Tollwick Service!", kLenient, -1,
-     [](Console& c) { return c.requests.txDeleteHostDirectory("möln"); }},
-    {"txGetAllOutbox", sent("50/130 number 0 length 0"), "Retrieving outbox contents...",
-     "Unable to retrieve outbox information from the Tollwick Service!", kList, -1,
-     [](Console& c) { return c.requests.txGetAllOutbox(); }},
-    {"txDeleteOutboxMail", sent("40/130 number 0 length 20", "0100 61 0000 0200 442e 0000 05"),
-     "Removing mail...", "Unable to remove the selected mail from the Tollwick Service!", kLenient,
-     -1,
-     [](Console& c) {
+    {sent("70/120 number 0 length 8", kLogin), "", "get authentication from", kLenient, -2,
+     CALL(txAuthenticate())},
+    {sent("30/120 number 0 length 8", kLogin), "", "update authentication details in", kLenient, -1,
+     CALL(txNewLogin())},
+    {sent("50/40 number 0 length 106"), "Retrieving settings...", "transfer new settings to",
+     kLenient, -1, CALL(txGetSettings())},
+    {sent("30/40 number 0 length 106", kSettings), "", "transfer new settings to", kSavedSettings,
+     -1, CALL(txSaveSettings())},
+    {sent("50/30 number 1 length 0"), "Retrieving schedules...", "retrieve schedules from", kList,
+     -1, CALL(txGetAllSchedules())},
+    {sent("20/30 number 0 length 77", "ffff" + kSchedule.substr(4)), "", "transmit data to",
+     kStrict, -1, CALL(txSaveSchedule(true))},
+    {sent("30/30 number 0 length 77", kSchedule), "", "transmit data to", kStrict, -1,
+     CALL(txSaveSchedule(false))},
+    {sent("40/30 number 70000 length 77", "01"), "", "remove schedule from", kStrict, -1,
+     CALL(txDeleteSchedule(70'000))},
+    {sent("50/20 number 1 length 0"), "Retrieving hosts...", "retrieve hosts from", kList, -1,
+     CALL(txGetAllHosts())},
+    {sent("20/20 number 0 length 2292", kHost), "", "transmit data to", kStrict, -1,
+     CALL(txSaveHost(true))},
+    {sent("30/20 number 0 length 2292", kHost), "", "transmit data to", kStrict, -1,
+     CALL(txSaveHost(false))},
+    {sent("40/20 number 70000 length 2292"), "Removing host...", "remove host from", kLenient, -1,
+     CALL(txDeleteHost(70'000))},
+    {sent("40/100 number 0 length 0", "6df66c6e"), "", "delete hostdirectory through", kLenient, -1,
+     CALL(txDeleteHostDirectory("möln"))},
+    {sent("50/130 number 0 length 0"), "Retrieving outbox contents...",
+     "retrieve outbox information from", kList, -1, CALL(txGetAllOutbox())},
+    {sent("40/130 number 0 length 20", "0100 61 0000 0200 442e 0000 05"), "Removing mail...",
+     "remove the selected mail from", kLenient, -1,
+     [](Console& c) -> int {
          bool removed = false;
-         const OutboxRecord mail{VarText("a"), VarText(), VarText("D."), VarText(), 5};
-         return c.requests.txDeleteOutboxMail(mail, removed);
+         return c.requests.txDeleteOutboxMail(
+             {VarText("a"), VarText(), VarText("D."), VarText(), 5}, removed);
      }},
     // The data block keeps what was there before.
-    {"txGetUucpStatus", sent("50/140 number 0 length 0", "78*4096"), "",
-     "Unable to get UUCP status from the Tollwick Service!", kLenient, -2, status},
-    {"txSendUucpCommand", sent("20/150 number 0 length 4", "0000 ffff"), "",
-     "Unable to send UUCP-command to the Tollwick Service!", kStrict, kReplyItself,
-     [](Console& c) { return c.requests.txSendUucpCommand(); }},
-    {"txGetAllTapiLocations", sent("50/50 number 0 length 0"), "Retrieving TAPI locations...",
-     "Unable to retrieve Tapi locations from the Tollwick Service!", kList, -1,
-     names<&Requests::txGetAllTapiLocations>},
-    {"txGetAllTapiDevices", sent("50/60 number 0 length 0"), "Retrieving TAPI devices...",
-     "Unable to retrieve Tapi Devices from the Tollwick Service!", kList, -1,
-     names<&Requests::txGetAllTapiDevices>},
-    {"txGetAllRasEntries", sent("50/70 number 0 length 0"), "Retrieving RAS settings...",
-     "Unable to retrieve RAS-entries from the Tollwick Service!", kList, -1,
-     names<&Requests::txGetAllRasEntries>},
-    {"txGetScript", sent("50/80 number 0 length 0", "0500 612e736370"), "",
-     "Unable to retrieve Script from the Tollwick Service!", kStrict, -1,
-     [](Console& c) { bool received = false; return c.requests.txGetScript("a.scp", received); }},
-    {"txSaveScript", sent("30/80 number 0 length 0", "0500 612e736370 0300 6f6b0a"), "",
-     "Unable to save script to the Tollwick Service!", kStrict, -1,
-     [](Console& c) { return c.requests.txSaveScript("a.scp", "ok\n"); }},
-    {"txGetAllScriptFile", sent("50/90 number 0 length 0"), "Retrieving scriptfiles...",
-     "Unable to retrieve Scriptfiles from the Tollwick Service!", kList, -1,
-     names<&Requests::txGetAllScriptFile>},
-};
-// clang-format on
+    {sent("50/140 number 0 length 0", "78*4096"), "", "get UUCP status from", kLenient, -2, status},
+    {sent("20/150 number 0 length 4", "0000 ffff"), "", "send UUCP-command to", kStrict,
+     kReplyItself, CALL(txSendUucpCommand())},
+    {sent("50/50 number 0 length 0"), "Retrieving TAPI locations...",
+     "retrieve Tapi locations from", kList, -1, names<&Requests::txGetAllTapiLocations>},
+    {sent("50/60 number 0 length 0"), "Retrieving TAPI devices...", "retrieve Tapi Devices from",
+     kList, -1, names<&Requests::txGetAllTapiDevices>},
+    {sent("50/70 number 0 length 0"), "Retrieving RAS settings...", "retrieve RAS-entries from",
+     kList, -1, names<&Requests::txGetAllRasEntries>},
+    {sent("50/80 number 0 length 0", "0500 612e736370"), "", "retrieve Script from", kStrict, -1,
+     [](Console& c) -> int { bool got = false; return c.requests.txGetScript("a.scp", got); }},
+    {sent("30/80 number 0 length 0", "0500 612e736370 0300 6f6b0a"), "", "save script to", kStrict,
+     -1, CALL(txSaveScript("a.scp", "ok\n"))},
+    {sent("50/90 number 0 length 0"), "Retrieving scriptfiles...", "retrieve Scriptfiles from",
+     kList, -1, names<&Requests::txGetAllScriptFile>}};
 
-// How the service takes a request.
+// How the service takes a request: what it does, and the result code that comes of it.
 struct Reaction {
     const char* name;
     ScriptedPeer::Acts acts;
-    int result; // -1 when there is none
-    bool connected = true;
-    bool in_time = true;
+    int result;
+    bool connected = true, in_time = true;
 };
-
 const Reaction kReactions[] = {
-    {"1", answer(1), 1},
-    {"2", answer(2), 2},
-    {"3", answer(3), 3},
-    {"8", answer(8), 8},
-    {"9", answer(9), 9},
-    {"77", answer(77), 77},
-    {"-1", answer(-1), -1},
-    {"silence", {}, -1, true, false},
-    {"close", {script::close}, -1},
-    {"reset", {script::reset}, -1},
-    {"not connected", {}, -1, false},
-};
+    {"1", answer(1), 1}, {"2", answer(2), 2}, {"3", answer(3), 3}, {"8", answer(8), 8},
+    {"9", answer(9), 9}, {"77", answer(77), 77}, {"-1", answer(-1), -1},
+    {"silence", {}, -1, true, false}, {"close", {script::close}, -1},
+    {"reset", {script::reset}, -1}, {"no connection", {}, -1, false}};
+// clang-format on
 
 // The monitor's poll leaves the windows usable, and is simply repeated when it times out.
 bool isPoll(const RequestCase& request) {
-    return std::string_view(request.name) == "txGetUucpStatus";
+    return std::string_view(request.failure) == "get UUCP status from";
 }
 
 // What the request returns, or kFails.
 int expectedValue(const RequestCase& request, const Reaction& reaction) {
-    if (!reaction.in_time && isPoll(request))
+    const Returns& returns = request.returns;
+    if (reaction.result == 1 || (!reaction.in_time && isPoll(request)))
         return 0;
-    switch (reaction.result) {
-    case 1:
-        return 0;
-    case 3:
-        return request.returns.three;
-    case 8:
-        return request.returns.eight;
-    case 9:
-        return request.returns.nine;
-    case 77:
-        return request.returns.unknown;
-    default:
-        return kFails;
-    }
+    return reaction.result == 3    ? returns.three
+           : reaction.result == 8  ? returns.eight
+           : reaction.result == 9  ? returns.nine
+           : reaction.result == 77 ? returns.unknown
+                                   : kFails;
 }
 
 void fill(Console& console) {
-    console.data.user_id = "åsa";
-    console.data.password = "secret";
-    console.data.settings.service_version = 4;
-    console.data.settings.smtp_service_ip = "a";
-    console.data.settings.smtp_service_port = 25;
-    console.data.settings.unnamed_36 = 258;
-    console.data.current_schedule.identity = 1;
-    console.data.current_schedule.day = 1;
-    console.data.current_schedule.at_time = "07:30";
-    console.data.current_schedule.record_number = 9;
-    console.data.current_host.state = 1;
-    console.data.current_host.record_number = 7;
-    console.data.current_host.spool_directory = "ur";
-    console.data.current_host.mail_limit = 5;
-    console.data.uucp_command.cancel_transport = kTrue;
+    ServiceData& data = console.data;
+    data.user_id = "åsa";
+    data.password = "secret";
+    data.settings.service_version = 4;
+    data.settings.smtp_service_ip = "a";
+    data.settings.smtp_service_port = 25;
+    data.settings.unnamed_36 = 258;
+    data.current_schedule.identity = data.current_schedule.day = 1;
+    data.current_schedule.at_time = "07:30";
+    data.current_schedule.record_number = 9;
+    data.current_host.state = 1;
+    data.current_host.record_number = 7;
+    data.current_host.spool_directory = "ur";
+    data.current_host.mail_limit = 5;
+    data.uucp_command.cancel_transport = kTrue;
     // What an earlier exchange has left.
-    Comrecord& record = console.link.comrecord;
-    record = {99, 99, 99, 99, {}};
-    record.ComrecordData.fill('x');
+    console.link.comrecord = {99, 99, 99, 99, {}};
+    console.link.comrecord.ComrecordData.fill('x');
 }
 
 void check(const RequestCase& request, const Reaction& reaction) {
@@ -222,7 +177,8 @@ void check(const RequestCase& request, const Reaction& reaction) {
     const int expected = expectedValue(request, reaction);
     const bool fails = expected == kFails;
     if (fails)
-        console.expectFailure(request.failure);
+        console.expectFailure("Unable to " + std::string(request.failure) +
+                              " the Tollwick Service!");
     const int value = request.call(console);
     const int failed = request.failed == kReplyItself ? reaction.result : request.failed;
     EXPECT_EQ(value, fails ? failed : expected);
@@ -230,43 +186,189 @@ void check(const RequestCase& request, const Reaction& reaction) {
     EXPECT_EQ(console.link.isOpen(), !fails && reaction.connected);
     EXPECT_FALSE(console.requests.isBusy());
     EXPECT_EQ(console.lock.depth, 0);
-    std::vector<std::string> infos;
-    if (*request.status)
-        infos.emplace_back(request.status);
-    EXPECT_EQ(console.progress.infos, infos);
+    EXPECT_EQ(console.progress.infos, *request.status ? Strings{request.status} : Strings{});
     if (!reaction.connected)
         return;
     EXPECT_TRUE(waitUntil([&] { return peer.ended() == (fails ? 1u : 0u); }));
     EXPECT_TRUE(waitUntil([&] { return !peer.requests().empty(); }));
-    const std::vector<std::string> requests = peer.requests();
+    const Strings requests = peer.requests();
     ASSERT_FALSE(requests.empty());
     EXPECT_EQ(requests[0], request.sent);
     EXPECT_EQ(console.lock.times, isPoll(request) ? 0 : static_cast<int>(requests.size()));
 }
 
 TEST(Requests, SendShowAndReturnWhatTheCatalogueSays) {
-    for (const RequestCase& request : kCases) {
+    for (const RequestCase& request : kCases)
         for (const Reaction& reaction : kReactions) {
-            SCOPED_TRACE(std::string(request.name) + ", answered with " + reaction.name);
+            SCOPED_TRACE(request.sent.substr(0, 30) + ", answered with " + reaction.name);
             check(request, reaction);
         }
-    }
 }
 
 TEST(Requests, TellFailuresInTheLanguageOfTheConsoleSaveForTheHostSave) {
-    const auto swedish = [](auto&& request, std::string_view text) {
-        const ScriptedPeer peer({answer(result::Refused)});
+    const std::pair<std::function<int(Requests&)>, const char*> cases[] = {
+        {[](Requests& r) { return r.txGetAllHosts(); },
+         "Det går inte att hämta värdar från Tollwick-tjänsten!\r\nAnslutningen har brutits!"},
+        {[](Requests& r) { return r.txSaveSchedule(true); },
+         "Det går inte att skicka data till Tollwick-tjänsten!\r\nAnslutningen har brutits!"},
+        {[](Requests& r) { return r.txSaveHost(true); },
+         "Unable to transmit data to the Tollwick Service!\r\nThe connection is terminated!"}};
+    for (const auto& [request, text] : cases) {
+        const ScriptedPeer peer(std::vector<Acts>{answer(result::Refused)});
         Console console(peer, kSwedish);
         console.prompter.expectBeep();
         console.prompter.expectBox(BoxIcon::Critical, text);
         EXPECT_EQ(request(console.requests), kTrue);
+    }
+}
+
+TEST(Requests, WithoutANameSendNothingAndCutALongOne) {
+    const ScriptedPeer peer(std::vector<Acts>{answer(1)});
+    Console console(peer);
+    bool received = true;
+    for (const char* blank : {"", "   "}) {
+        EXPECT_EQ(console.requests.txDeleteHostDirectory(blank), 0);
+        EXPECT_EQ(console.requests.txGetScript(blank, received), 0);
+        EXPECT_FALSE(received);
+        EXPECT_EQ(console.requests.txSaveScript(blank, "text"), 0);
+    }
+    EXPECT_EQ(console.requests.txDeleteHostDirectory(std::string(5000, 'a')), 0);
+    EXPECT_EQ(peer.requests(), Strings{sent("40/100 number 0 length 0", "61*4096")});
+}
+
+TEST(Requests, VerdictsAndCommandValuesComeFromTheRecordNumber) {
+    const ScriptedPeer peer({answer(1, 4), answer(1, 0), answer(3), answer(1, -1), answer(1, -2),
+                             answer(1, 65536 + 7), answer(1, 40'000)});
+    Console console(peer);
+    console.prompter.expectBeep();
+    console.prompter.expectBox(BoxIcon::Critical, "The selected mail could not be removed!");
+    for (const bool expected : {false, true, false}) {
+        bool removed = !expected;
+        EXPECT_EQ(console.requests.txDeleteOutboxMail({}, removed), 0);
+        EXPECT_EQ(removed, expected);
+        EXPECT_TRUE(console.prompter.done());
+    }
+    EXPECT_EQ(console.requests.txAuthenticate(), kAuthenticated);
+    EXPECT_EQ(console.requests.txAuthenticate(), -2);
+    EXPECT_EQ(console.requests.txSendUucpCommand(), 7);
+    EXPECT_EQ(console.requests.txSendUucpCommand(), 40'000 - 65536);
+    EXPECT_TRUE(console.link.isOpen());
+}
+
+ScheduleRecord schedule(Long number) {
+    ScheduleRecord record;
+    record.identity = 12;
+    record.record_number = number;
+    return record;
+}
+HostRecord host(Long number) {
+    HostRecord record;
+    record.record_number = number;
+    record.display_name = "Malmö";
+    record.mail_limit = 1; // the blanks before it are sent
+    return record;
+}
+Acts name(std::string_view text) {
+    return answer(script::recordWith(NameListRecord{VarText(text)}));
+}
+
+TEST(Requests, KeepTheRecordOfTheReply) {
+    SettingsRecord settings;
+    settings.doc_viewer = "läsare";
+    settings.unnamed_36 = 7;
+    const ScriptRecord script{VarText("a.scp"), VarText("wait 5 \n")};
+    const ScriptedPeer peer({answer(script::recordWith(settings)),
+                             answer(script::recordWith(schedule(3))),
+                             answer(script::recordWith(host(4))),
+                             answer(script::recordWith(script)), answer(result::EndOfList)});
+    Console console(peer);
+    bool received = false;
+    EXPECT_EQ(console.requests.txGetSettings(), 0);
+    EXPECT_EQ(console.requests.txSaveSchedule(true), 0);
+    EXPECT_EQ(console.requests.txSaveHost(true), 0);
+    EXPECT_EQ(console.requests.txGetScript("a.scp", received), 0);
+    EXPECT_TRUE(received);
+    EXPECT_EQ(console.requests.txGetSettings(), 0); // an answer without a record leaves the last
+    EXPECT_EQ(console.data.settings, settings);
+    EXPECT_EQ(console.data.current_schedule, schedule(3));
+    EXPECT_EQ(console.data.current_host, host(4));
+    EXPECT_EQ(console.data.script, script);
+}
+
+TEST(Lists, SchedulesFollowTheRecordsOwnNumberFromAClearedRecord) {
+    constexpr Long kLast = 2147483647;
+    const auto one = [](Long number) { return answer(script::recordWith(schedule(number), 40)); };
+    const ScriptedPeer peer({one(1), one(9), one(kLast), answer(3), answer(3), answer(3)});
+    Console console(peer);
+    console.data.schedules.resize(7);
+    EXPECT_EQ(console.requests.txGetAllSchedules(), 0);
+    EXPECT_EQ(console.data.schedules, (std::vector{schedule(1), schedule(9), schedule(kLast)}));
+    using Fetched = std::vector<std::optional<std::size_t>>;
+    EXPECT_EQ(console.progress.fetched, (Fetched{0, 1, 2, 3, {}}));
+    EXPECT_EQ(peer.requests(),
+              (Strings{"50/30 number 1 length 0", "50/30 number 2 length 0",
+                       "50/30 number 10 length 0", "50/30 number 2147483647 length 0"}));
+    console.data.hosts.resize(7);
+    EXPECT_EQ(console.requests.txGetAllSchedules() + console.requests.txGetAllHosts(), 0);
+    EXPECT_TRUE(console.data.schedules.empty() && console.data.hosts.empty());
+}
+
+TEST(Lists, HostsFollowTheHeadersNumberWithTheLastHostStillInTheRecord) {
+    const auto reply = [](Long own_number, Long number, int operation) {
+        Comrecord record = script::recordWith(host(own_number), number);
+        record.Operation = static_cast<Integer>(operation);
+        record.ObjectClass = 20;
+        record.RecordLength = 2292; // as a service sends it
+        return record;
     };
-    swedish([](Requests& requests) { return requests.txGetAllHosts(); },
-            "Det går inte att hämta värdar från Tollwick-tjänsten!\r\nAnslutningen har brutits!");
-    swedish([](Requests& requests) { return requests.txSaveSchedule(true); },
-            "Det går inte att skicka data till Tollwick-tjänsten!\r\nAnslutningen har brutits!");
-    swedish([](Requests& requests) { return requests.txSaveHost(true); },
-            "Unable to transmit data to the Tollwick Service!\r\nThe connection is terminated!");
+    const ScriptedPeer peer({answer(reply(40, 1, 1)), answer(reply(41, 5, 1)), answer(3)});
+    Console console(peer);
+    EXPECT_EQ(console.requests.txGetAllHosts(), 0);
+    EXPECT_EQ(console.data.hosts, (std::vector{host(40), host(41)}));
+    EXPECT_EQ(peer.requests(), (Strings{"50/20 number 1 length 0", describe(reply(40, 2, 50)),
+                                        describe(reply(41, 6, 50))}));
+}
+
+TEST(Lists, AskForTheFirstAndThenForTheNext) {
+    const OutboxRecord mail{VarText("anna@a.example"), VarText("malmo"), VarText("D.1"), VarText(),
+                            70'000};
+    const ScriptedPeer peer({answer(script::recordWith(mail, 17)), answer(3), name("Växjö  "),
+                             name(""), name("Arlöv"), answer(3)});
+    Console console(peer);
+    console.data.outbox.resize(7);
+    EXPECT_EQ(console.requests.txGetAllOutbox(), 0);
+    EXPECT_EQ(console.data.outbox, std::vector{mail});
+    Strings names;
+    EXPECT_EQ(console.requests.txGetAllTapiDevices(names), 0);
+    EXPECT_EQ(names, (Strings{"Växjö", "", "Arlöv"}));
+    const std::string next = "60/60 number 0 length 0";
+    EXPECT_EQ(peer.requests(), (Strings{"50/130 number 0 length 0", "60/130 number 0 length 0",
+                                        "50/60 number 0 length 0", next, next, next}));
+}
+
+TEST(Lists, KeepWhatHasComeWhenTheRestFailsAndTakeTenThousandNames) {
+    for (const Acts& end : {answer(2), answer(9), Acts{script::close}}) {
+        const ScriptedPeer peer({name("a"), name("b"), end});
+        Console console(peer);
+        console.expectFailure("Unable to retrieve Scriptfiles from the Tollwick Service!");
+        Strings names;
+        EXPECT_EQ(console.requests.txGetAllScriptFile(names), kTrue);
+        EXPECT_EQ(names, (Strings{"a", "b"}));
+        EXPECT_FALSE(console.link.isOpen());
+    }
+    std::vector<Acts> answers(10'001, name("a"));
+    for (const bool too_many : {true, false}) {
+        const ScriptedPeer peer(answers);
+        Console console(peer);
+        if (too_many)
+            console.expectFailure("Unable to retrieve RAS-entries from the Tollwick Service!");
+        Strings names;
+        EXPECT_EQ(console.requests.txGetAllRasEntries(names), too_many ? kTrue : 0);
+        EXPECT_EQ(names, Strings(10'000, "a"));
+        EXPECT_EQ(peer.requests().size(), 10'001U);
+        EXPECT_EQ(console.link.isOpen(), !too_many);
+        answers.back() = answer(result::EndOfList);
+    }
 }
 
 } // namespace

@@ -6,46 +6,52 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
-#include <optional>
-
 namespace tollwick {
 namespace {
 
+using script::Acts;
 using script::answer;
 using script::line;
-using Acts = ScriptedPeer::Acts;
-using Strings = std::vector<std::string>;
 
 class ServiceLinkTest : public testing::Test {
 protected:
-    // The result code of a request that is numbered for the peer's list.
-    Integer ask(Long number = 0) {
-        console.link.comrecord = {50, 40, number, 0, {}};
-        console.link.SendComrecord(console.link.comrecord);
-        return console.link.WaitForReply();
+    // Asks, and tells the result code and the number of the reply, such as "1 from 10".
+    std::string ask(Long number = 0) {
+        link.comrecord = {50, 40, number, 0, {}};
+        link.SendComrecord(link.comrecord);
+        const Integer result = link.WaitForReply();
+        return std::to_string(result) + " from " + std::to_string(link.comrecord.RecordNumber);
     }
-    [[nodiscard]] Long replyNumber() const { return console.link.comrecord.RecordNumber; }
+    bool arrives(Long number) {
+        return waitUntil([&] { return link.comrecord.RecordNumber == number; });
+    }
+    void releaseWhileWaiting(ScriptedPeer& peer) {
+        QTimer::singleShot(0, &link, [&peer] { peer.release(); });
+    }
 
     Console console;
     ServiceLink& link = console.link;
 };
 
-TEST_F(ServiceLinkTest, TakesAReplyInSingleBytes) {
-    const ScriptedPeer peer({Acts{script::sendSingly(line(script::record(1, 9)))}});
-    console.connectTo(peer);
-    EXPECT_EQ(ask(), 1);
-    EXPECT_EQ(replyNumber(), 9);
-}
-
-TEST_F(ServiceLinkTest, CarriesAFullRecordBothWays) {
+TEST_F(ServiceLinkTest, TakesWholeRecordsSingleBytesAndGarbage) {
     Comrecord full{-1, -1, -1, -1, {}};
     full.ComrecordData.fill('\xFF');
-    const ScriptedPeer peer({answer(full)});
+    Acts singly;
+    for (const char byte : line(script::record(1, 9)))
+        singly.push_back(script::send({&byte, 1}));
+    const std::string garbage = "This is no line at all: \xE5\xFF \r \n!";
+    Comrecord read;
+    decodeLine(garbage, ScriptedPeer::kKey, read);
+    ASSERT_NE(read.Operation, 0);
+    const ScriptedPeer peer({answer(full), singly, Acts{script::send(garbage + "\r\n")}});
     console.connectTo(peer);
     link.SendComrecord(full);
     EXPECT_EQ(link.WaitForReply(), -1);
     EXPECT_EQ(link.comrecord, full);
     EXPECT_EQ(peer.requests(), Strings{describe(full)});
+    EXPECT_EQ(ask(), "1 from 9");
+    ask();
+    EXPECT_EQ(link.comrecord, read);
 }
 
 TEST_F(ServiceLinkTest, TakesTheFirstOfTwoLinesInOneSegmentAndTheOtherAsTheNextArrival) {
@@ -53,135 +59,90 @@ TEST_F(ServiceLinkTest, TakesTheFirstOfTwoLinesInOneSegmentAndTheOtherAsTheNextA
         {Acts{script::send(line(script::record(1, 10)) + line(script::record(8, 11)))},
          answer(9, 12)});
     console.connectTo(peer);
-    EXPECT_EQ(ask(), 1);
-    EXPECT_EQ(replyNumber(), 10);
-    EXPECT_TRUE(waitUntil([&] { return replyNumber() == 11; }));
-    // It arrived before this request was sent, so it is not its reply.
-    EXPECT_EQ(ask(), 9);
-    EXPECT_EQ(replyNumber(), 12);
+    EXPECT_EQ(ask(), "1 from 10");
+    EXPECT_TRUE(arrives(11));
+    EXPECT_EQ(ask(), "9 from 12"); // the other arrived before this request was sent
 }
 
 TEST_F(ServiceLinkTest, GoesOnWaitingAfterAReplyWithoutAResult) {
     const std::string none = line(script::record(0, 10));
     const std::string one = line(script::record(1, 11));
-    const ScriptedPeer peer({Acts{script::send(none + one)},
-                             Acts{script::send(none), script::pause(30), script::send(one)},
-                             Acts{script::send("\r\n" + none + none + one), script::close}});
+    ScriptedPeer peer({Acts{script::send(none + one)},
+                       Acts{script::send(none), script::await, script::send(one)},
+                       Acts{script::send("\r\n" + none + none + one), script::close}});
     console.connectTo(peer);
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(ask(), 1);
-        EXPECT_EQ(replyNumber(), 11);
-    }
-}
-
-TEST_F(ServiceLinkTest, ReadsAnyLineAsSomeRecord) {
-    const std::string garbage = "This is no line at all: \xE5\xFF \r \n!";
-    Comrecord read;
-    decodeLine(garbage, ScriptedPeer::kKey, read);
-    ASSERT_NE(read.Operation, 0);
-    const ScriptedPeer peer({Acts{script::send(garbage + "\r\n")}, answer(1, 5)});
-    console.connectTo(peer);
-    EXPECT_EQ(ask(), read.Operation);
-    EXPECT_EQ(link.comrecord, read);
-    EXPECT_EQ(ask(), 1);
-    EXPECT_EQ(replyNumber(), 5);
-}
-
-TEST_F(ServiceLinkTest, ClosesWhenALineIsLongerThanAnyValidOne) {
-    const ScriptedPeer peer(
-        {Acts{script::send(std::string(kMaxLineSize, 'A')), script::pause(30), script::send("A")}});
-    console.connectTo(peer);
-    EXPECT_EQ(ask(), result::NoReply);
-    EXPECT_FALSE(link.isOpen());
-    EXPECT_TRUE(waitUntil([&] { return peer.ended() == 1; }));
+    releaseWhileWaiting(peer);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(ask(), "1 from 11");
 }
 
 TEST_F(ServiceLinkTest, AReplyThatComesTooLateIsNotTakenForTheNext) {
     ScriptedPeer peer(
-        {Acts{script::await, script::send(line(script::record(8, 10)))}, answer(1, 11)});
+        std::vector<std::vector<Acts>>{{{script::send(ScriptedPeer::kKey), script::await,
+                                         script::send(line(script::record(8, 9)))},
+                                        {script::await, script::send(line(script::record(8, 10)))},
+                                        answer(1, 11)}});
     console.connectTo(peer);
+    peer.release(); // data without a request is unpacked and forgotten
+    EXPECT_TRUE(arrives(9));
     link.setComTimeout(kShortTimeout);
-    EXPECT_EQ(ask(), result::NoReply);
+    EXPECT_EQ(ask(), "-1 from 0");
     EXPECT_TRUE(link.isOpen());
     EXPECT_FALSE(link.hasFailed()); // waiting in vain is no error of the socket
     EXPECT_EQ(link.lastErrorNumber(), 0);
     link.setComTimeout(30);
     peer.release();
-    EXPECT_TRUE(waitUntil([&] { return replyNumber() == 10; }));
-    EXPECT_EQ(ask(), 1);
-    EXPECT_EQ(replyNumber(), 11);
-}
-
-TEST_F(ServiceLinkTest, DataWithoutARequestIsUnpackedAndForgotten) {
-    ScriptedPeer peer({{.greeting = {script::send(ScriptedPeer::kKey), script::await,
-                                     script::send(line(script::record(8, 10)))},
-                        .answers = {answer(1, 11)}}});
-    console.connectTo(peer);
-    peer.release();
-    EXPECT_TRUE(waitUntil([&] { return replyNumber() == 10; }));
-    EXPECT_EQ(ask(), 1);
-    EXPECT_EQ(replyNumber(), 11);
+    EXPECT_TRUE(arrives(10));
+    EXPECT_EQ(ask(), "1 from 11");
 }
 
 TEST_F(ServiceLinkTest, ASecondKeyIsReadAsALine) {
     const std::string second = "another-key-of-32-bytes-in-all!!";
-    ASSERT_EQ(second.size(), kSessionKeySize);
     Comrecord read;
     decodeLine(second, ScriptedPeer::kKey, read);
     ASSERT_NE(read.Operation, 0);
-    const ScriptedPeer peer(
-        {Acts{script::send(second), script::pause(30), script::send("\r\n")}, answer(1, 11)});
+    ScriptedPeer peer(
+        {Acts{script::send(second), script::await, script::send("\r\n")}, answer(1, 11)});
     console.connectTo(peer);
-    EXPECT_EQ(ask(1), read.Operation);
-    EXPECT_EQ(ask(2), 1);
-    EXPECT_EQ(replyNumber(), 11);
+    releaseWhileWaiting(peer);
+    ask(1);
+    EXPECT_EQ(link.comrecord, read);
+    EXPECT_EQ(ask(2), "1 from 11");
     // The peer could read both, so both were scrambled with the first key.
     EXPECT_EQ(peer.requests(), (Strings{"50/40 number 1 length 0", "50/40 number 2 length 0"}));
 }
 
-TEST_F(ServiceLinkTest, WithoutATimeOutLooksOnceAndReturns) {
-    const ScriptedPeer peer({Acts{}});
+TEST_F(ServiceLinkTest, WaitsForItsTimeOutOnlyAndPastMidnight) {
+    ScriptedPeer peer({Acts{}, Acts{script::await, script::send(line(script::record(1)))}, {}});
     console.connectTo(peer);
     link.setComTimeout(0);
-    EXPECT_EQ(ask(), result::NoReply);
+    EXPECT_EQ(ask(), "-1 from 0");
     EXPECT_TRUE(link.isOpen());
     EXPECT_EQ(console.lock.times, 1);
     EXPECT_EQ(console.lock.depth, 0);
-}
 
-TEST_F(ServiceLinkTest, AWaitThatSpansMidnightGoesOn) {
-    ScriptedPeer peer({Acts{script::await, script::send(line(script::record(1)))}, {}});
-    console.connectTo(peer);
     link.setComTimeout(5);
     console.clock.set(23, 59, 50);
     QTimer::singleShot(0, &link, [&] {
         console.clock.set(0, 10, 0);
         peer.release();
     });
-    EXPECT_EQ(ask(), 1);
+    EXPECT_EQ(ask(), "1 from 0");
     // Within one day the clock ends the wait.
     console.clock.set(12, 0, 0);
     QTimer::singleShot(0, &link, [&] { console.clock.set(12, 10, 0); });
-    EXPECT_EQ(ask(), result::NoReply);
-}
+    EXPECT_EQ(ask(), "-1 from 0");
 
-TEST_F(ServiceLinkTest, WithoutAConnectionAnswersAtOnce) {
-    QElapsedTimer timer;
-    timer.start();
-    EXPECT_EQ(ask(), result::NoReply);
-    std::optional<ServiceLink::NoReply> reason;
-    link.SendComrecord(link.comrecord);
-    link.reportReply([&](std::optional<Integer> reply, ServiceLink::NoReply why) {
-        EXPECT_FALSE(reply);
-        reason = why;
-    });
-    EXPECT_EQ(reason, ServiceLink::NoReply::LinkClosed);
-    EXPECT_LT(timer.elapsed(), 10'000); // of the 30 seconds for a reply
-    EXPECT_EQ(console.lock.depth, 0);
+    QElapsedTimer idle; // a wait sleeps
+    idle.start();
+    for (int i = 0; i < 20; ++i)
+        link.processEvents();
+    EXPECT_GE(idle.elapsed(), 40);
 }
 
 TEST_F(ServiceLinkTest, LocksInputExactlyWhileItWaits) {
-    ScriptedPeer peer({Acts{script::await, script::send(line(script::record(1)))}});
+    ScriptedPeer peer(
+        std::vector<Acts>{Acts{script::await, script::send(line(script::record(1)))}});
     console.connectTo(peer);
     EXPECT_EQ(console.lock.times, 0);
     int depth = -1;
@@ -191,7 +152,7 @@ TEST_F(ServiceLinkTest, LocksInputExactlyWhileItWaits) {
         waiting = link.isWaiting();
         peer.release();
     });
-    EXPECT_EQ(ask(), 1);
+    EXPECT_EQ(ask(), "1 from 0");
     EXPECT_EQ(depth, 1);
     EXPECT_TRUE(waiting);
     EXPECT_EQ(console.lock.times, 1);
@@ -199,46 +160,129 @@ TEST_F(ServiceLinkTest, LocksInputExactlyWhileItWaits) {
     EXPECT_FALSE(link.isWaiting());
 }
 
-TEST_F(ServiceLinkTest, EndsTheWaitWhenTheOtherEndIsGone) {
+TEST_F(ServiceLinkTest, EndsTheWaitWhenTheLinkIsGone) {
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(ask(), "-1 from 0"); // never connected
     const std::string half = line(script::record(1, 5)).substr(0, 9);
     const Acts ends[] = {{script::close},
                          {script::reset},
                          {script::endSending},
                          {script::send(half), script::close},
-                         {script::send(half), script::pause(30), script::reset}};
+                         {script::send(half), script::reset},
+                         // Longer than any valid line.
+                         {script::send(std::string(kMaxLineSize, 'A')), script::send("A")}};
     for (const Acts& end : ends) {
-        const ScriptedPeer peer({end});
+        const ScriptedPeer peer(std::vector<Acts>{end});
         console.connectTo(peer);
-        EXPECT_EQ(ask(), result::NoReply);
+        EXPECT_EQ(ask(), "-1 from 0");
         EXPECT_FALSE(link.isOpen());
         EXPECT_EQ(link.KeyReceived(), 0);
         EXPECT_TRUE(waitUntil([&] { return peer.ended() == 1; }));
     }
-    // Nothing of the half lines is left on a new connection.
-    const ScriptedPeer peer({answer(1, 11)});
-    console.connectTo(peer);
-    EXPECT_EQ(ask(), 1);
-    EXPECT_EQ(replyNumber(), 11);
-}
-
-TEST_F(ServiceLinkTest, AReplyCountsWhenTheServiceClosesRightBehindIt) {
+    EXPECT_LT(timer.elapsed(), 25'000); // less than one reply may take
+    // Nothing of the half lines is left on a new connection, and a reply counts when the service
+    // closes right behind it.
     for (const auto& end : {script::close, script::endSending}) {
-        const ScriptedPeer peer({Acts{script::send(line(script::record(1, 11))), end}});
+        const ScriptedPeer peer(
+            std::vector<Acts>{Acts{script::send(line(script::record(1, 11))), end}});
         for (int round = 0; round < 20; ++round) {
             console.connectTo(peer);
-            EXPECT_EQ(ask(), 1);
-            EXPECT_EQ(replyNumber(), 11);
+            EXPECT_EQ(ask(), "1 from 11");
         }
     }
 }
 
-TEST_F(ServiceLinkTest, AnIdleWaitSleeps) {
-    QCoreApplication::processEvents();
-    QElapsedTimer timer;
-    timer.start();
-    for (int i = 0; i < 20; ++i)
-        link.processEvents();
-    EXPECT_GE(timer.elapsed(), 40);
+// The monitor's poll, whose reply is not waited for.
+class UucpStatusTest : public testing::Test {
+protected:
+    UucpStatusTest() {
+        status.queued_files = 3;
+        status.state = "Sending";
+        reply = line(script::recordWith(status, 123));
+    }
+    void poll() {
+        console.requests.txGetUucpStatus([this](int value) { reports.push_back(value); });
+    }
+    bool reported() {
+        return waitUntil([this] { return !reports.empty(); });
+    }
+
+    UucpStatusRecord status;
+    std::string reply;
+    Console console;
+    std::vector<int> reports;
+};
+
+TEST_F(UucpStatusTest, IsBlankUntilTheReplyComesAndLocksNothing) {
+    const ScriptedPeer peer(
+        std::vector<Acts>{Acts{script::send(line(script::record(0)) + reply), script::close}});
+    console.connectTo(peer);
+    console.data.uucp_status.queued_files = 8;
+    poll();
+    EXPECT_EQ(console.data.uucp_status, UucpStatusRecord());
+    EXPECT_TRUE(console.requests.isBusy());
+    EXPECT_TRUE(reported());
+    EXPECT_EQ(console.data.uucp_status, status);
+    EXPECT_FALSE(console.requests.isBusy());
+    EXPECT_EQ(console.lock.times, 0);
+    EXPECT_TRUE(waitUntil([this] { return !console.link.isOpen(); }));
+    EXPECT_EQ(reports, std::vector{kStatusReceived}); // once
+}
+
+TEST_F(UucpStatusTest, TimesOutSilentlyAndItsLateReplyIsNobodys) {
+    ScriptedPeer peer({Acts{script::await, script::send(reply)}, answer(1, 7), Acts{}});
+    console.connectTo(peer);
+    console.link.setComTimeout(kShortTimeout);
+    poll();
+    EXPECT_TRUE(reported());
+    EXPECT_EQ(console.data.uucp_status, UucpStatusRecord());
+    console.link.setComTimeout(30);
+    peer.release();
+    EXPECT_TRUE(waitUntil([this] { return console.link.comrecord.RecordNumber == 123; }));
+    EXPECT_EQ(console.requests.txSendUucpCommand(), 7);
+    EXPECT_EQ(reports, std::vector{kStatusReceived});
+    poll(); // abandoned as silently when the console closes the link
+    console.link.Close();
+    EXPECT_EQ(reports, std::vector(2, kStatusReceived));
+    EXPECT_FALSE(console.requests.isBusy());
+    EXPECT_TRUE(waitUntil([&] { return peer.ended() == 1; }));
+    EXPECT_EQ(reports.size(), 2U);
+}
+
+TEST_F(UucpStatusTest, AndAnotherRequestEachGetTheirOwnReply) {
+    ScriptedPeer peer(
+        {Acts{script::await, script::send(reply)}, answer(1, 7), Acts{}, answer(1, 8)});
+    console.connectTo(peer);
+    poll();
+    QTimer::singleShot(0, &console.link, [&peer] { peer.release(); });
+    EXPECT_EQ(console.requests.txSendUucpCommand(), 7);
+    EXPECT_EQ(console.data.uucp_status, status);
+    EXPECT_EQ(peer.requests(), (Strings{"50/140 number 0 length 0", "20/150 number 0 length 4"}));
+    // Without a reply it holds the other up for the time-out only.
+    console.link.setComTimeout(kShortTimeout);
+    console.requests.txGetUucpStatus([this](int value) {
+        reports.push_back(value);
+        console.link.setComTimeout(30);
+    });
+    EXPECT_EQ(console.requests.txSendUucpCommand(), 8);
+    EXPECT_EQ(reports, std::vector(2, kStatusReceived));
+    EXPECT_EQ(console.lock.depth, 0);
+}
+
+TEST_F(UucpStatusTest, ThatFailsUnderAnotherRequestFailsBothOnce) {
+    for (const Acts& end : {answer(2), Acts{script::close}}) {
+        reports.clear();
+        const ScriptedPeer peer({end, answer(1, 7)});
+        console.connectTo(peer);
+        poll();
+        console.expectFailure("Unable to get UUCP status from the Tollwick Service!");
+        console.expectFailure("Unable to send UUCP-command to the Tollwick Service!");
+        EXPECT_EQ(console.requests.txSendUucpCommand(), result::NoReply);
+        EXPECT_EQ(reports, std::vector{kStatusFailed});
+        EXPECT_TRUE(console.prompter.done());
+        EXPECT_EQ(console.lock.depth, 0);
+    }
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 
 #include "app/settings_store.h"
 
-#include <algorithm>
+#include <cctype>
 #include <map>
 
 namespace tollwick {
@@ -13,9 +13,7 @@ public:
     std::optional<std::string> read(std::string_view application, std::string_view section,
                                     std::string_view name) override {
         const auto found = values.find(key(application, section, name));
-        if (found == values.end())
-            return {};
-        return found->second;
+        return found == values.end() ? std::nullopt : std::optional(found->second);
     }
     bool write(std::string_view application, std::string_view section, std::string_view name,
                std::string_view value) override {
@@ -33,9 +31,8 @@ private:
                            std::string_view name) {
         std::string text(application);
         text.append("\\").append(section).append("\\").append(name);
-        std::transform(text.begin(), text.end(), text.begin(), [](char c) {
-            return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-        });
+        for (char& c : text)
+            c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
         return text;
     }
 };

@@ -2,9 +2,6 @@
 #pragma once
 
 #include "link/requests.h"
-#include "tests/link/support/counting_lock.h"
-#include "tests/link/support/recording_progress.h"
-#include "tests/link/support/running_clock.h"
 #include "tests/link/support/scripted_peer.h"
 #include "tests/support/recording_prompter.h"
 
@@ -12,11 +9,14 @@
 #include <QDeadlineTimer>
 #include <QThread>
 
+#include <chrono>
+
 namespace tollwick {
 
-inline constexpr std::string_view kLoopback = "127.0.0.1";
-// Every failed request tells this on its second line.
-inline constexpr std::string_view kTerminated = "\r\nThe connection is terminated!";
+using Strings = std::vector<std::string>;
+
+// Short enough for a test to wait for it.
+inline constexpr Single kShortTimeout = 0.05F;
 
 // False when the condition does not come true for so long that it never will.
 template <class Condition>
@@ -31,21 +31,59 @@ bool waitUntil(Condition condition) {
     return true;
 }
 
+// Counts how often input was locked, and whether it is.
+struct CountingLock : InputLock {
+    void lockInput() override { ++times, ++depth; }
+    void unlockInput() override { EXPECT_GE(--depth, 0); }
+    int times = 0;
+    int depth = 0;
+};
+
+// Keeps what long work has shown.
+struct RecordingProgress : Progress {
+    void setInfo(std::string_view text) override { infos.emplace_back(text); }
+    void setBusy(bool) override {}
+    void setFetched(std::optional<std::size_t> entries) override { fetched.push_back(entries); }
+    Strings infos;
+    std::vector<std::optional<std::size_t>> fetched;
+};
+
+// Runs from the time of day that the test sets.
+class RunningClock : public Clock {
+public:
+    void set(int hour, int minute, int second) {
+        set_to_ = std::chrono::seconds(hour * 3600 + minute * 60 + second);
+        set_at_ = std::chrono::steady_clock::now();
+    }
+    [[nodiscard]] LocalTime now() const override {
+        using namespace std::chrono;
+        const auto time = set_to_ + duration_cast<milliseconds>(steady_clock::now() - set_at_);
+        const int hundredths = static_cast<int>(time.count() / 10 % (24 * 360'000));
+        const int minutes = hundredths / 6'000;
+        return {1999, 3, 7, minutes / 60, minutes % 60, hundredths / 100 % 60, hundredths % 100};
+    }
+
+private:
+    std::chrono::milliseconds set_to_ = std::chrono::hours(12);
+    std::chrono::steady_clock::time_point set_at_ = std::chrono::steady_clock::now();
+};
+
 class Console {
 public:
     explicit Console(Integer language = kEnglish) : texts(language) { link.setInputLock(lock); }
-    // Connected, and with the key unless the peer sends something else first.
     explicit Console(const ScriptedPeer& peer, Integer language = kEnglish) : Console(language) {
         connectTo(peer);
     }
 
+    // Connects and waits for the key.
     void connectTo(const ScriptedPeer& peer) {
-        link.Connect(std::string(kLoopback), peer.port());
+        link.Connect("127.0.0.1", peer.port());
         EXPECT_TRUE(waitUntil([this] { return link.KeyReceived() != 0; }));
     }
     void expectFailure(std::string_view first_line) {
         prompter.expectBeep();
-        prompter.expectBox(BoxIcon::Critical, std::string(first_line).append(kTerminated));
+        prompter.expectBox(BoxIcon::Critical,
+                           std::string(first_line) + "\r\nThe connection is terminated!");
     }
 
     RunningClock clock;
@@ -57,8 +95,5 @@ public:
     ServiceLink link{clock};
     Requests requests{link, data, texts, prompter, progress};
 };
-
-// Short enough for a test to wait for it.
-inline constexpr Single kShortTimeout = 0.05f;
 
 } // namespace tollwick

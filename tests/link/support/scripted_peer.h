@@ -5,7 +5,7 @@
 #include "link/record_packing.h"
 
 #include <condition_variable>
-#include <cstdint>
+#include <functional>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -17,59 +17,44 @@ namespace tollwick {
 class ScriptedPeer {
 public:
     static constexpr std::string_view kKey = "k3y.of-the+peer!0123456789ABCDEF";
-    static_assert(kKey.size() == 32);
 
-    // One thing that the peer does.
-    struct Act {
-        enum class Kind {
-            Send,       // in one piece
-            SendSingly, // byte by byte, each on its own way
-            Pause,
-            Await, // until the test says release()
-            Close,
-            Reset,
-            EndSending, // closes its own direction and goes on reading
-        };
-        Kind kind;
-        std::string bytes = {};
-        int milliseconds = 0;
-    };
+    // One thing that the peer does; false when the connection is over.
+    using Act = std::function<bool(ScriptedPeer&, int socket)>;
     using Acts = std::vector<Act>;
 
-    // What happens on one connection; a request without an answer is met with silence.
-    struct Connection {
-        Acts greeting = {{Act::Kind::Send, std::string(kKey)}};
-        std::vector<Acts> answers = {}; // one for each request
-    };
-
-    // Connections beyond those given go like the last of them.
-    explicit ScriptedPeer(std::vector<Connection> script);
+    // Connections beyond those given go like the last of them. On each come first its greeting
+    // and then one entry per request; a request without one is met with silence.
+    explicit ScriptedPeer(std::vector<std::vector<Acts>> connections);
+    // All connections greet with the key and go on with these.
     explicit ScriptedPeer(std::vector<Acts> answers);
     ~ScriptedPeer();
-    ScriptedPeer(const ScriptedPeer&) = delete;
-    ScriptedPeer& operator=(const ScriptedPeer&) = delete;
 
+    // Lets an act script::await go on.
     void release();
+    bool awaitRelease();
 
-    [[nodiscard]] std::uint16_t port() const { return port_; }
+    [[nodiscard]] int port() const { return port_; }
     // Connections so far, and those of them that have ended, whoever ended them.
-    [[nodiscard]] std::size_t connections() const;
-    [[nodiscard]] std::size_t ended() const;
+    [[nodiscard]] std::size_t connections() const { return locked(connections_); }
+    [[nodiscard]] std::size_t ended() const { return locked(ended_); }
     // The requests of all connections, each as describe() has it.
-    [[nodiscard]] std::vector<std::string> requests() const;
+    [[nodiscard]] std::vector<std::string> requests() const { return locked(requests_); }
 
 private:
     void run();
-    void serve(int socket, const Connection& script);
-    // False when the connection is over.
-    bool perform(int socket, const Acts& acts);
-    // False when the peer is to stop or the time has passed.
-    bool waitReadable(int descriptor, int milliseconds = -1) const;
+    void serve(int socket, const std::vector<Acts>& script);
+    // False when the peer is to stop.
+    [[nodiscard]] bool waitReadable(int descriptor) const;
+    template <class Value>
+    Value locked(const Value& value) const {
+        const std::lock_guard lock(mutex_);
+        return value;
+    }
 
-    std::vector<Connection> script_;
+    std::vector<std::vector<Acts>> script_;
     int listener_ = -1;
     int stop_[2] = {-1, -1}; // closing the second end wakes the thread
-    std::uint16_t port_ = 0;
+    int port_ = 0;
 
     mutable std::mutex mutex_; // guards what follows
     std::condition_variable wake_;
@@ -89,25 +74,15 @@ std::string describe(const Comrecord& record);
 namespace script {
 using Acts = ScriptedPeer::Acts;
 
-inline ScriptedPeer::Act send(std::string_view bytes) {
-    return {ScriptedPeer::Act::Kind::Send, std::string(bytes)};
-}
-inline ScriptedPeer::Act sendSingly(std::string_view bytes) {
-    return {ScriptedPeer::Act::Kind::SendSingly, std::string(bytes)};
-}
-inline ScriptedPeer::Act pause(int milliseconds) {
-    return {ScriptedPeer::Act::Kind::Pause, {}, milliseconds};
-}
-inline const ScriptedPeer::Act await{ScriptedPeer::Act::Kind::Await};
-inline const ScriptedPeer::Act close{ScriptedPeer::Act::Kind::Close};
-inline const ScriptedPeer::Act reset{ScriptedPeer::Act::Kind::Reset};
-inline const ScriptedPeer::Act endSending{ScriptedPeer::Act::Kind::EndSending};
+ScriptedPeer::Act send(std::string_view bytes);
+bool await(ScriptedPeer& peer, int socket); // until the test says release()
+bool close(ScriptedPeer& peer, int socket);
+bool reset(ScriptedPeer& peer, int socket);
+bool endSending(ScriptedPeer& peer, int socket); // goes on reading
+inline const Acts kGreeting = {send(ScriptedPeer::kKey)};
 
 inline Comrecord record(int result, Long number = 0) {
-    Comrecord reply = EmptyComrecord;
-    reply.Operation = static_cast<Integer>(result);
-    reply.RecordNumber = number;
-    return reply;
+    return {static_cast<Integer>(result), 0, number, 0, {}};
 }
 template <class Record>
 Comrecord recordWith(const Record& content, Long number = 0) {
