@@ -16,6 +16,7 @@
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
@@ -248,6 +249,14 @@ void tour(const QString& folder, Integer lang_base) {
                qobject_cast<QMessageBox*>(box)->button(QMessageBox::Yes)->click();
            });
     camera.take(window, "deleted");
+    window->list()->sortByColumn(2, Qt::DescendingOrder);
+    window->findChild<QAction*>("FilterRows")->trigger();
+    window->findChild<QLineEdit*>("ListFilter")->setText("sthlm");
+    window->list()->selectAll();
+    camera.take(window, "filter");
+    emit window->list()->contextMenuWanted(window->mapToGlobal(QPoint(400, 150)));
+    camera.take(window, "context-menu");
+    window->findChild<QMenu*>("ContextMenu")->close();
 
     during([&] { window->actions()->AboutMenu->trigger(); },
            [&](QWidget* about) {
@@ -256,6 +265,8 @@ void tour(const QString& folder, Integer lang_base) {
            });
     window->actions()->ContentsMenu->trigger();
     camera.take(window, "help");
+    console.context().help.showPageOf(window);
+    camera.take(window, "help-outbox");
 
     service.run([](simulator::Server& server) { server.closeConnections(); });
     waitFor("the closed connection",

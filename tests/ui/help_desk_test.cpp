@@ -80,7 +80,7 @@ TEST_F(HelpDeskTest, F1OpensThePageOfWhatIsInFront) {
     clickRow(0);
     boxes.expectQuestion("You have selected to delete a mail!\nDo you want to continue?",
                          QMessageBox::No,
-                         [this](QMessageBox& box) { EXPECT_EQ(pageOnF1(box), "Messages: lists"); });
+                         [this](QMessageBox& box) { EXPECT_EQ(pageOnF1(box), "Messages about lists"); });
     trigger("DeleteMenu");
 }
 

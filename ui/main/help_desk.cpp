@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QWindow>
 
 namespace tollwick {
 namespace {
@@ -53,16 +54,14 @@ void HelpDesk::show(const std::function<void(HelpWindow&)>& choose) {
 }
 
 bool HelpDesk::eventFilter(QObject* watched, QEvent* event) {
-    // Once for each press: widgets around the one with the focus are offered the key, too.
+    // Once for each press: the window gets the key first, and after it the widgets.
     if (event->type() != QEvent::KeyPress || !watched->isWindowType() ||
         !static_cast<const QKeyEvent*>(event)->matches(QKeySequence::HelpContents))
         return false;
-    const QWidget* front = QApplication::activePopupWidget() ? nullptr : QApplication::focusWidget();
-    if (!front)
-        front = QApplication::activeWindow();
-    if (!front || front->window() == window_.get())
+    const QWidget* front = QWidget::find(static_cast<const QWindow*>(watched)->winId());
+    if (!front || front == window_.get())
         return false;
-    showPageOf(front);
+    showPageOf(front->focusWidget() ? front->focusWidget() : front);
     return true;
 }
 
