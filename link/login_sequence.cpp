@@ -81,7 +81,7 @@ bool LoginSequence::connect() {
     std::string text;
     if (link_.hasFailed()) {
         text.append(texts(Text::ConnectFailedCause)).append(std::to_string(link_.lastErrorNumber()));
-        text.append(") ").append(link_.lastErrorText());
+        text.append(") ").append(describe(link_.lastErrorNumber()));
     } else {
         text.append(texts(Text::ConnectFailedUnknown)).append(std::to_string(link_.stateNumber()));
         text.append(")");
@@ -91,6 +91,22 @@ bool LoginSequence::connect() {
     log(text, kConnectStep, "Check the address, the port, and that the service runs.", error);
     prompter_.exclamation(text);
     return false;
+}
+
+std::string LoginSequence::describe(long error_number) const {
+    const StringTable& texts = main_.texts();
+    switch (error_number) {
+    case socket_error::Refused:
+        return std::string(texts(Text::ErrorRefused));
+    case socket_error::HostNotFound:
+        return std::string(texts(Text::ErrorNotFound));
+    case socket_error::TimedOut:
+        return std::string(texts(Text::ErrorTimedOut));
+    case socket_error::Unreachable:
+        return std::string(texts(Text::ErrorUnreachable));
+    default:
+        return link_.lastErrorText();
+    }
 }
 
 void LoginSequence::log(std::string_view message, Integer step, std::string_view advice,

@@ -33,6 +33,8 @@ private:
     KeyWait waitForKey();
     bool connect();
     void pause(double seconds);
+    // The error in the console's language, where that has words for it.
+    [[nodiscard]] std::string describe(long error_number) const;
     // Notes why the login failed; line breaks of the message become blanks.
     void log(std::string_view message, Integer step, std::string_view advice,
              long error_number = 0);

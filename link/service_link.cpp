@@ -17,25 +17,24 @@ constexpr int kSliceMs = 5;
 constexpr int kEventsEveryMs = 10;
 constexpr int kReportCheckMs = 50;
 
-// The number that administrators know an error by.
 long errorNumber(QAbstractSocket::SocketError error) {
     switch (error) {
     case QAbstractSocket::ConnectionRefusedError:
-        return 10061;
+        return socket_error::Refused;
     case QAbstractSocket::RemoteHostClosedError:
-        return 10054;
+        return socket_error::Closed;
     case QAbstractSocket::HostNotFoundError:
-        return 11001;
+        return socket_error::HostNotFound;
     case QAbstractSocket::SocketAccessError:
-        return 10013;
+        return socket_error::AccessDenied;
     case QAbstractSocket::SocketResourceError:
-        return 10055;
+        return socket_error::NoBuffers;
     case QAbstractSocket::SocketTimeoutError:
-        return 10060;
+        return socket_error::TimedOut;
     case QAbstractSocket::NetworkError:
-        return 10051;
+        return socket_error::Unreachable;
     case QAbstractSocket::SocketAddressNotAvailableError:
-        return 10049;
+        return socket_error::AddressNotAvailable;
     default:
         return static_cast<long>(error);
     }

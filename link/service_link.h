@@ -15,6 +15,18 @@
 
 namespace tollwick {
 
+// The numbers that administrators know the errors of a connection by.
+namespace socket_error {
+inline constexpr long AccessDenied = 10013;
+inline constexpr long AddressNotAvailable = 10049;
+inline constexpr long Unreachable = 10051;
+inline constexpr long Closed = 10054;
+inline constexpr long NoBuffers = 10055;
+inline constexpr long TimedOut = 10060;
+inline constexpr long Refused = 10061;
+inline constexpr long HostNotFound = 11001;
+} // namespace socket_error
+
 class ServiceLink : public QObject {
     Q_OBJECT
 public:

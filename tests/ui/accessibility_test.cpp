@@ -74,6 +74,8 @@ private:
             QAccessible::queryAccessibleInterface(const_cast<QWidget*>(&widget));
         EXPECT_FALSE(interface->text(QAccessible::Name).trimmed().isEmpty())
             << place_ << ": " << nameOf(widget) << " has no name";
+        EXPECT_TRUE(!qobject_cast<QDialog*>(&window_) || !widget.accessibleDescription().isEmpty())
+            << place_ << ": " << nameOf(widget) << " has no description";
         // The buttons of the toolbar are known by their actions.
         EXPECT_FALSE(widget.objectName().isEmpty() && !qobject_cast<QToolBar*>(widget.parentWidget()))
             << place_ << ": " << nameOf(widget);

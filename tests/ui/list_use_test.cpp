@@ -171,7 +171,7 @@ TEST_F(ListUseTest, ContextMenusHoldTheNodesCommands) {
         menu->close();
         return entries;
     };
-    const std::string rows = "  CopyRows SelectRows FilterRows SaveCsv ";
+    const std::string rows = "  CopyRows SelectRows FilterRows SortRows FitColumns SaveCsv ";
     clickNode("schedule");
     clickRow(0);
     const QPoint row = list().visualRect(list().model()->index(0, 0)).center();

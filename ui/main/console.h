@@ -13,6 +13,7 @@
 #include "link/service_data.h"
 #include "link/service_link.h"
 #include "ui/main/console_context.h"
+#include "ui/main/control_describer.h"
 #include "ui/main/help_desk.h"
 #include "ui/main/input_blocker.h"
 #include "ui/main/main_form.h"
@@ -58,6 +59,7 @@ private:
     std::unique_ptr<MainStatusBar> early_status_bar_;
     Requests requests_;
     HelpDesk help_;
+    ControlDescriber describer_;
     ConsoleContext context_;
     std::unique_ptr<Twmainform> main_form_;
 };

@@ -5,14 +5,18 @@
 #include "ui/main/list_view.h"
 #include "ui/main/monitor_panel.h"
 #include "ui/main/node_keys.h"
+#include "ui/main/to_qstring.h"
 #include "ui/main/window_placement.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 
 namespace tollwick {
 namespace {
 
 constexpr int kStripWidth = 6;        // pixels
+constexpr int kKeyStep = 300;         // twips that an arrow key moves the bar by
 constexpr int kBarShortening = 20;    // twips
 
 } // namespace
@@ -23,6 +27,9 @@ ExplorerPane::ExplorerPane(Settings& settings, const StringTable& texts, QWidget
       filter_(new FilterBar(*list_, texts, this)), strip_(new SplitterStrip(this)),
       bar_(new QFrame(this)) {
     monitor_->hide();
+    strip_->setAccessibleName(toQString(texts(Text::AccessibleSplitter)));
+    setTabOrder(tree_, strip_);
+    setTabOrder(strip_, list_);
     bar_->setObjectName("picSplitter");
     bar_->setAutoFillBackground(true);
     bar_->setBackgroundRole(QPalette::Mid);
@@ -88,6 +95,29 @@ void ExplorerPane::endDrag() {
 SplitterStrip::SplitterStrip(ExplorerPane* pane) : QWidget(pane), pane_(pane) {
     setObjectName("imgSplitter");
     setCursor(Qt::SplitHCursor);
+    setFocusPolicy(Qt::TabFocus);
+}
+
+void SplitterStrip::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Left)
+        pane_->setSplitter(pane_->splitter() - kKeyStep);
+    else if (event->key() == Qt::Key_Right)
+        pane_->setSplitter(pane_->splitter() + kKeyStep);
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void SplitterStrip::focusInEvent(QFocusEvent*) {
+    update();
+}
+
+void SplitterStrip::focusOutEvent(QFocusEvent*) {
+    update();
+}
+
+void SplitterStrip::paintEvent(QPaintEvent*) {
+    if (hasFocus())
+        QPainter(this).fillRect(rect(), palette().highlight());
 }
 
 void SplitterStrip::mousePressEvent(QMouseEvent* event) {

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFileDialog>
+#include <QHeaderView>
 
 namespace tollwick {
 namespace {
@@ -18,13 +19,20 @@ constexpr const char* kCsvSuffix = ".csv";
 
 ListActions::ListActions(ConsoleContext& context, ListView& list, FilterBar& filter,
                          QWidget* window)
-    : QObject(window), context_(context), list_(list), filter_(filter), window_(window) {
+    : QObject(window), context_(context), list_(list), filter_(filter), window_(window),
+      sort_menu_(std::make_unique<QMenu>()) {
     CopyRows = add("CopyRows", Text::CopyRows, QKeySequence::Copy, &list, &ListActions::copy);
     SelectRows = add("SelectRows", Text::SelectRows, QKeySequence::SelectAll, &list,
                      &ListActions::selectAll);
     FilterRows =
         add("FilterRows", Text::FilterRows, QKeySequence::Find, window, &ListActions::filter);
     SaveCsv = add("SaveCsv", Text::SaveCsv, QKeySequence::Save, window, &ListActions::save);
+    FitColumns =
+        add("FitColumns", Text::FitColumns, QKeySequence::ZoomIn, &list, &ListActions::fitColumns);
+    SortRows = sort_menu_->menuAction();
+    SortRows->setObjectName("SortRows");
+    sort_menu_->setTitle(context.caption(Text::SortRows));
+    connect(sort_menu_.get(), &QMenu::aboutToShow, this, &ListActions::fillSortMenu);
     connect(&list, &ListView::rowsChanged, this, &ListActions::followRows);
     followRows();
 }
@@ -45,9 +53,36 @@ QAction* ListActions::add(const char* name, Text caption, QKeySequence::Standard
 
 void ListActions::followRows() {
     const bool has_list = list_.model()->columnCount() > 0;
-    for (QAction* action : {CopyRows, SelectRows, SaveCsv})
+    for (QAction* action : {CopyRows, SelectRows, SaveCsv, FitColumns, SortRows})
         action->setEnabled(has_list && list_.model()->rowCount() > 0);
     FilterRows->setEnabled(has_list);
+}
+
+QList<QAction*> ListActions::menuEntries() const {
+    return {CopyRows, SelectRows, FilterRows, SortRows, FitColumns, SaveCsv};
+}
+
+void ListActions::fillSortMenu() {
+    sort_menu_->clear();
+    const QHeaderView* header = list_.header();
+    for (int column = 0; column < header->count(); ++column) {
+        const bool is_sorted = header->sortIndicatorSection() == column;
+        QAction* entry = sort_menu_->addAction(
+            list_.model()->headerData(column, Qt::Horizontal).toString());
+        entry->setCheckable(true);
+        entry->setChecked(is_sorted);
+        // As a click on the title: the other way round where it is sorted by already.
+        const Qt::SortOrder order =
+            is_sorted && header->sortIndicatorOrder() == Qt::AscendingOrder ? Qt::DescendingOrder
+                                                                            : Qt::AscendingOrder;
+        connect(entry, &QAction::triggered, this,
+                [this, column, order] { list_.sortByColumn(column, order); });
+    }
+}
+
+void ListActions::fitColumns() {
+    for (int column = 0; column < list_.header()->count(); ++column)
+        list_.resizeColumnToContents(column);
 }
 
 void ListActions::copy() {

@@ -4,6 +4,9 @@
 #include "ui/main/console_context.h"
 
 #include <QAction>
+#include <QMenu>
+
+#include <memory>
 
 namespace tollwick {
 
@@ -13,6 +16,9 @@ class ListView;
 class ListActions : public QObject {
     Q_OBJECT
 public:
+    // All of them in the order of a menu, on the list that is shown.
+    [[nodiscard]] QList<QAction*> menuEntries() const;
+
     // The actions become the window's and the list's, with their keys.
     ListActions(ConsoleContext& context, ListView& list, FilterBar& filter, QWidget* window);
 
@@ -20,6 +26,8 @@ public:
     QAction* SelectRows;
     QAction* FilterRows;
     QAction* SaveCsv;
+    QAction* SortRows; // with a menu of the columns
+    QAction* FitColumns;
 
 private:
     QAction* add(const char* name, Text caption, QKeySequence::StandardKey key, QWidget* owner,
@@ -27,14 +35,17 @@ private:
     void copy();
     void selectAll();
     void filter();
+    void fitColumns();
     // Saves the selected rows, or all that are shown when at most one is selected.
     void save();
     void followRows();
+    void fillSortMenu();
 
     ConsoleContext& context_;
     ListView& list_;
     FilterBar& filter_;
     QWidget* window_;
+    std::unique_ptr<QMenu> sort_menu_;
 };
 
 } // namespace tollwick

@@ -257,6 +257,8 @@ void Twmainform::run(Action action) {
 
 void Twmainform::showSelectedNode() {
     const std::string node_key = tree_->selectedKey();
+    const QString caption = tree_->currentItem() ? tree_->currentItem()->text(0) : QString();
+    list_->setAccessibleDescription(caption);
     setProperty(kHelpTopicProperty,
                 node_key.empty() ? QStringLiteral("main-window") : toQString(node_key));
     context_.errors.guard(Routine::FillList,
@@ -269,8 +271,7 @@ void Twmainform::showContextMenu(const QPoint& global_position, bool is_list) {
     context_menu_->setDefaultAction(actions_->PropertiesMenu);
     if (is_list) {
         context_menu_->addSeparator();
-        context_menu_->addActions({list_actions_->CopyRows, list_actions_->SelectRows,
-                                   list_actions_->FilterRows, list_actions_->SaveCsv});
+        context_menu_->addActions(list_actions_->menuEntries());
     }
     if (!context_menu_->isEmpty())
         context_menu_->popup(global_position);
