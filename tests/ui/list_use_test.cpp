@@ -139,6 +139,18 @@ TEST_F(ListUseTest, RowsAreCopiedAndSavedAsTheyAreShown) {
     save("/dev/null/hosts.csv");
 }
 
+TEST_F(ListUseTest, QtsOwnDialogsSpeakSwedish) {
+    set(setting::CountryCode, std::to_string(kSwedish));
+    logIn();
+    clickNode("uucphosts");
+    inDialog([this] { trigger("SaveCsv"); },
+             [&](QDialog& dialog) {
+                 EXPECT_EQ(dialog.findChild<QLabel*>("lookInLabel")->text(), "Leta i:");
+                 EXPECT_EQ(dialog.windowTitle(), "Spara listan som...");
+                 dialog.reject();
+             });
+}
+
 TEST_F(ListUseTest, WidthsAndOrderAreKeptForEachList) {
     logIn();
     clickNode("uucphosts");

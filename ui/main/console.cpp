@@ -1,6 +1,6 @@
 #include "ui/main/console.h"
 
-#include <QDir>
+#include <QCoreApplication>
 
 // Outside the namespace, as the macro wants it: the pictures lie in a static library.
 static void initResources() {
@@ -29,6 +29,8 @@ bool Console::Main() {
     errors_.guard(Routine::Main, [&](Integer& step) {
         step = 2;
         main_.loadLanguage();
+        if (main_.texts().LangBase() == kSwedish)
+            QCoreApplication::installTranslator(&swedish_qt_texts_);
         errors_.guard(Routine::LoadConnectionSettings,
                       [&](Integer&) { main_.loadConnectionSettings(); });
         step = 3;

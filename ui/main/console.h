@@ -19,6 +19,7 @@
 #include "ui/main/main_form.h"
 #include "ui/main/main_status_bar.h"
 #include "ui/main/message_box_prompter.h"
+#include "ui/main/swedish_qt_texts.h"
 
 #include <functional>
 #include <memory>
@@ -60,6 +61,7 @@ private:
     Requests requests_;
     HelpDesk help_;
     ControlDescriber describer_;
+    SwedishQtTexts swedish_qt_texts_;
     ConsoleContext context_;
     std::unique_ptr<Twmainform> main_form_;
 };

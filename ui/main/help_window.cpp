@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QScrollBar>
@@ -103,6 +104,9 @@ HelpWindow::HelpWindow(const StringTable& texts, QWidget* parent)
     contents_->setObjectName("HelpContents");
     contents_->setAccessibleName(toQString(texts_(Text::HelpContentsTab)));
     contents_->setHeaderHidden(true);
+    // A narrow list scrolls sideways instead of cutting titles off.
+    contents_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    contents_->header()->setStretchLastSection(false);
     contents_->setFrameShape(QFrame::NoFrame);
     connect(contents_, &QTreeWidget::itemSelectionChanged, this, &HelpWindow::showTree);
     connect(contents_, &QTreeWidget::itemClicked, this, &HelpWindow::showTree);
