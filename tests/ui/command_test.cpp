@@ -8,48 +8,12 @@ namespace tollwick {
 namespace {
 
 using simulator::Server;
-using simulator::Site;
-
-constexpr const char* kDeleteSchedule =
-    "You have selected to delete a schedule!\nDo you want to continue?";
-constexpr const char* kDeleteHost = "You have selected to delete a host!\nDo you want to continue?";
-constexpr const char* kDeleteMail = "You have selected to delete a mail!\nDo you want to continue?";
-constexpr const char* kTerminated = "\nThe connection is terminated!";
-
-struct Deletion {
-    const char* node;
-    const char* question;
-    ObjectClass object_class;
-    const char* failure;
-    Lines gone; // after three times the second row
-};
-
-const Deletion kDeletions[] = {
-    {"schedule",
-     kDeleteSchedule,
-     ObjectClass::Schedule,
-     "Unable to remove schedule from the Tollwick Service!",
-     {"schedule 2", "schedule 3", "schedule 5"}},
-    {"uucphosts",
-     kDeleteHost,
-     ObjectClass::Host,
-     "Unable to remove host from the Tollwick Service!",
-     {"host 3", "host 4", "host 5", "directory gbglager", "directory sthlm", "directory are"}},
-    {"outbox",
-     kDeleteMail,
-     ObjectClass::OutboxMail,
-     "Unable to remove the selected mail from the Tollwick Service!",
-     {"mail D.corv0A18", "mail D.corv0A19", "mail D.corv0A1A"}},
-};
 
 class CommandTest : public ConsoleTest {
 protected:
-    Site site() {
-        return onServer([](Server& s) { return s.site(); });
-    }
     // What the service holds of what can be deleted.
     Lines held() {
-        const Site now = site();
+        const simulator::Site now = site();
         Lines names;
         for (const ScheduleRecord& schedule : now.schedules)
             names.push_back("schedule " + std::to_string(schedule.record_number));
@@ -61,83 +25,81 @@ protected:
             names.push_back("mail " + mail.file_name.text());
         return names;
     }
-    void select(const char* node, int row) {
-        clickNode(node);
-        clickRow(row);
-    }
-    std::string rowText(int row) { return listed().at(static_cast<std::size_t>(row) + 1); }
-    void refuse(ObjectClass object_class) {
-        onServer([&](Server& s) {
-            s.faults().only_class = object_class;
-            s.faults().result = result::Refused;
-        });
-    }
 };
 
-class DeletionTest : public CommandTest, public testing::WithParamInterface<Deletion> {
-protected:
-    // The ways to the command.
-    void deleteBy(int way) {
-        if (way == 0)
-            trigger("DeleteMenu");
-        else if (way == 1)
-            trigger("toolbar_delete");
-        else
-            QTest::keyClick(&list(), Qt::Key_Delete);
-    }
+struct Deletion {
+    const char* node;
+    std::string question;
+    ObjectClass object_class;
+    std::string failure;
+    Lines gone; // after three times the second row
 };
+
+const Deletion kDeletions[] = {
+    {"schedule",
+     "You have selected to delete a schedule!\nDo you want to continue?",
+     ObjectClass::Schedule,
+     "Unable to remove schedule from the Tollwick Service!\nThe connection is terminated!",
+     {"schedule 2", "schedule 3", "schedule 5"}},
+    {"uucphosts",
+     "You have selected to delete a host!\nDo you want to continue?",
+     ObjectClass::Host,
+     "Unable to remove host from the Tollwick Service!\nThe connection is terminated!",
+     {"host 3", "host 4", "host 5", "directory gbglager", "directory sthlm", "directory are"}},
+    {"outbox",
+     "You have selected to delete a mail!\nDo you want to continue?",
+     ObjectClass::OutboxMail,
+     "Unable to remove the selected mail from the Tollwick Service!\nThe connection is terminated!",
+     {"mail D.corv0A18", "mail D.corv0A19", "mail D.corv0A1A"}},
+};
+
+class DeletionTest : public CommandTest, public testing::WithParamInterface<Deletion> {};
 
 TEST_P(DeletionTest, IsAskedForAndDone) {
+    const Deletion& deletion = GetParam();
     logIn();
-    const Lines before = held();
-    for (int way = 0; way < 3; ++way) {
-        select(GetParam().node, 1);
-        boxes.expectQuestion(GetParam().question, QMessageBox::No);
-        deleteBy(way);
-    }
-    EXPECT_EQ(held(), before);
-
+    Lines left = held();
+    clickNode(deletion.node);
     Lines rows = listed();
-    for (int way = 0; way < 3; ++way) {
-        select(GetParam().node, 1);
-        boxes.expectQuestion(GetParam().question, QMessageBox::Yes);
-        deleteBy(way);
-        rows.erase(rows.begin() + 2);
-        EXPECT_EQ(listed(), rows);
-        EXPECT_EQ(info(), "Ready");
+    for (const auto answer : {kNo, kYes}) {
+        for (const Work& way :
+             {Work([&] { trigger("DeleteMenu"); }), Work([&] { trigger("toolbar_delete"); }),
+              Work([&] { QTest::keyClick(&list(), Qt::Key_Delete); })}) {
+            clickRow(1);
+            boxes.expectQuestion(deletion.question, answer);
+            way();
+            if (answer == kYes)
+                rows.erase(rows.begin() + 2);
+            EXPECT_EQ(listed(), rows);
+            EXPECT_EQ(info(), "Ready");
+        }
+        for (const std::string& name : deletion.gone)
+            if (answer == kYes)
+                std::erase(left, name);
+        EXPECT_EQ(held(), left);
     }
-    Lines left = before;
-    for (const std::string& name : GetParam().gone)
-        std::erase(left, name);
-    EXPECT_EQ(held(), left);
-    EXPECT_TRUE(context().link.isOpen());
-}
 
-TEST_P(DeletionTest, ThatIsRefusedEndsTheConnection) {
-    logIn();
-    select(GetParam().node, 1);
-    const Lines before = held();
-    refuse(GetParam().object_class);
-    boxes.expectQuestion(GetParam().question, QMessageBox::Yes);
-    boxes.expectBox(QMessageBox::Critical, std::string(GetParam().failure) + kTerminated,
+    // Refused, it ends the connection; the list stays until that has been told.
+    select(deletion.node, 1);
+    refuse(deletion.object_class);
+    boxes.expectQuestion(deletion.question, kYes);
+    boxes.expectBox(kCritical, deletion.failure,
                     [this](QMessageBox&) { EXPECT_EQ(tree().size(), 15U); });
     trigger("DeleteMenu");
-    EXPECT_FALSE(context().link.isOpen());
     EXPECT_TRUE(isLoggedOut());
-    EXPECT_EQ(held(), before);
-}
 
-TEST_P(DeletionTest, DoesNothingWhenTheConnectionIsLostBehindTheQuestion) {
+    // Nothing is deleted when the connection is lost behind the question.
+    restore();
     logIn();
-    select(GetParam().node, 1);
-    const Lines before = held();
-    boxes.expectQuestion(GetParam().question, QMessageBox::Yes, [this](QMessageBox&) {
-        onServer([](Server& s) { s.closeConnections(); });
+    left = held();
+    select(deletion.node, 1);
+    boxes.expectQuestion(deletion.question, kYes, [this](QMessageBox&) {
+        loseConnection();
         EXPECT_TRUE(isLoggedOut());
     });
     trigger("DeleteMenu");
     EXPECT_TRUE(isLoggedOut());
-    EXPECT_EQ(held(), before);
+    EXPECT_EQ(held(), left);
 }
 
 INSTANTIATE_TEST_SUITE_P(, DeletionTest, testing::ValuesIn(kDeletions),
@@ -148,34 +110,45 @@ TEST_F(CommandTest, ASpoolDirectoryGoesWithItsLastHost) {
     logIn();
     for (const std::size_t directories : {5U, 4U}) {
         select("uucphosts", directories == 5 ? 3 : 1);
-        boxes.expectQuestion(kDeleteHost, QMessageBox::Yes);
+        boxes.expectQuestion(kDeletions[1].question, kYes);
         trigger("DeleteMenu");
         EXPECT_EQ(site().spool_directories.size(), directories);
     }
     EXPECT_EQ(requestCount(ObjectClass::HostDirectory), 1);
-    EXPECT_EQ(site().hosts.size(), 3U);
-}
 
-TEST_F(CommandTest, ASpoolDirectoryThatStaysEndsTheConnection) {
-    logIn();
     select("uucphosts", 0);
     refuse(ObjectClass::HostDirectory);
-    boxes.expectQuestion(kDeleteHost, QMessageBox::Yes);
-    boxes.expectBox(QMessageBox::Critical,
-                    std::string("Unable to delete hostdirectory through the Tollwick Service!") +
-                        kTerminated);
+    boxes.expectQuestion(kDeletions[1].question, kYes);
+    boxes.expectBox(kCritical, "Unable to delete hostdirectory through the Tollwick Service!\n"
+                               "The connection is terminated!");
     trigger("DeleteMenu");
     EXPECT_TRUE(isLoggedOut());
-    EXPECT_EQ(site().hosts.size(), 4U);
+    EXPECT_EQ(site().hosts.size(), 2U);
 }
 
-TEST_F(CommandTest, AMailThatCannotBeRemovedIsTold) {
+TEST_F(CommandTest, RefreshKeepsTheSelectedMail) {
+    const auto eraseMail = [&](int row) {
+        onServer([&](Server& s) { s.site().outbox.erase(s.site().outbox.begin() + row); });
+    };
     logIn();
-    select("outbox", 1);
+    select("outbox", 4);
+    const std::string selected = rowText(4);
+    eraseMail(0);
+    trigger("Refreshmenu");
+    EXPECT_EQ(listed().size(), 12U);
+    EXPECT_EQ(list().selectedRow(), 3);
+    EXPECT_EQ(rowText(3), selected);
+    eraseMail(3);
+    QTest::keyClick(&window(), Qt::Key_F5);
     const Lines rows = listed();
-    onServer([](Server& s) { s.site().outbox.erase(s.site().outbox.begin() + 1); });
-    boxes.expectQuestion(kDeleteMail, QMessageBox::Yes);
-    boxes.expectBox(QMessageBox::Critical, "The selected mail could not be removed!");
+    EXPECT_EQ(rows.size(), 11U);
+    EXPECT_EQ(list().selectedRow(), -1);
+
+    // One that is gone cannot be deleted.
+    clickRow(1);
+    eraseMail(1);
+    boxes.expectQuestion(kDeletions[2].question, kYes);
+    boxes.expectBox(kCritical, "The selected mail could not be removed!");
     trigger("DeleteMenu");
     EXPECT_TRUE(context().link.isOpen());
     EXPECT_EQ(listed(), rows);
@@ -186,33 +159,61 @@ TEST_F(CommandTest, QuestionsSpeakSwedish) {
     set(setting::CountryCode, "4000");
     logIn();
     select("schedule", 0);
-    boxes.expectQuestion("Du har valt att ta bort ett schema!\nVill du fortsätta?", QMessageBox::No,
+    boxes.expectQuestion("Du har valt att ta bort ett schema!\nVill du fortsätta?", kNo,
                          [](QMessageBox& box) {
-                             EXPECT_EQ(box.button(QMessageBox::Yes)->text(), "Ja");
-                             EXPECT_EQ(box.button(QMessageBox::No)->text(), "Nej");
+                             EXPECT_EQ(box.button(kYes)->text(), "Ja");
+                             EXPECT_EQ(box.button(kNo)->text(), "Nej");
                          });
     trigger("DeleteMenu");
 }
 
-TEST_F(CommandTest, RefreshKeepsTheSelectedMail) {
+TEST_F(CommandTest, DialogsOpenInEveryWayAndACancelSendsNothing) {
+    const struct {
+        const char* node;
+        int row;
+        const char* dialog;
+        bool is_toggled;
+        const char* toolbar_add;
+    } cases[] = {{"admin", 1, "EditForm", false, nullptr},
+                 {"smtpforward", 0, "EditForm", false, nullptr},
+                 {"options", 0, "EditForm", true, nullptr},
+                 {"uucpdaemon", 1, "EditForm", true, nullptr},
+                 {"schedule", 2, "ScheduleForm", false, "toolbar_addschedule"},
+                 {"uucphosts", 3, "HostSetupForm", false, "toolbar_adduucphost"}};
     logIn();
-    select("outbox", 4);
-    const std::string selected = rowText(4);
-    onServer([](Server& s) {
-        s.site().outbox.erase(s.site().outbox.begin());
-        s.site().outbox.push_back(s.site().outbox.front());
-        s.site().outbox.back().file_name = "D.new";
-    });
-    trigger("Refreshmenu");
-    EXPECT_EQ(listed().size(), 13U);
-    EXPECT_EQ(list().selectedRow(), 3);
-    EXPECT_EQ(rowText(3), selected);
-    EXPECT_EQ(info(), "Ready");
-
-    onServer([](Server& s) { s.site().outbox.erase(s.site().outbox.begin() + 3); });
-    QTest::keyClick(&window(), Qt::Key_F5);
-    EXPECT_EQ(listed().size(), 12U);
-    EXPECT_EQ(list().selectedRow(), -1);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.node);
+        select(c.node, c.row);
+        const Lines rows = listed();
+        std::vector<Work> ways{
+            [&] { trigger("PropertiesMenu"); }, [&] { trigger("toolbar_properties"); },
+            [&] { clickInContextMenu("PropertiesMenu"); }, [&] { doubleClickRow(c.row); },
+            [&] { QTest::keyClick(&list(), Qt::Key_Return); }};
+        for (const char* command : {"Toggmenu", "AddMenu"})
+            if (command == std::string("Toggmenu") ? c.is_toggled : c.toolbar_add != nullptr) {
+                ways.emplace_back([&, command] { trigger(command); });
+                ways.emplace_back([&, command] { clickInContextMenu(command); });
+            }
+        if (c.toolbar_add)
+            ways.emplace_back([&] { trigger(c.toolbar_add); });
+        for (std::size_t i = 0; i < ways.size(); ++i)
+            inDialog(ways[i], [&](QDialog& form) {
+                EXPECT_EQ(form.objectName(), c.dialog);
+                type("x5");
+                if (i % 3 == 0)
+                    form.close();
+                else if (i % 3 == 1)
+                    clickOn(form, "CancelButton");
+                else
+                    press(Qt::Key_Escape);
+            });
+        EXPECT_EQ(listed(), rows);
+        EXPECT_EQ(list().selectedRow(), c.row);
+    }
+    EXPECT_EQ(saves(), 0);
+    EXPECT_EQ(context().data.settings, site().settings);
+    EXPECT_EQ(context().data.schedules, site().schedules);
+    EXPECT_EQ(context().data.hosts, site().hosts);
 }
 
 TEST_F(CommandTest, FollowConnectionNodeAndRow) {
@@ -227,7 +228,7 @@ TEST_F(CommandTest, FollowConnectionNodeAndRow) {
                                       "toolbar_adduucphost",
                                       "toolbar_delete",
                                       "toolbar_properties"};
-    const auto expectEnabled = [&](bool connected, const char* node_key, bool has_row) {
+    const auto expectEnabled = [&](bool connected, std::string_view node_key, bool has_row) {
         tick();
         const EnableFlags flags = enableFlags({connected, node_key, has_row});
         for (std::size_t i = 0; i < flags.size(); ++i)
@@ -248,10 +249,10 @@ TEST_F(CommandTest, FollowConnectionNodeAndRow) {
     stopTimer();
     for (const TreeNode& tree_node : treeNodes()) {
         clickNode(std::string(tree_node.key));
-        expectEnabled(true, tree_node.key.data(), false);
+        expectEnabled(true, tree_node.key, false);
         if (list().model()->rowCount() > 0) {
             clickRow(0);
-            expectEnabled(true, tree_node.key.data(), true);
+            expectEnabled(true, tree_node.key, true);
         }
     }
     context().link.Close();

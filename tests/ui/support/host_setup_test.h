@@ -1,66 +1,25 @@
 // For the tests of the host dialog: fills it in as a person does and shows what the service got.
 #pragma once
 
-#include "tests/ui/support/editor_test.h"
+#include "link/scramble.h"
+#include "tests/ui/support/console_test.h"
 
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPointer>
+#include <QTabBar>
+#include <QTabWidget>
 
 namespace tollwick {
 
-// Answers the questions with the critical icon; all other boxes are left to the BoxWatcher.
-class CriticalQuestions : public QObject {
-public:
-    explicit CriticalQuestions(BoxWatcher& others);
-    ~CriticalQuestions() override;
-
-    void expect(const std::string& text, QMessageBox::StandardButton default_button,
-                QMessageBox::StandardButton pressed);
-
+class HostSetupTest : public ConsoleTest {
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
-private:
-    struct Question {
-        std::string text;
-        QMessageBox::StandardButton default_button;
-        QMessageBox::StandardButton pressed;
-    };
-
-    void answer(QMessageBox& box);
-
-    BoxWatcher& others_;
-    std::deque<Question> expected_;
-};
-
-// The bytes of a host record, written at their places.
-class HostBytes {
-public:
-    explicit HostBytes(std::string bytes = std::string(2292, '\0')) : bytes_(std::move(bytes)) {}
-
-    HostBytes& number(std::size_t offset, Integer value);
-    HostBytes& number32(std::size_t offset, Long value);
-    // Padded with blanks.
-    HostBytes& text(std::size_t offset, std::size_t width, std::string_view utf8);
-    [[nodiscard]] const std::string& bytes() const { return bytes_; }
-
-private:
-    std::string bytes_;
-};
-
-// Where the two differ, in words; empty when they are the same.
-std::string differences(const std::string& bytes, const HostBytes& expected);
-std::string bytesOf(const HostRecord& host);
-
-class HostSetupTest : public EditorTest {
-protected:
-    using Work = std::function<void()>;
     enum Page { General, Transport, Login, LoginScript, Connection };
 
-    // Logs in and opens the dialog on a new host, or on one of the list; `act` closes it.
-    void addHost(const Work& act);
-    void editHost(int row, const Work& act);
+    // Logs in if need be and opens the dialog on a new host, or on one of the list; `act` closes
+    // it.
+    void addHost(const Work& act) { inForm("AddMenu", -1, act); }
+    void editHost(int row, const Work& act) { inForm("PropertiesMenu", row, act); }
 
     QDialog& form() { return *form_; }
     template <class Widget = QWidget>
@@ -68,48 +27,117 @@ protected:
         return child<Widget>(form(), name);
     }
     QComboBox* combo(const char* name) { return control<QComboBox>(name); }
-    std::string textOf(const char* name);
-    [[nodiscard]] int page();
-    void showPage(int page);
-    // Those of these controls that are not hidden themselves.
-    Lines shown(std::initializer_list<const char*> names);
+    std::string text(const char* name) { return textOf(form(), name); }
+    int page() { return control<QTabWidget>("SysSetupTab")->currentIndex(); }
+    void showPage(int page) {
+        QTabBar* bar = control<QTabWidget>("SysSetupTab")->tabBar();
+        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(page).center());
+    }
+    // Whether the control is not hidden itself, on whatever page it is.
+    bool isShown(const char* name) { return !control(name)->isHidden(); }
 
     // Clicks a control on its page.
-    void click(const char* name);
+    void click(const char* name) {
+        // No window manager does it here when a box over the dialog is gone.
+        form().activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(form_, kPatience));
+        QWidget* widget = control(name);
+        showPageOf(widget);
+        QTest::mouseClick(widget, Qt::LeftButton, {}, {8, widget->height() / 2});
+    }
     // Clicks into a line and types in place of what is there.
-    void enter(const char* name, const char* text);
+    void enter(const char* name, const char* text) {
+        click(name);
+        ASSERT_EQ(focused(), name);
+        press(Qt::Key_A, Qt::ControlModifier);
+        press(Qt::Key_Delete);
+        type(text);
+    }
     // Chooses in a list with the keyboard.
-    void choose(const char* name, int position);
-    void paste(const char* name, const QString& text);
+    void choose(const char* name, int position) {
+        showPageOf(combo(name));
+        combo(name)->setFocus();
+        press(Qt::Key_Home);
+        for (int i = 0; i < position; ++i)
+            press(Qt::Key_Down);
+    }
+    // Lines are entered, lists get the position of the choice, and buttons are clicked.
+    void fill(std::initializer_list<std::pair<const char*, const char*>> controls) {
+        for (const auto& [name, text] : controls)
+            if (qobject_cast<QLineEdit*>(control(name)))
+                enter(name, text);
+            else if (qobject_cast<QComboBox*>(control(name)))
+                choose(name, std::stoi(text));
+            else
+                click(name);
+    }
     // Enters what a host cannot do without.
-    void enterNames(const char* display_name, const char* domain, const char* node);
+    void enterNames(const char* display_name, const char* domain, const char* node) {
+        fill({{"HostSetupNameTxt", display_name},
+              {"MailDomainTxt", domain},
+              {"RemoteHostNameTxt", node}});
+    }
     void ok() { click("OkButton"); }
     void cancel() { click("CancelButton"); }
 
-    // Opens a dialog over this one; `act` closes it.
-    void inChild(const Work& open, const Act& act);
-
-    // As failing(), for work of several requests, one of which is for this class.
-    void failingAt(Failure failure, ObjectClass object_class, const std::string& message,
-                   const Work& work);
-    // Class and status text, as they were when the service got each request of `work`.
-    Lines statusesDuring(const Work& work);
-
-    // The host that the latest request, of this operation, brought to the service; passwords plain.
-    std::string sentHost(Operation operation);
     // Sets a host of the service; call before the login.
-    void change(int row, const std::function<void(HostRecord&)>& change);
+    template <class Change>
+    void change(int row, Change change) {
+        onServer([&](auto& s) { change(s.site().hosts.at(static_cast<std::size_t>(row))); });
+    }
     HostRecord siteHost(int row) { return site().hosts.at(static_cast<std::size_t>(row)); }
-    // The host's requests that change something at the service.
-    int saves();
-    Lines directories();
+    // The fields of the service's latest host that are not empty, with passwords readable.
+    std::string fieldsOfNewest() {
+        std::string fields;
+        const HostRecord host = site().hosts.back();
+        forEachField<HostRecord>([&](const auto& field) {
+            const auto& value = host.*field.member;
+            std::string text;
+            if constexpr (std::is_arithmetic_v<std::decay_t<decltype(value)>>)
+                text = value == 0 ? "" : std::to_string(value);
+            else if (text = value.text(); field.name.ends_with("password") && !text.empty())
+                text = fromAnsi(unscramble(HostPasswordKey, withoutTrailingBlanks(value.bytes())));
+            if (!text.empty())
+                fields += std::string(field.name) + ' ' + text + '|';
+        });
+        return fields;
+    }
+    Lines directories() {
+        Lines names;
+        for (const VarText& name : site().spool_directories)
+            names.push_back(name.text());
+        return names;
+    }
     // The text of a script at the service; "(none)" when there is none.
-    std::string script(std::string_view name);
-
-    CriticalQuestions questions{boxes};
+    std::string script(std::string_view name) {
+        for (const ScriptRecord& script : site().scripts)
+            if (script.file_name.text() == name)
+                return script.text.scriptText();
+        return "(none)";
+    }
 
 private:
-    void inForm(const char* command, const Work& act);
+    void inForm(const char* command, int row, const Work& act) {
+        if (!console || !context().link.isOpen())
+            logIn();
+        clickNode("uucphosts");
+        if (row >= 0)
+            clickRow(row);
+        inDialog([&] { trigger(command); },
+                 [&](QDialog& dialog) {
+                     EXPECT_EQ(dialog.objectName(), "HostSetupForm");
+                     form_ = &dialog;
+                     act();
+                 });
+    }
+    void showPageOf(const QWidget* widget) {
+        auto* tabs = control<QTabWidget>("SysSetupTab");
+        for (QWidget* parent = widget->parentWidget(); parent; parent = parent->parentWidget())
+            if (const int its_page = tabs->indexOf(parent); its_page >= 0 && its_page != page())
+                showPage(its_page);
+        ASSERT_TRUE(widget->isVisible() && widget->isEnabled())
+            << widget->objectName().toStdString();
+    }
 
     QPointer<QDialog> form_;
 };
