@@ -102,11 +102,9 @@ protected:
         });
         return fields;
     }
-    Lines directories() {
-        Lines names;
-        for (const VarText& name : site().spool_directories)
-            names.push_back(name.text());
-        return names;
+    int hasDirectory(std::string_view name) {
+        const auto all = site().spool_directories;
+        return static_cast<int>(std::count(all.begin(), all.end(), VarText(name)));
     }
     // The text of a script at the service; "(none)" when there is none.
     std::string script(std::string_view name) {
