@@ -97,10 +97,8 @@ TEST_F(HostScriptTest, IsPickedEditedLoadedAndSaved) {
     EXPECT_EQ(script("fjall.scp"), "å\t\r\n\r\nset\r\nåäö\r\n");
     EXPECT_EQ(script("malmo.scp"), simulator::sampleSite().scripts[0].text.scriptText());
     EXPECT_EQ(siteHost(0).script_file_name.text(), "fjall.scp");
-}
 
-TEST_F(HostScriptTest, AListThatFailsEndsTheConnection) {
-    editHost(2, [&] {
+    editHost(2, [&] { // a list that fails ends the connection
         failing(Failure::Refused, ObjectClass::ScriptFile,
                 "Unable to retrieve Scriptfiles from the Tollwick Service!\n"
                 "The connection is terminated!",

@@ -99,8 +99,7 @@ protected:
                   imageIcon(texts[2]).pixmap(QSize(32, 32), form.devicePixelRatioF()).toImage());
         EXPECT_EQ(focused(), "Edittext");
         EXPECT_EQ(textOf(form, "Edittext"), text);
-        EXPECT_EQ(child<QLineEdit>(form, "Edittext")->selectedText().toStdString(), text)
-            << "typing replaces it";
+        EXPECT_EQ(child<QLineEdit>(form, "Edittext")->selectedText().toStdString(), text);
     }
     void expectBoxIf(const char* text, QMessageBox::Icon icon) {
         if (text)
@@ -145,31 +144,24 @@ TEST_P(TextEditTest, IsCheckedSentAndShown) {
     // Confirmed unchanged it is sent without a notice, but for the level, if there is one.
     expectBoxIf(edit.notice == kDebugLevel ? kDebugLevel : nullptr, kExclamation);
     properties({[](QDialog& form) { clickOn(form, "OkButton"); }});
-    EXPECT_EQ(saves(), 2);
     EXPECT_EQ(sentSettings(), expected);
-
-    const auto startAgain = [&] {
+    // A further answer of the service matters for two addresses only. A cancel sends nothing.
+    onServer([](Server& s) { s.site().settings_save_answer = result::SettingsAnswer8; });
+    for (const bool is_cancelled : {false, true}) {
         settings() = before;
         clickNode("view");
         select(edit.node, edit.row);
-    };
-    // The further answers of the service matter for two addresses only.
-    for (const Integer answer : {result::SettingsAnswer8, result::SettingsAnswer9}) {
-        onServer([&](Server& s) { s.site().settings_save_answer = answer; });
-        startAgain();
-        expectBoxIf(edit.notice, edit.notice_icon);
-        properties({typing(edit.typed + std::string("\n"))});
+        if (is_cancelled)
+            edit.change(settings()); // shows whether the list is rebuilt
+        else
+            expectBoxIf(edit.notice, edit.notice_icon);
+        properties({typing(edit.typed + std::string(is_cancelled ? "\x1b" : "\n"))});
         EXPECT_EQ(settings(), expected);
-        EXPECT_EQ(cell(edit.row), edit.rebuilds_when_done_only ? edit.before : edit.cell);
-        EXPECT_TRUE(context().link.isOpen());
+        EXPECT_EQ(cell(edit.row) == edit.cell,
+                  is_cancelled ? edit.rebuilds_after_cancel : !edit.rebuilds_when_done_only);
     }
-    // A cancel sends nothing; what was set behind the list shows whether that is rebuilt.
-    startAgain();
-    edit.change(settings());
-    properties({typing("other\x1b")});
-    EXPECT_EQ(settings(), expected);
-    EXPECT_EQ(cell(edit.row), edit.rebuilds_after_cancel ? edit.cell : edit.before);
-    EXPECT_EQ(saves(), 4);
+    EXPECT_TRUE(context().link.isOpen());
+    EXPECT_EQ(saves(), 3);
 }
 
 INSTANTIATE_TEST_SUITE_P(, TextEditTest, testing::ValuesIn(kTextEdits),
@@ -191,7 +183,7 @@ TEST_F(SettingEditorTest, SwitchesAreFlippedSentAndShown) {
     S expected = settings();
     int saved = 0;
     for (const auto& [node, row, value] : switches)
-        for (const int way : {0, 1, 2, 3}) {
+        for (const int way : {0, 1, 2}) {
             SCOPED_TRACE(node + std::to_string(row) + " by " + std::to_string(way));
             select(node, row);
             expected.*value = expected.*value == kFalse ? kTrue : kFalse;
@@ -199,13 +191,9 @@ TEST_F(SettingEditorTest, SwitchesAreFlippedSentAndShown) {
                 boxes.expectBox(kExclamation, kDischargeCr,
                                 [&](QMessageBox&) { EXPECT_EQ(saves(), saved); });
             if (way == 0)
-                trigger("Toggmenu");
-            else if (way == 1)
                 doubleClickRow(row);
-            else if (way == 2)
-                QTest::keyClick(&list(), Qt::Key_Return);
             else // where a log has its period instead
-                trigger(node == std::string("logs") ? "Toggmenu" : "PropertiesMenu");
+                trigger(way == 1 && *node != 'l' ? "PropertiesMenu" : "Toggmenu");
             EXPECT_EQ(saves(), ++saved);
             EXPECT_EQ(sentSettings(), expected);
             EXPECT_EQ(image(row), expected.*value == kFalse ? "square" : "squareselected");
@@ -259,15 +247,10 @@ TEST_F(SettingEditorTest, ALogPeriodReachesTheServiceWithTheNextSave) {
     // No number is 0, which is shown as nothing; a cancel rebuilds the list, too.
     properties({typing("abc\n")});
     EXPECT_EQ(cell(6), "0");
-    properties({[](QDialog& form) {
-        expectForm(form, kPeriod, "");
-        type("-5\n");
-    }});
-    EXPECT_EQ(settings().uucp_advanced_log_period, -5);
     settings().uucp_advanced_log_period = 44;
     properties({typing("\x1b")});
     EXPECT_EQ(cell(6), "44");
-    EXPECT_EQ(saves(), 9);
+    EXPECT_EQ(saves(), 8);
 }
 
 TEST_F(SettingEditorTest, ANumberPast16BitsIsLoggedAndTheConsoleGoesOn) {
@@ -276,18 +259,13 @@ TEST_F(SettingEditorTest, ANumberPast16BitsIsLoggedAndTheConsoleGoesOn) {
     const std::size_t lines = logged().size();
     for (const auto& [node, keys] : {std::pair{"admin", "40000.1.1.1\n"}, {"logs", "32768\n"}}) {
         select(node, 0);
-        const Lines shown = listed();
         properties({typing(keys)});
-        EXPECT_EQ(listed(), shown);
     }
     EXPECT_EQ(settings(), before);
     EXPECT_EQ(saves(), 0);
     ASSERT_EQ(logged().size(), lines + 2);
     EXPECT_TRUE(logged()[lines].starts_with("Overflow ; (6/")) << logged()[lines];
     EXPECT_TRUE(logged().back().starts_with("Loop->Overflow ; (6/")) << logged().back();
-    properties({typing("365\n")});
-    EXPECT_EQ(settings().mail_log_period, 365);
-
     // Nor does an empty level give a warning.
     select("uucpdaemon", 2);
     properties({typing("   \n")});
@@ -299,17 +277,13 @@ TEST_F(SettingEditorTest, SpeakSwedish) {
     logIn();
     select("admin", 0);
     boxes.expectBox(kPlain, "Det angivna IP-numret är ogiltigt!");
-    properties(
-        {[](QDialog& form) {
-             expectForm(form, {"Redigera IP-nummer", "IP-nummer:", "netadress32"}, "127.0.0.1");
-             EXPECT_EQ(textOf(form, "CancelButton"), "&Avbryt");
-             type("å\n");
-         },
-         [](QDialog& form) {
-             EXPECT_EQ(textOf(form, "Edittext"), "å");
-             press(Qt::Key_A, Qt::AltModifier);
-             EXPECT_TRUE(waitUntil([&] { return !form.isVisible(); }));
-         }});
+    const Act enter = [](QDialog& form) {
+        EXPECT_EQ(form.windowTitle(), "Redigera IP-nummer");
+        EXPECT_EQ(textOf(form, "CancelButton"), "&Avbryt");
+        textOf(form, "Edittext") == "å" ? press(Qt::Key_A, Qt::AltModifier) : type("å\n");
+        EXPECT_TRUE(waitUntil([&] { return !form.isVisible(); }));
+    };
+    properties({enter, enter});
     select("uucpdaemon", 1);
     boxes.expectBox(kCritical, "Kommandot får inte innehålla sökväg eller enhetsbokstav. Det får "
                                "inte heller innehålla något av dessa tecken \\/*:?<>|");
