@@ -18,11 +18,6 @@ protected:
     void openLogin(const Act& act) {
         inDialog([this] { trigger("LoginMenu"); }, act);
     }
-    static void put(QDialog& login, const char* edit, const std::string& text) {
-        child<QLineEdit>(login, edit)->selectAll();
-        ASSERT_TRUE(child(login, edit)->isEnabled()) << edit;
-        QTest::keyClicks(child(login, edit), QString::fromStdString(text));
-    }
     // A try that fails, and leaves the dialog ready for another.
     static void fail(QDialog& login) {
         clickOn(login, "btnOk");
@@ -96,19 +91,14 @@ TEST_F(LoginTest, AWrongLoginLeavesTheDialogForAnotherTry) {
         expectLayout(false, 1965, 1260, "O&ptions >>");
         clickOn(login, "btnOptions");
         expectLayout(true, 3165, 2460, "O&ptions <<");
-        put(login, "tbServerConnectIp", "localhost");
-        put(login, "tbServerConnectPort", std::to_string(service.port()));
-        clickOn(login, "btnOptions"); // hidden, but used
+        play(login, "tbServerConnectIp=localhost|tbServerConnectPort=" +
+                        std::to_string(service.port()) + "|btnOptions"); // hidden, but used
         expectLayout(false, 1965, 1260, "O&ptions >>");
-        put(login, "tbServerConnectUsername", "nobody");
-        put(login, "tbServerConnectPassword", "wrong");
+        play(login, "tbServerConnectUsername=nobody|tbServerConnectPassword=wrong");
         fail(login);
-        EXPECT_EQ(textOf(login, "tbServerConnectUsername"), "nobody");
-        EXPECT_EQ(textOf(login, "tbServerConnectPassword"), "wrong");
         EXPECT_TRUE(tree().empty());
-        put(login, "tbServerConnectUsername", simulator::kSampleUserId);
-        put(login, "tbServerConnectPassword", simulator::kSamplePassword);
-        clickOn(login, "btnOk");
+        play(login, "tbServerConnectUsername?nobody|tbServerConnectPassword?wrong|"
+                    "tbServerConnectUsername=admin|tbServerConnectPassword=tollwick|btnOk");
     });
     EXPECT_EQ(tree().at(0), "servername server [localhost]");
     // The second try came on a connection of its own.
@@ -147,10 +137,8 @@ TEST_F(LoginTest, TellsThatNoServiceListensOrSendsAKey) {
             QTcpSocket* socket = keyless.nextPendingConnection();
             *first_data ? void(socket->write(first_data)) : socket->disconnectFromHost();
         });
-        const std::string port = std::to_string(keyless.serverPort());
         openLogin([&](QDialog& login) {
-            clickOn(login, "btnOptions");
-            put(login, "tbServerConnectPort", port);
+            play(login, "btnOptions|tbServerConnectPort=" + std::to_string(keyless.serverPort()));
             boxes.expectBox(kExclamation,
                             "Unable to initialize communication link to Tollwick service!");
             fail(login);
@@ -159,7 +147,7 @@ TEST_F(LoginTest, TellsThatNoServiceListensOrSendsAKey) {
             const std::string text = "Unable to connect to the Tollwick service.\nCause: (";
             boxes.expectBox(kExclamation, text + "10061) Connection refused");
             fail(login);
-            put(login, "tbServerConnectPort", "abc");
+            play(login, "tbServerConnectPort=abc");
             boxes.expectBox(kExclamation, text + "10049) Invalid port number");
             fail(login);
             EXPECT_EQ(info(), "");
