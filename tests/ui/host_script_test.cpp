@@ -16,9 +16,16 @@ using simulator::Server;
 class HostScriptTest : public HostSetupTest {
 protected:
     QPlainTextEdit& editor() { return *control<QPlainTextEdit>("ScriptBox"); }
+    // The text of a script at the service; "(none)" when there is none.
+    std::string script(std::string_view name) {
+        for (const ScriptRecord& script : site().scripts)
+            if (script.file_name.text() == name)
+                return script.text.scriptText();
+        return "(none)";
+    }
     // Opens the list of scripts, or that of modems; `act` closes it.
     void pick(const char* button, const Act& act) {
-        inDialog([&] { click(button); }, act);
+        inDialog([&] { play(button); }, act);
     }
     static void clickItem(QDialog& dialog, const char* name, int row, bool twice = false) {
         auto* items = child<QListWidget>(dialog, name);
@@ -35,7 +42,7 @@ protected:
     }
     // Loads a local file by way of the editor's context menu.
     void loadLocal(const char* file) {
-        showPage(LoginScript);
+        play("ScriptBox");
         QTimer later;
         later.callOnTimeout([&] {
             if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
@@ -63,48 +70,48 @@ TEST_F(HostScriptTest, IsPickedEditedLoadedAndSaved) {
     folder.write("lokal å.scp", "set\r\n\xE5\xE4\xF6\n"); // in the code page
     folder.write("utf8.scp", "åäö");
     folder.write("huge.scp", std::string((1 << 20) + 1, 'x'));
-    editHost(0, [&] {
+    inForm(0, [&] {
         pick("BläddraButton", typing("\x1b"));
-        EXPECT_EQ(text("ScripFileNameTxt"), "malmo.scp");
+        play("ScripFileNameTxt?malmo.scp");
         pick("BläddraButton", [](QDialog& picker) {
             EXPECT_EQ(picker.windowTitle(), "Select script");
             EXPECT_EQ(items(picker, "FileList"), "malmo.scp|fjall.scp|standard.scp|");
             clickItem(picker, "FileList", 2, true);
         });
-        EXPECT_EQ(text("ScripFileNameTxt"), "standard.scp");
+        play("ScripFileNameTxt?standard.scp");
         pick("BläddraButton", [](QDialog& picker) {
             clickItem(picker, "FileList", 1);
             type("\n");
         });
         EXPECT_EQ(info(), "Ready");
-        EXPECT_EQ(text("ScripFileNameTxt"), "fjall.scp");
+        play("ScripFileNameTxt?fjall.scp");
         EXPECT_TRUE(text("ScriptBox").starts_with("# Satellitlänken"));
         EXPECT_EQ(saves(), 0);
 
         loadLocal("lokal å.scp");
-        EXPECT_EQ(text("ScriptBox"), "set\nåäö\n");
+        play("ScriptBox?set\nåäö\n");
         loadLocal("utf8.scp");
-        EXPECT_EQ(text("ScriptBox"), "åäö");
+        play("ScriptBox?åäö");
         boxes.expectBox(kCritical, "The script file could not be read!");
         loadLocal("huge.scp");
-        click("ScriptBox");
+        play("ScriptBox");
         press(Qt::Key_Z, Qt::ControlModifier);
         press(Qt::Key_Home, Qt::ControlModifier);
         type("å\t\n");
         press(Qt::Key_Return, Qt::ShiftModifier);
-        ok();
+        play("OkButton");
     });
     EXPECT_EQ(script("fjall.scp"), "å\t\r\n\r\nset\r\nåäö\r\n");
     EXPECT_EQ(script("malmo.scp"), simulator::sampleSite().scripts[0].text.scriptText());
     EXPECT_EQ(siteHost(0).script_file_name.text(), "fjall.scp");
 
-    editHost(2, [&] { // a list that fails ends the connection
+    inForm(2, [&] { // a list that fails ends the connection
         failing(Failure::Refused, ObjectClass::ScriptFile,
                 "Unable to retrieve Scriptfiles from the Tollwick Service!\n"
                 "The connection is terminated!",
                 [&] { pick("BläddraButton", typing("\x1b")); });
         EXPECT_TRUE(isLoggedOut());
-        cancel();
+        play("CancelButton");
     });
 }
 
@@ -113,40 +120,40 @@ TEST_F(HostScriptTest, GetsAWholeNameAndIsSentAsItCame) {
     onServer([&](Server& s) { s.site().scripts[2].text = raw; });
     for (const auto& [typed, completed] :
          {std::pair{" två ord ", "två ord.scp"}, {"login.", "login.scp"}, {"A.SCP", "A.SCP"}}) {
-        change(2, [](HostRecord& host) { host.script_file_name = "standard.scp"; });
+        onServer([&](Server& s) { host(s, 2).script_file_name = "standard.scp"; });
         loseConnection();
         logIn();
-        editHost(2, [&] { fill({{"ScripFileNameTxt", typed}, {"OkButton", ""}}); });
+        inForm(2, std::string("ScripFileNameTxt=") + typed + "|OkButton");
         EXPECT_EQ(script(completed), raw);
         EXPECT_EQ(siteHost(2).script_file_name.text(), completed);
     }
     // Edited, it has the line ends of the service, and its no-break spaces.
-    editHost(2, [&] {
-        click("ScriptBox");
+    inForm(2, [&] {
+        play("ScriptBox");
         press(Qt::Key_End, Qt::ControlModifier);
         type("!");
-        ok();
+        play("OkButton");
     });
     EXPECT_EQ(script("A.SCP"), "one\r\ntwo \r\nthree\xC2\xA0!");
     // Without a name nothing is sent.
     const int before = saves();
-    editHost(2, [&] { fill({{"ScripFileNameTxt", "  "}, {"OkButton", ""}}); });
+    inForm(2, "ScripFileNameTxt=  |OkButton");
     EXPECT_EQ(saves(), before + 1);
     EXPECT_EQ(siteHost(2).script_file_name.text(), "");
     // Nor one that is too large for the data block.
     const std::size_t room = 4096 - 2 - std::string("malmo.scp").size() - 2;
     folder.write("large.scp", std::string(room + 1, 'x'));
-    editHost(0, [&] {
+    inForm(0, [&] {
         loadLocal("large.scp");
         boxes.expectBox(kCritical, "The login script is too large to be sent to the service.\n"
                                    "Shorten it and try again.");
-        showPage(General);
-        ok();
-        EXPECT_EQ(page(), LoginScript);
-        EXPECT_EQ(focused(), "ScriptBox");
+        play("HostSetupNameTxt");
+        play("OkButton");
+        EXPECT_EQ(tabs()->currentIndex(), LoginScript);
+        play("?ScriptBox");
         EXPECT_EQ(saves(), before + 1);
         type("\b");
-        ok();
+        play("OkButton");
     });
     EXPECT_EQ(site().scripts[0].text.bytes().size(), room);
 }
@@ -188,14 +195,14 @@ TEST_F(HostScriptTest, AModemIsChosenFromTheCatalogue) {
             type("\n");
         };
     };
-    editHost(0, [&] {
+    inForm(0, [&] {
         pick("Modems", [](QDialog& dialog) {
             clickItem(dialog, "List1", 0);
             clickItem(dialog, "List2", 0);
             type("\x1b");
         });
         pick("Modems", choosing(0, -1)); // a make without a model
-        EXPECT_EQ(text("CurrentModemCap"), "None");
+        play("CurrentModemCap?None");
         pick("Modems", [](QDialog& dialog) {
             EXPECT_EQ(dialog.windowTitle(), "Modem Selection");
             EXPECT_EQ(focused(), "List1");
@@ -205,14 +212,14 @@ TEST_F(HostScriptTest, AModemIsChosenFromTheCatalogue) {
             EXPECT_EQ(items(dialog, "List2"), "Snabb|V.32 & mer|");
             clickItem(dialog, "List2", 1, true);
         });
-        EXPECT_EQ(text("CurrentModemCap"), "Trösta V.32 & mer");
-        EXPECT_EQ(text("InitializationStringTxt"), "AT^M");
-        EXPECT_EQ(combo("ConnectSpeedLbx")->count(), 5);
-        EXPECT_EQ(text("ConnectSpeedLbx"), "19200") << "the fastest that is left";
-        choose("ConnectSpeedLbx", 3);
+        play("CurrentModemCap?Trösta V.32 & mer");
+        play("InitializationStringTxt?AT^M");
+        EXPECT_EQ(control<QComboBox>("ConnectSpeedLbx")->count(), 5);
+        play("ConnectSpeedLbx?19200");
+        play("ConnectSpeedLbx=3");
         pick("Modems", choosing(1, 0)); // and a faster one
-        EXPECT_EQ(combo("ConnectSpeedLbx")->count(), 8);
-        EXPECT_EQ(text("ConnectSpeedLbx"), "9600") << "the position is kept";
+        EXPECT_EQ(control<QComboBox>("ConnectSpeedLbx")->count(), 8);
+        play("ConnectSpeedLbx?9600");
         pick("Modems", choosing(1, 1));
         // A catalogue without a modem changes nothing.
         folder.write("install/MODEMS.DAT", "");
@@ -220,7 +227,7 @@ TEST_F(HostScriptTest, AModemIsChosenFromTheCatalogue) {
             EXPECT_EQ(items(dialog, "List1"), "");
             type("\n");
         });
-        ok();
+        play("OkButton");
     });
     expected.modem_make_position = expected.modem_model_position = 1;
     expected.modem_make = "Trösta";

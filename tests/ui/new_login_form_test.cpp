@@ -65,13 +65,8 @@ TEST_F(NewLoginFormTest, ChangesThePairThatTheNextLoginNeeds) {
     ASSERT_TRUE(isLoggedOut());
     boxes.expectBox(kCritical, "Authentication failure!\nCheck your password and try again.");
     inDialog([this] { trigger("LoginMenu"); },
-             [](QDialog& login) {
-                 type("tollwick\n");
-                 child<QLineEdit>(login, "tbServerConnectUsername")->setText("åsa");
-                 child<QLineEdit>(login, "tbServerConnectPassword")->selectAll();
-                 child<QLineEdit>(login, "tbServerConnectPassword")->setFocus();
-                 type("hemlig\n");
-             });
+             playing("tbServerConnectPassword=tollwick\n|tbServerConnectUsername=åsa|"
+                     "tbServerConnectPassword=hemlig\n"));
     EXPECT_TRUE(context().link.isOpen());
 
     // An empty password is warned of and sent; blanks alone are as good, but not warned of.

@@ -1,7 +1,10 @@
 #include "tests/ui/support/console_test.h"
 
+#include <QComboBox>
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QRegularExpression>
+#include <QTabWidget>
 #include <QTreeWidgetItemIterator>
 
 #include <sstream>
@@ -113,6 +116,41 @@ void ConsoleTest::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
 
 std::string ConsoleTest::focused() {
     return focusWidget()->objectName().toStdString();
+}
+
+void ConsoleTest::play(QDialog& dialog, const std::string& steps) {
+    for (const QString& step : QString::fromStdString(steps).split('|')) {
+        SCOPED_TRACE(step.toStdString());
+        const auto at = step.indexOf(QRegularExpression("[=?]"));
+        const std::string name = step.left(at).toStdString();
+        const std::string text = at < 0 ? "" : step.mid(at + 1).toStdString();
+        if (at >= 0 && step[at] == '?') {
+            EXPECT_EQ(name.empty() ? focused() : textOf(dialog, name.c_str()), text);
+            continue;
+        }
+        auto* widget = child(dialog, name.c_str());
+        for (QWidget* page = widget; page; page = page->parentWidget())
+            if (auto* tabs = dialog.findChild<QTabWidget*>(); tabs && tabs->indexOf(page) >= 0)
+                tabs->setCurrentWidget(page);
+        // No window manager does it here when a box over the dialog is gone.
+        dialog.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog, kPatience));
+        ASSERT_TRUE(widget->isVisible() && widget->isEnabled());
+        if (auto* list = qobject_cast<QComboBox*>(widget)) {
+            list->setFocus();
+            press(Qt::Key_Home);
+            for (int i = 0; i < std::stoi(text); ++i)
+                press(Qt::Key_Down);
+            continue;
+        }
+        QTest::mouseClick(widget, Qt::LeftButton, {}, {8, widget->height() / 2});
+        if (at < 0)
+            continue;
+        QCoreApplication::processEvents();
+        press(Qt::Key_A, Qt::ControlModifier);
+        press(Qt::Key_Delete);
+        type(text);
+    }
 }
 
 std::string ConsoleTest::textOf(QWidget& parent, const char* name) {

@@ -81,6 +81,13 @@ protected:
     static void clickOn(QWidget& parent, const char* name) {
         QTest::mouseClick(child(parent, name), Qt::LeftButton);
     }
+    // Works the controls of a dialog one after the other, on whatever page they are. Of the steps,
+    // which "|" separates, "name" is clicked, "name=text" is entered over what is there, or chosen
+    // in a list by its position, "name?text" has to show the text, and "?name" to have the focus.
+    static void play(QDialog& dialog, const std::string& steps);
+    static Act playing(std::string steps) {
+        return [steps](QDialog& dialog) { play(dialog, steps); };
+    }
     // What the control shows: its text, its caption or its title.
     static std::string textOf(QWidget& parent, const char* name);
 

@@ -7,7 +7,6 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPointer>
-#include <QTabBar>
 #include <QTabWidget>
 
 namespace tollwick {
@@ -16,74 +15,43 @@ class HostSetupTest : public ConsoleTest {
 protected:
     enum Page { General, Transport, Login, LoginScript, Connection };
 
-    // Logs in if need be and opens the dialog on a new host, or on one of the list; `act` closes
-    // it.
-    void addHost(const Work& act) { inForm("AddMenu", -1, act); }
-    void editHost(int row, const Work& act) { inForm("PropertiesMenu", row, act); }
+    // Logs in if need be and opens the dialog on a new host (-1), or on one of the list; the act,
+    // or the last of the steps, closes it.
+    void inForm(int row, const Work& act) {
+        if (!console || !context().link.isOpen())
+            logIn();
+        clickNode("uucphosts");
+        if (row >= 0)
+            clickRow(row);
+        inDialog([&] { trigger(row < 0 ? "AddMenu" : "PropertiesMenu"); },
+                 [&](QDialog& dialog) {
+                     EXPECT_EQ(dialog.objectName(), "HostSetupForm");
+                     form_ = &dialog;
+                     act();
+                 });
+    }
+    void inForm(int row, const std::string& steps) {
+        inForm(row, [&] { play(steps); });
+    }
+    void play(const std::string& steps) { ConsoleTest::play(*form_, steps); }
 
     QDialog& form() { return *form_; }
     template <class Widget = QWidget>
     Widget* control(const char* name) {
         return child<Widget>(form(), name);
     }
-    QComboBox* combo(const char* name) { return control<QComboBox>(name); }
     std::string text(const char* name) { return textOf(form(), name); }
-    int page() { return control<QTabWidget>("SysSetupTab")->currentIndex(); }
-    void showPage(int page) {
-        QTabBar* bar = control<QTabWidget>("SysSetupTab")->tabBar();
-        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(page).center());
+    QTabWidget* tabs() { return control<QTabWidget>("SysSetupTab"); }
+    // Of these controls, those that are not hidden themselves.
+    std::string shown(std::initializer_list<const char*> names) {
+        std::string left;
+        for (const char* name : names)
+            left += control(name)->isHidden() ? "" : name + std::string("|");
+        return left;
     }
-    // Whether the control is not hidden itself, on whatever page it is.
-    bool isShown(const char* name) { return !control(name)->isHidden(); }
 
-    // Clicks a control on its page.
-    void click(const char* name) {
-        // No window manager does it here when a box over the dialog is gone.
-        form().activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(form_, kPatience));
-        QWidget* widget = control(name);
-        showPageOf(widget);
-        QTest::mouseClick(widget, Qt::LeftButton, {}, {8, widget->height() / 2});
-    }
-    // Clicks into a line and types in place of what is there.
-    void enter(const char* name, const char* text) {
-        click(name);
-        ASSERT_EQ(focused(), name);
-        press(Qt::Key_A, Qt::ControlModifier);
-        press(Qt::Key_Delete);
-        type(text);
-    }
-    // Chooses in a list with the keyboard.
-    void choose(const char* name, int position) {
-        showPageOf(combo(name));
-        combo(name)->setFocus();
-        press(Qt::Key_Home);
-        for (int i = 0; i < position; ++i)
-            press(Qt::Key_Down);
-    }
-    // Lines are entered, lists get the position of the choice, and buttons are clicked.
-    void fill(std::initializer_list<std::pair<const char*, const char*>> controls) {
-        for (const auto& [name, text] : controls)
-            if (qobject_cast<QLineEdit*>(control(name)))
-                enter(name, text);
-            else if (qobject_cast<QComboBox*>(control(name)))
-                choose(name, std::stoi(text));
-            else
-                click(name);
-    }
-    // Enters what a host cannot do without.
-    void enterNames(const char* display_name, const char* domain, const char* node) {
-        fill({{"HostSetupNameTxt", display_name},
-              {"MailDomainTxt", domain},
-              {"RemoteHostNameTxt", node}});
-    }
-    void ok() { click("OkButton"); }
-    void cancel() { click("CancelButton"); }
-
-    // Sets a host of the service; call before the login.
-    template <class Change>
-    void change(int row, Change change) {
-        onServer([&](auto& s) { change(s.site().hosts.at(static_cast<std::size_t>(row))); });
+    HostRecord& host(simulator::Server& server, std::size_t row) {
+        return server.site().hosts[row];
     }
     HostRecord siteHost(int row) { return site().hosts.at(static_cast<std::size_t>(row)); }
     // The fields of the service's latest host that are not empty, with passwords readable.
@@ -102,41 +70,8 @@ protected:
         });
         return fields;
     }
-    int hasDirectory(std::string_view name) {
-        const auto all = site().spool_directories;
-        return static_cast<int>(std::count(all.begin(), all.end(), VarText(name)));
-    }
-    // The text of a script at the service; "(none)" when there is none.
-    std::string script(std::string_view name) {
-        for (const ScriptRecord& script : site().scripts)
-            if (script.file_name.text() == name)
-                return script.text.scriptText();
-        return "(none)";
-    }
 
 private:
-    void inForm(const char* command, int row, const Work& act) {
-        if (!console || !context().link.isOpen())
-            logIn();
-        clickNode("uucphosts");
-        if (row >= 0)
-            clickRow(row);
-        inDialog([&] { trigger(command); },
-                 [&](QDialog& dialog) {
-                     EXPECT_EQ(dialog.objectName(), "HostSetupForm");
-                     form_ = &dialog;
-                     act();
-                 });
-    }
-    void showPageOf(const QWidget* widget) {
-        auto* tabs = control<QTabWidget>("SysSetupTab");
-        for (QWidget* parent = widget->parentWidget(); parent; parent = parent->parentWidget())
-            if (const int its_page = tabs->indexOf(parent); its_page >= 0 && its_page != page())
-                showPage(its_page);
-        ASSERT_TRUE(widget->isVisible() && widget->isEnabled())
-            << widget->objectName().toStdString();
-    }
-
     QPointer<QDialog> form_;
 };
 
