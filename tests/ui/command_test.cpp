@@ -157,7 +157,7 @@ TEST_F(CommandTest, DialogsOpenInEveryWayAndACancelSendsNothing) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.node);
         select(c.node, c.row);
-        std::vector<Work> ways{[&] { doubleClickRow(c.row); },
+        std::vector<Work> ways{[&] { clickRow(c.row, true); },
                                [&] { QTest::keyClick(&list(), Qt::Key_Return); },
                                [&] { clickInContextMenu("PropertiesMenu"); }};
         for (const char* command :

@@ -191,7 +191,7 @@ TEST_F(SettingEditorTest, SwitchesAreFlippedSentAndShown) {
                 boxes.expectBox(kExclamation, kDischargeCr,
                                 [&](QMessageBox&) { EXPECT_EQ(saves(), saved); });
             if (way == 0)
-                doubleClickRow(row);
+                clickRow(row, true);
             else // where a log has its period instead
                 trigger(way == 1 && *node != 'l' ? "PropertiesMenu" : "Toggmenu");
             EXPECT_EQ(saves(), ++saved);

@@ -14,10 +14,6 @@ namespace {
 
 using simulator::Server;
 
-std::string textAt(const QModelIndex& index, int role = Qt::DisplayRole) {
-    return index.data(role).toString().toStdString();
-}
-
 // The control that takes the keys: one of the dialog on top, if there is any.
 QWidget* focusWidget() {
     EXPECT_TRUE(waitUntil([] {
@@ -25,8 +21,7 @@ QWidget* focusWidget() {
         QWidget* top = QApplication::activeModalWidget();
         if (focus && (!top || top->isAncestorOf(focus)))
             return true;
-        // The window system may still be busy with the window below.
-        if (top)
+        if (top) // no window manager does it here when a box or a dialog is gone
             top->activateWindow();
         return false;
     })) << "no control has the focus";
@@ -35,8 +30,8 @@ QWidget* focusWidget() {
 
 } // namespace
 
-ConsoleTest::ConsoleTest(simulator::Site site)
-    : service(std::move(site),
+ConsoleTest::ConsoleTest()
+    : service(simulator::sampleSite(),
               [this] { return std::chrono::milliseconds(transport_time.load()); }) {
     set(setting::ServerConnectPort, std::to_string(service.port()));
     set(setting::ComTimeout, "1");
@@ -51,10 +46,8 @@ bool ConsoleTest::start() {
 void ConsoleTest::logIn() {
     ASSERT_TRUE(console || start());
     inDialog([this] { trigger("LoginMenu"); },
-             [](QDialog&) { type(std::string(simulator::kSamplePassword) + '\n'); });
+             typing(std::string(simulator::kSamplePassword) + '\n'));
     ASSERT_TRUE(waitUntil([this] { return action("LogOffMenu")->isEnabled(); }));
-    ASSERT_TRUE(context().link.isOpen());
-    // No window manager does it here once the dialog is gone.
     window().activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
 }
@@ -71,13 +64,12 @@ void ConsoleTest::inDialogs(const Work& open, const std::vector<Act>& acts) {
             return;
         is_acting = true;
         focusWidget();
-        if (count < acts.size())
-            acts[count](*dialog);
+        if (count++ < acts.size())
+            acts[count - 1](*dialog);
         if (dialog->isVisible()) {
             ADD_FAILURE() << "Dialog that stays: " << dialog->objectName().toStdString();
             dialog->reject();
         }
-        ++count;
         is_acting = false;
     });
     later.start(5);
@@ -89,10 +81,9 @@ void ConsoleTest::inRequest(const Work& request, const Work& act) {
     bool came = false;
     QTimer later;
     later.callOnTimeout([&] {
-        if (!context().link.isWaiting())
+        if (came || !context().link.isWaiting())
             return;
         came = true;
-        later.stop();
         act();
     });
     later.start(5);
@@ -101,13 +92,11 @@ void ConsoleTest::inRequest(const Work& request, const Work& act) {
 }
 
 void ConsoleTest::type(const std::string& text) {
-    for (const QChar character : QString::fromStdString(text)) {
-        QWidget* widget = focusWidget();
+    for (const QChar character : QString::fromStdString(text))
         if (character < QChar(0x80))
-            QTest::keyClick(widget, character == '\n' ? '\r' : character.toLatin1());
+            QTest::keyClick(focusWidget(), character == '\n' ? '\r' : character.toLatin1());
         else // which QTest has no key for
-            QTest::sendKeyEvent(QTest::Click, widget, Qt::Key_unknown, character, Qt::NoModifier);
-    }
+            QTest::sendKeyEvent(QTest::Click, focusWidget(), Qt::Key_unknown, character, {});
 }
 
 void ConsoleTest::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
@@ -132,9 +121,7 @@ void ConsoleTest::play(QDialog& dialog, const std::string& steps) {
         for (QWidget* page = widget; page; page = page->parentWidget())
             if (auto* tabs = dialog.findChild<QTabWidget*>(); tabs && tabs->indexOf(page) >= 0)
                 tabs->setCurrentWidget(page);
-        // No window manager does it here when a box over the dialog is gone.
-        dialog.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog, kPatience));
+        focusWidget();
         ASSERT_TRUE(widget->isVisible() && widget->isEnabled());
         if (auto* list = qobject_cast<QComboBox*>(widget)) {
             list->setFocus();
@@ -148,8 +135,7 @@ void ConsoleTest::play(QDialog& dialog, const std::string& steps) {
             continue;
         QCoreApplication::processEvents();
         press(Qt::Key_A, Qt::ControlModifier);
-        press(Qt::Key_Delete);
-        type(text);
+        type("\b" + text);
     }
 }
 
@@ -169,7 +155,7 @@ void ConsoleTest::trigger(const char* name) {
 
 QTreeWidgetItem* ConsoleTest::node(const std::string& key) {
     for (QTreeWidgetItemIterator item(window().tree()); *item; ++item)
-        if ((*item)->data(0, Qt::UserRole).toString().toStdString() == key)
+        if ((*item)->data(0, kKeyRole).toString().toStdString() == key)
             return *item;
     throw std::out_of_range(key);
 }
@@ -182,11 +168,24 @@ void ConsoleTest::clickNode(const std::string& key) {
     ASSERT_EQ(tree->selectedKey(), key);
 }
 
-void ConsoleTest::clickRow(int row) {
+void ConsoleTest::clickRow(int row, bool twice) {
     const QModelIndex index = list().model()->index(row, 0);
     list().scrollTo(index);
-    QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, list().visualRect(index).center());
+    const QPoint place = list().visualRect(index).center();
+    QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, place);
     ASSERT_EQ(list().selectedRow(), row);
+    if (twice)
+        QTest::mouseDClick(list().viewport(), Qt::LeftButton, {}, place);
+}
+
+void ConsoleTest::clickInContextMenu(const char* name) {
+    ASSERT_TRUE(waitUntil([&] { return action(name)->isEnabled(); }));
+    const QPoint place = list().visualRect(list().currentIndex()).center();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, list().viewport()->mapToGlobal(place));
+    QApplication::sendEvent(list().viewport(), &event);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_TRUE(menu);
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action(name)).center());
 }
 
 Lines ConsoleTest::tree() {
@@ -204,19 +203,18 @@ Lines ConsoleTest::tree() {
 
 Lines ConsoleTest::listed() {
     const QAbstractItemModel& model = *list().model();
-    const auto joined = [&](const auto& cell) {
-        std::string line;
+    Lines lines;
+    for (int row = -1; row < model.rowCount(); ++row) {
+        QStringList cells;
         for (int column = 0; column < model.columnCount(); ++column)
-            line += (column == 0 ? "" : "|") + cell(column);
-        return line;
-    };
-    Lines lines{joined([&](int column) {
-        return model.headerData(column, Qt::Horizontal).toString().toStdString();
-    })};
-    for (int row = 0; row < model.rowCount(); ++row) {
-        const QModelIndex first = model.index(row, 0);
-        lines.push_back(textAt(first, Qt::UserRole) + ' ' + textAt(first, Qt::UserRole + 1) + ' ' +
-                        joined([&](int column) { return textAt(model.index(row, column)); }));
+            cells << (row < 0 ? model.headerData(column, Qt::Horizontal)
+                              : model.index(row, column).data())
+                         .toString();
+        QString line = cells.join('|');
+        for (const int role : {kImageRole, kKeyRole})
+            if (row >= 0)
+                line = model.index(row, 0).data(role).toString() + ' ' + line;
+        lines.push_back(line.toStdString());
     }
     return lines;
 }
@@ -256,26 +254,10 @@ int ConsoleTest::requestCount(ObjectClass object_class) {
 int ConsoleTest::saves() {
     const auto requests = onServer([](Server& server) { return server.requests(); });
     return static_cast<int>(std::count_if(requests.begin(), requests.end(), [](const auto& r) {
-        return r.operation == static_cast<Integer>(Operation::Add) ||
-               r.operation == static_cast<Integer>(Operation::Save) ||
-               r.operation == static_cast<Integer>(Operation::Delete);
+        const auto operation = static_cast<Operation>(r.operation);
+        return operation == Operation::Add || operation == Operation::Save ||
+               operation == Operation::Delete;
     }));
-}
-
-void ConsoleTest::doubleClickRow(int row) {
-    clickRow(row); // whose press comes before that of a double-click
-    QTest::mouseDClick(list().viewport(), Qt::LeftButton, {},
-                       list().visualRect(list().currentIndex()).center());
-}
-
-void ConsoleTest::clickInContextMenu(const char* name) {
-    ASSERT_TRUE(waitUntil([&] { return action(name)->isEnabled(); }));
-    const QPoint place = list().visualRect(list().currentIndex()).center();
-    QContextMenuEvent event(QContextMenuEvent::Mouse, place, list().viewport()->mapToGlobal(place));
-    QApplication::sendEvent(list().viewport(), &event);
-    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    ASSERT_TRUE(menu);
-    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action(name)).center());
 }
 
 Lines ConsoleTest::logged() {
@@ -299,18 +281,17 @@ std::string ConsoleTest::failing(Failure failure, ObjectClass object_class,
         status = info();
         failure == Failure::ConnectionLost ? loseConnection() : runOutOfTime();
     };
-    if (failure == Failure::Refused) {
-        refuse(object_class);
-    } else if (failure == Failure::ConnectionLostBefore) {
+    if (failure == Failure::ConnectionLostBefore) {
         loseConnection();
         EXPECT_TRUE(waitUntil([this] { return !context().link.isOpen(); }));
     } else {
-        neverReply(object_class);
+        setFault(object_class, failure != Failure::Refused);
+    }
+    if (failure == Failure::TimedOut || failure == Failure::ConnectionLost)
         onServer([&](Server& server) {
             QObject::connect(&server, &Server::requestReceived, &here, strike,
                              Qt::QueuedConnection);
         });
-    }
     work();
     return status;
 }

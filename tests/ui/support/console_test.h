@@ -44,7 +44,7 @@ template <class Condition>
 
 class ConsoleTest : public testing::Test {
 protected:
-    explicit ConsoleTest(simulator::Site site = simulator::sampleSite());
+    ConsoleTest();
 
     void set(const Setting& setting, const std::string& value) {
         Settings(store).write(setting, value);
@@ -104,12 +104,11 @@ protected:
 
     QTreeWidgetItem* node(const std::string& key);
     void clickNode(const std::string& key);
-    void clickRow(int row);
+    void clickRow(int row, bool twice = false);
     void select(const std::string& node, int row) {
         clickNode(node);
         clickRow(row);
     }
-    void doubleClickRow(int row);
     // Opens the Tools menu on the selected row with the right mouse button, and clicks an entry.
     void clickInContextMenu(const char* name);
     void properties(const std::vector<Act>& acts) {
