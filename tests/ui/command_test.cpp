@@ -241,7 +241,8 @@ struct Attempt {
 
 // clang-format off
 const Attempt kAttempts[] = {
-    {"IpNumber", "smtpserver", 0, "PropertiesMenu", " 127.0.0.1\n", ObjectClass::Settings, kSettings,
+    {"IpNumber", "smtpserver", 0, "PropertiesMenu", " 127.0.0.1\n", ObjectClass::Settings,
+     kSettings,
      "SmtpServiceIp netadress SMTP service address:|127.0.0.1"},
     {"Port", "smtpforward", 1, "PropertiesMenu", "80\n", ObjectClass::Settings, kSettings,
      "smtpforwardport portin SMTP forward to port:|80"},

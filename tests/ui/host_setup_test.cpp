@@ -260,8 +260,10 @@ TEST_F(HostSetupTest, WhatIsRefusedIsToldAndGetsTheFocus) {
         {"HostSetupNameTxt= STOCKHOLM ", kCritical,
          "The selected 'Host setup name' is already used. Select a different name!", General},
         {"MailDomainTxt=", kCritical, "You must enter a 'Maildomain' for this host!", General},
-        {"RemoteHostNameTxt=", kCritical, "You must enter a 'Remote hostname' for this setup!", Login},
-        {"DefaultDomainCheck", kExclamation, "There is already a default domain registered!", General},
+        {"RemoteHostNameTxt=", kCritical,
+         "You must enter a 'Remote hostname' for this setup!", Login},
+        {"DefaultDomainCheck", kExclamation,
+         "There is already a default domain registered!", General},
         {"UucpTimeoutTxt=1.5", kExclamation,
          "UUCP timeout must be at least 2 seconds.\nRecommended setting is 12 for 'g' protocol\n"
          "and 40 seconds for protocol 't' and 'e'", Login},

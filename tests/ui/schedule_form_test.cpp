@@ -115,8 +115,10 @@ TEST_F(ScheduleFormTest, ARefusalLeavesTheFormWithTheFocusWhereItIsWrong) {
         {"BetweenFirst=:30", kExclamation, "Time cannot start with colon!", "BetweenFirst"},
         {"BetweenFirst=9:3", kExclamation, "Invalid time, colon missing!", "BetweenSecond"},
         {"BetweenSecond=24:00", kExclamation, "Invalid time!", "BetweenSecond"},
-        {"BetweenSecond=9:3", kExclamation, "Start and end-time cannot be the same!", "BetweenFirst"},
-        {"BetweenSecond=2:0", kExclamation, "Period may not stretch over midnight!", "BetweenSecond"},
+        {"BetweenSecond=9:3", kExclamation,
+         "Start and end-time cannot be the same!", "BetweenFirst"},
+        {"BetweenSecond=2:0", kExclamation,
+         "Period may not stretch over midnight!", "BetweenSecond"},
         // The delay comes before the times.
         {"Delay=5", kExclamation, "Delay must be less than the selected interval!", "Delay"},
         {"IntervalCombo=6|Delay=60", kExclamation, "Delay must be less than one hour", "Delay"},
