@@ -2,349 +2,245 @@
 #include "tests/ui/support/host_setup_test.h"
 
 #include <QApplication>
-#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QFileDialog>
 #include <QListWidget>
 #include <QMenu>
 #include <QPlainTextEdit>
-#include <QTimer>
 
 namespace tollwick {
 namespace {
 
 using simulator::Server;
 
-constexpr auto kCritical = QMessageBox::Critical;
-
 class HostScriptTest : public HostSetupTest {
 protected:
     QPlainTextEdit& editor() { return *control<QPlainTextEdit>("ScriptBox"); }
-    std::string edited() { return editor().toPlainText().toStdString(); }
-    // Opens the list of scripts; `act` closes it.
-    void pick(const Act& act) {
-        inChild([this] { click("BläddraButton"); }, act);
+    // The text of a script at the service; "(none)" when there is none.
+    std::string script(std::string_view name) {
+        for (const ScriptRecord& script : site().scripts)
+            if (script.file_name.text() == name)
+                return script.text.scriptText();
+        return "(none)";
     }
-    static void clickItem(QDialog& dialog, const char* name, int row) {
+    // Opens the list of scripts, or that of modems; `act` closes it.
+    void pick(const char* button, const Act& act) {
+        inDialog([&] { play(button); }, act);
+    }
+    static void clickItem(QDialog& dialog, const char* name, int row, bool twice = false) {
         auto* items = child<QListWidget>(dialog, name);
-        QTest::mouseClick(items->viewport(), Qt::LeftButton, {},
-                          items->visualItemRect(items->item(row)).center());
+        const QPoint place = items->visualItemRect(items->item(row)).center();
+        QTest::mouseClick(items->viewport(), Qt::LeftButton, {}, place);
+        if (twice)
+            QTest::mouseDClick(items->viewport(), Qt::LeftButton, {}, place);
     }
-    static Lines items(QDialog& dialog, const char* name) {
-        auto* list = child<QListWidget>(dialog, name);
-        Lines texts;
-        for (int row = 0; row < list->count(); ++row)
-            texts.push_back(list->item(row)->text().toStdString());
+    static std::string items(QDialog& dialog, const char* name) {
+        std::string texts;
+        for (int row = 0; row < child<QListWidget>(dialog, name)->count(); ++row)
+            texts += child<QListWidget>(dialog, name)->item(row)->text().toStdString() + '|';
         return texts;
     }
-    // Replaces the script.
-    void pasteScript(const QString& text) {
-        QApplication::clipboard()->setText(text);
-        click("ScriptBox");
-        press(Qt::Key_A, Qt::ControlModifier);
-        press(Qt::Key_V, Qt::ControlModifier);
-    }
-    // Clicks an entry of the editor's context menu.
-    void clickInScriptMenu(const char* name) {
-        showPage(LoginScript);
+    // Loads a local file by way of the editor's context menu.
+    void loadLocal(const char* file) {
+        play("ScriptBox");
         QTimer later;
         later.callOnTimeout([&] {
-            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            if (!menu)
-                return;
-            later.stop();
-            QTest::mouseClick(menu, Qt::LeftButton, {},
-                              menu->actionGeometry(menu->findChild<QAction*>(name)).center());
+            if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+                later.stop();
+                QTest::mouseClick(
+                    menu, Qt::LeftButton, {},
+                    menu->actionGeometry(menu->findChild<QAction*>("LoadScript")).center());
+            }
         });
         later.start(5);
-        QContextMenuEvent event(QContextMenuEvent::Mouse, {9, 9},
-                                editor().viewport()->mapToGlobal(QPoint(9, 9)));
-        QApplication::sendEvent(editor().viewport(), &event);
-    }
-    void loadLocal(const std::string& file) {
-        inChild([this] { clickInScriptMenu("LoadScript"); },
-                [&](QDialog& dialog) {
-                    EXPECT_EQ(dialog.windowTitle(), "Load script");
-                    auto& files = dynamic_cast<QFileDialog&>(dialog);
-                    EXPECT_EQ(files.nameFilters(),
-                              (QStringList{"Script files (*.scp)", "All files (*)"}));
-                    child<QLineEdit>(dialog, "fileNameEdit")->setText(QString::fromStdString(file));
-                    dialog.accept();
-                });
+        QContextMenuEvent event(QContextMenuEvent::Mouse, {9, 9}, editor().mapToGlobal(QPoint()));
+        inDialog([&] { QApplication::sendEvent(editor().viewport(), &event); },
+                 [&](QDialog& dialog) {
+                     EXPECT_EQ(dialog.windowTitle(), "Load script");
+                     EXPECT_EQ(dynamic_cast<QFileDialog&>(dialog).nameFilters().join('|'),
+                               "Script files (*.scp)|All files (*)");
+                     child<QLineEdit>(dialog, "fileNameEdit")
+                         ->setText(QString::fromStdString(folder.text(file)));
+                     dialog.accept();
+                 });
     }
 };
 
-TEST_F(HostScriptTest, IsPickedEditedAndSaved) {
-    editHost(0, [&] {
-        EXPECT_TRUE(edited().starts_with("# Växeln i Malmö\nwaitfor"));
-        const Lines told = statusesDuring([&] {
-            pick([](QDialog& picker) {
-                EXPECT_EQ(picker.objectName(), "ScriptFileForm");
-                EXPECT_EQ(picker.windowTitle(), "Select script");
-                EXPECT_FALSE(QApplication::overrideCursor());
-                EXPECT_EQ(items(picker, "FileList"),
-                          (Lines{"malmo.scp", "fjall.scp", "standard.scp"}));
-                clickItem(picker, "FileList", 1);
-                press(Qt::Key_Return);
-            });
+TEST_F(HostScriptTest, IsPickedEditedLoadedAndSaved) {
+    folder.write("lokal å.scp", "set\r\n\xE5\xE4\xF6\n"); // in the code page
+    folder.write("utf8.scp", "åäö");
+    folder.write("huge.scp", std::string((1 << 20) + 1, 'x'));
+    inForm(0, [&] {
+        pick("BläddraButton", typing("\x1b"));
+        play("ScripFileNameTxt?malmo.scp");
+        pick("BläddraButton", [](QDialog& picker) {
+            EXPECT_EQ(picker.windowTitle(), "Select script");
+            EXPECT_EQ(items(picker, "FileList"), "malmo.scp|fjall.scp|standard.scp|");
+            clickItem(picker, "FileList", 2, true);
         });
-        Lines expected(4, "90 Retrieving scriptfiles...");
-        expected.emplace_back("80 Retrieving script...");
-        EXPECT_EQ(told, expected);
+        play("ScripFileNameTxt?standard.scp");
+        pick("BläddraButton", [](QDialog& picker) {
+            clickItem(picker, "FileList", 1);
+            type("\n");
+        });
         EXPECT_EQ(info(), "Ready");
-        EXPECT_EQ(textOf("ScripFileNameTxt"), "fjall.scp");
-        EXPECT_TRUE(edited().starts_with("# Satellitlänken")) << edited();
+        play("ScripFileNameTxt?fjall.scp");
+        EXPECT_TRUE(text("ScriptBox").starts_with("# Satellitlänken"));
+        EXPECT_EQ(saves(), 0);
 
-        click("ScriptBox");
+        loadLocal("lokal å.scp");
+        play("ScriptBox?set\nåäö\n");
+        loadLocal("utf8.scp");
+        play("ScriptBox?åäö");
+        boxes.expectBox(kCritical, "The script file could not be read!");
+        loadLocal("huge.scp");
+        play("ScriptBox");
+        press(Qt::Key_Z, Qt::ControlModifier);
         press(Qt::Key_Home, Qt::ControlModifier);
-        type("å");
-        press(Qt::Key_Tab);
-        EXPECT_EQ(focused(), "ScriptBox");
-        press(Qt::Key_Return);
+        type("å\t\n");
         press(Qt::Key_Return, Qt::ShiftModifier);
-        ok();
+        play("OkButton");
     });
-    EXPECT_EQ(script("fjall.scp"), "å\t\r\n\r\n# Satellitlänken svarar långsamt\r\n"
-                                   "set timeout 90\r\nwaitfor \"Anslut:\"\r\n"
-                                   "transmit \"uucp^M\"\r\n");
+    EXPECT_EQ(script("fjall.scp"), "å\t\r\n\r\nset\r\nåäö\r\n");
     EXPECT_EQ(script("malmo.scp"), simulator::sampleSite().scripts[0].text.scriptText());
     EXPECT_EQ(siteHost(0).script_file_name.text(), "fjall.scp");
-}
 
-TEST_F(HostScriptTest, PickingChangesNothingBeforeOk) {
-    editHost(0, [&] {
-        pick([](QDialog& picker) { QTest::keyClick(&picker, Qt::Key_Escape); });
-        EXPECT_EQ(textOf("ScripFileNameTxt"), "malmo.scp");
-        pick([](QDialog& picker) {
-            auto* files = child<QListWidget>(picker, "FileList");
-            const QPoint place = files->visualItemRect(files->item(2)).center();
-            QTest::mouseClick(files->viewport(), Qt::LeftButton, {}, place);
-            QTest::mouseDClick(files->viewport(), Qt::LeftButton, {}, place);
-        });
-        EXPECT_EQ(textOf("ScripFileNameTxt"), "standard.scp");
-        // Ok without a choice is an empty choice.
-        onServer([](Server& s) { s.site().scripts.clear(); });
-        const std::string text = edited();
-        pick([](QDialog& picker) {
-            EXPECT_EQ(items(picker, "FileList"), Lines());
-            QTest::keyClick(&picker, Qt::Key_Return);
-        });
-        EXPECT_EQ(textOf("ScripFileNameTxt"), "");
-        EXPECT_EQ(edited(), text);
-        cancel();
-    });
-    EXPECT_EQ(saves(), 0);
-}
-
-TEST_F(HostScriptTest, AListThatFailsEndsTheConnection) {
-    onServer([](Server& s) { s.site().hosts[2].script_file_name = ""; });
-    editHost(2, [&] {
+    inForm(2, [&] { // a list that fails ends the connection
         failing(Failure::Refused, ObjectClass::ScriptFile,
                 "Unable to retrieve Scriptfiles from the Tollwick Service!\n"
                 "The connection is terminated!",
-                [&] {
-                    pick([&](QDialog& picker) {
-                        EXPECT_FALSE(context().link.isOpen());
-                        QTest::keyClick(&picker, Qt::Key_Escape);
-                    });
-                });
+                [&] { pick("BläddraButton", typing("\x1b")); });
         EXPECT_TRUE(isLoggedOut());
-        cancel();
+        play("CancelButton");
     });
 }
 
 TEST_F(HostScriptTest, GetsAWholeNameAndIsSentAsItCame) {
     const std::string raw = "one\ntwo \r\nthree\xC2\xA0";
-    onServer([&](Server& s) {
-        s.site().scripts[2].text = raw;
-        s.site().hosts[2].script_file_name = "standard.scp";
-    });
-    const std::pair<const char*, const char*> names[] = {
-        {" två ord ", "två ord.scp"}, {"login.", "login.scp"}, {"LOGIN2.SCP", "LOGIN2.SCP"}};
-    for (const auto& [typed, completed] : names) {
-        editHost(2, [&] {
-            enter("ScripFileNameTxt", typed);
-            if (completed != names[0].second)
-                editor().setPlainText(QString::fromStdString(raw));
-            ok();
-        });
+    onServer([&](Server& s) { s.site().scripts[2].text = raw; });
+    for (const auto& [typed, completed] :
+         {std::pair{" två ord ", "två ord.scp"}, {"login.", "login.scp"}, {"A.SCP", "A.SCP"}}) {
+        onServer([&](Server& s) { host(s, 2).script_file_name = "standard.scp"; });
+        loseConnection();
+        logIn();
+        inForm(2, std::string("ScripFileNameTxt=") + typed + "|OkButton");
         EXPECT_EQ(script(completed), raw);
         EXPECT_EQ(siteHost(2).script_file_name.text(), completed);
-        change(2, [](HostRecord& host) { host.script_file_name = "standard.scp"; });
     }
     // Edited, it has the line ends of the service, and its no-break spaces.
-    editHost(2, [&] {
-        click("ScriptBox");
+    inForm(2, [&] {
+        play("ScriptBox");
         press(Qt::Key_End, Qt::ControlModifier);
         type("!");
-        enter("ScripFileNameTxt", "edited");
-        ok();
+        play("OkButton");
     });
-    EXPECT_EQ(script("edited.scp"), "one\r\ntwo \r\nthree\xC2\xA0!");
-
+    EXPECT_EQ(script("A.SCP"), "one\r\ntwo \r\nthree\xC2\xA0!");
     // Without a name nothing is sent.
-    const int scripts = requestCount(ObjectClass::Script);
-    editHost(2, [&] {
-        enter("ScripFileNameTxt", "  ");
-        ok();
-    });
-    EXPECT_EQ(requestCount(ObjectClass::Script), scripts + 1) << "only the one at the start";
+    const int before = saves();
+    inForm(2, "ScripFileNameTxt=  |OkButton");
+    EXPECT_EQ(saves(), before + 1);
     EXPECT_EQ(siteHost(2).script_file_name.text(), "");
-}
-
-TEST_F(HostScriptTest, ThatIsTooLargeIsNotSent) {
+    // Nor one that is too large for the data block.
     const std::size_t room = 4096 - 2 - std::string("malmo.scp").size() - 2;
-    editHost(0, [&] {
-        pasteScript(QString(static_cast<int>(room) - 1, u'å') + '\n');
+    folder.write("large.scp", std::string(room + 1, 'x'));
+    inForm(0, [&] {
+        loadLocal("large.scp");
         boxes.expectBox(kCritical, "The login script is too large to be sent to the service.\n"
                                    "Shorten it and try again.");
-        showPage(General);
-        ok();
-        EXPECT_EQ(page(), LoginScript);
-        EXPECT_EQ(form().focusWidget()->objectName(), "ScriptBox");
-        EXPECT_EQ(saves(), 0);
-        click("ScriptBox");
-        press(Qt::Key_Home, Qt::ControlModifier);
-        press(Qt::Key_Delete);
-        ok();
+        play("HostSetupNameTxt");
+        play("OkButton");
+        EXPECT_EQ(tabs()->currentIndex(), LoginScript);
+        play("?ScriptBox");
+        EXPECT_EQ(saves(), before + 1);
+        type("\b");
+        play("OkButton");
     });
     EXPECT_EQ(site().scripts[0].text.bytes().size(), room);
-    EXPECT_EQ(saves(), 2);
 }
 
-TEST_F(HostScriptTest, CanComeFromALocalFile) {
-    folder.write("lokal å.scp", "set\r\n\xE5\xE4\xF6\n"); // in the code page
-    folder.write("utf8.scp", "åäö");
-    folder.write("huge.scp", std::string((1 << 20) + 1, 'x'));
-    editHost(0, [&] {
-        loadLocal(folder.text("lokal å.scp"));
-        EXPECT_EQ(edited(), "set\nåäö\n");
-        EXPECT_EQ(textOf("ScripFileNameTxt"), "malmo.scp");
-        loadLocal(folder.text("utf8.scp"));
-        EXPECT_EQ(edited(), "åäö");
-        boxes.expectBox(kCritical, "The script file could not be read!");
-        loadLocal(folder.text("huge.scp"));
-        EXPECT_EQ(edited(), "åäö");
-        click("ScriptBox");
-        press(Qt::Key_Z, Qt::ControlModifier);
-        EXPECT_EQ(edited(), "set\nåäö\n");
-        ok();
-    });
-    EXPECT_EQ(script("malmo.scp"), "set\r\nåäö\r\n");
-}
-
-// A record of the modem catalogue.
+// A record of the modem catalogue, with the widths of its texts.
 std::string modem(const char* make, const char* model, Long max_speed, const char* init,
                   Integer state = 0) {
     std::string bytes(6, '\0');
     storeLittleEndian(state, bytes.data());
-    const auto add = [&](std::string_view utf8, std::size_t width) {
-        std::string text = toAnsi(utf8);
-        text.resize(width, ' ');
-        bytes += text;
-    };
-    add(make, 25);
-    add(model, 40);
-    add(init, 128);
-    add("ATT", 30);
-    add("HANG", 50);
-    add("RESET", 30);
-    add("", 30); // answer
-    add("DIAL", 30);
-    add("UPPTAGET", 30);
+    for (const auto& [utf8, width] : {std::pair{make, 25U},
+                                      {model, 40},
+                                      {init, 128},
+                                      {"ATT", 30},
+                                      {"HANG", 50},
+                                      {"RESET", 30},
+                                      {"", 30},
+                                      {"DIAL", 30},
+                                      {"UPPTAGET", 30}}) {
+        const std::string ansi = toAnsi(utf8);
+        bytes += ansi + std::string(width - ansi.size(), ' ');
+    }
     bytes.resize(bytes.size() + 4);
     storeLittleEndian(max_speed, bytes.data() + bytes.size() - 4);
-    add("", 40); // connect
-    return bytes;
+    return bytes + std::string(40, ' ');
 }
 
-class HostModemTest : public HostScriptTest {
-protected:
-    void writeCatalogue() {
-        folder.write("install/MODEMS.DAT", std::string("\5\0\0\0", 4) +
-                                               modem("Zeta", "Z", 300, "Z0") +
-                                               modem("Trösta", "Snabb", 230400, "AT&F1^M") +
-                                               modem("Borttagen", "B", 9600, "", -1) +
-                                               modem("Trösta", "V.32 & mer", 33600, "") +
-                                               modem("Acme", "A", 57600, "A0"));
-    }
-    void chooseModem(const Act& act) {
-        inChild([this] { click("Modems"); }, act);
-    }
-    Act choosing(int make, int model) {
+TEST_F(HostScriptTest, AModemIsChosenFromTheCatalogue) {
+    folder.write("install/MODEMS.DAT", std::string("\5\0\0\0", 4) + modem("Zeta", "Z", 300, "Z0") +
+                                           modem("Trösta", "Snabb", 230400, "AT&F1^M") +
+                                           modem("Borttagen", "B", 9600, "", -1) +
+                                           modem("Trösta", "V.32 & mer", 33600, "") +
+                                           modem("Acme", "A", 57600, "A0"));
+    HostRecord expected = siteHost(0);
+    const auto choosing = [](int make, int model) {
         return [=](QDialog& dialog) {
             clickItem(dialog, "List1", make);
-            clickItem(dialog, "List2", model);
-            press(Qt::Key_Return);
+            if (model >= 0)
+                clickItem(dialog, "List2", model);
+            type("\n");
         };
-    }
-};
-
-TEST_F(HostModemTest, IsChosenFromTheCatalogue) {
-    writeCatalogue();
-    const HostRecord before = siteHost(0);
-    editHost(0, [&] {
-        chooseModem([](QDialog& dialog) {
-            EXPECT_EQ(dialog.windowTitle(), "Modem Selection");
-            EXPECT_EQ(focused(), "List1");
-            EXPECT_EQ(items(dialog, "List1"), (Lines{"Acme", "Trösta", "Zeta"}));
-            EXPECT_EQ(items(dialog, "List2"), Lines());
-            clickItem(dialog, "List1", 1);
-            EXPECT_EQ(items(dialog, "List2"), (Lines{"Snabb", "V.32 & mer"}));
-            auto* models = child<QListWidget>(dialog, "List2");
-            const QPoint place = models->visualItemRect(models->item(1)).center();
-            QTest::mouseClick(models->viewport(), Qt::LeftButton, {}, place);
-            QTest::mouseDClick(models->viewport(), Qt::LeftButton, {}, place);
-        });
-        EXPECT_EQ(textOf("CurrentModemCap"), "Trösta V.32 & mer");
-        EXPECT_EQ(textOf("InitializationStringTxt"), "AT^M");
-        EXPECT_EQ(control<QLineEdit>("InitializationStringTxt")->cursorPosition(), 0);
-        EXPECT_EQ(combo("ConnectSpeedLbx")->count(), 5);
-        EXPECT_EQ(textOf("ConnectSpeedLbx"), "19200") << "the fastest that is left";
-        choose("ConnectSpeedLbx", 3);
-        chooseModem(choosing(1, 0)); // and a faster one
-        EXPECT_EQ(combo("ConnectSpeedLbx")->count(), 8);
-        EXPECT_EQ(textOf("ConnectSpeedLbx"), "9600") << "the position is kept";
-        chooseModem(choosing(1, 1));
-        EXPECT_EQ(textOf("ConnectSpeedLbx"), "9600");
-        ok();
-    });
-    HostBytes expected(bytesOf(before));
-    expected.number(1580, 1).number(1582, 1).text(1584, 30, "Trösta").text(1614, 30, "V.32 & mer");
-    expected.text(1644, 30, "RESET").text(1674, 60, "AT^M").text(1734, 30, "ATT");
-    expected.text(1764, 30, "UPPTAGET").text(1794, 30, "CONNECT").text(1824, 30, "DIAL");
-    expected.text(1854, 30, "HANG").text(1884, 30, "ATA^M").number32(1916, 33600).number(1920, 3);
-    EXPECT_EQ(differences(bytesOf(siteHost(0)), expected), "");
-}
-
-TEST_F(HostModemTest, IsKeptWithoutAChoice) {
-    writeCatalogue();
-    const HostRecord before = siteHost(0);
-    editHost(0, [&] {
-        chooseModem([](QDialog& dialog) {
+    };
+    inForm(0, [&] {
+        pick("Modems", [](QDialog& dialog) {
             clickItem(dialog, "List1", 0);
             clickItem(dialog, "List2", 0);
-            press(Qt::Key_Escape);
+            type("\x1b");
         });
-        chooseModem([](QDialog& dialog) {
-            clickItem(dialog, "List1", 0);
-            press(Qt::Key_Return); // a make without a model
+        pick("Modems", choosing(0, -1)); // a make without a model
+        play("CurrentModemCap?None");
+        pick("Modems", [](QDialog& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), "Modem Selection");
+            EXPECT_EQ(focused(), "List1");
+            EXPECT_EQ(items(dialog, "List1"), "Acme|Trösta|Zeta|");
+            EXPECT_EQ(items(dialog, "List2"), "");
+            clickItem(dialog, "List1", 1);
+            EXPECT_EQ(items(dialog, "List2"), "Snabb|V.32 & mer|");
+            clickItem(dialog, "List2", 1, true);
         });
-        EXPECT_EQ(textOf("CurrentModemCap"), "None");
-        EXPECT_EQ(combo("ConnectSpeedLbx")->count(), 8);
-
-        // A catalogue without a modem.
+        play("CurrentModemCap?Trösta V.32 & mer");
+        play("InitializationStringTxt?AT^M");
+        EXPECT_EQ(control<QComboBox>("ConnectSpeedLbx")->count(), 5);
+        play("ConnectSpeedLbx?19200");
+        play("ConnectSpeedLbx=3");
+        pick("Modems", choosing(1, 0)); // and a faster one
+        EXPECT_EQ(control<QComboBox>("ConnectSpeedLbx")->count(), 8);
+        play("ConnectSpeedLbx?9600");
+        pick("Modems", choosing(1, 1));
+        // A catalogue without a modem changes nothing.
         folder.write("install/MODEMS.DAT", "");
-        for (int i = 0; i < 2; ++i) {
-            chooseModem([](QDialog& dialog) {
-                EXPECT_EQ(items(dialog, "List1"), Lines());
-                press(Qt::Key_Return);
-            });
-            EXPECT_EQ(folder.read("install/MODEMS.DAT"), "(missing)");
-        }
-        ok();
+        pick("Modems", [](QDialog& dialog) {
+            EXPECT_EQ(items(dialog, "List1"), "");
+            type("\n");
+        });
+        play("OkButton");
     });
-    EXPECT_EQ(siteHost(0), before);
+    expected.modem_make_position = expected.modem_model_position = 1;
+    expected.modem_make = "Trösta";
+    expected.modem_model = "V.32 & mer";
+    expected.modem_reset = "RESET";
+    expected.modem_init = "AT^M";
+    expected.modem_attention = "ATT";
+    expected.modem_busy = "UPPTAGET";
+    expected.modem_dial = "DIAL";
+    expected.modem_hang_up = "HANG";
+    expected.modem_max_speed = 33600;
+    expected.connect_speed = 3;
+    EXPECT_EQ(siteHost(0), expected);
 }
 
 } // namespace

@@ -1,569 +1,414 @@
 #include "tests/ui/support/host_setup_test.h"
 
-#include <QCheckBox>
-#include <QPushButton>
-#include <QRadioButton>
+#include <QAbstractButton>
+#include <QApplication>
+#include <QClipboard>
 #include <QSet>
-#include <QTabWidget>
 
 namespace tollwick {
 namespace {
 
 using simulator::Server;
 
-constexpr auto kExclamation = QMessageBox::Warning;
-constexpr auto kCritical = QMessageBox::Critical;
+constexpr const char* kShare =
+    "The selected 'RemoteHostname' is used by another host/domain setup! Do you want them to "
+    "share the same spool directory?";
+constexpr const char* kRename =
+    "You have changed the 'Remote hostname'. This will\n\\                  \n"
+    "result in that the previous directory with its spoolfiles\n"
+    "will be removed. Do you wish to continue?";
+constexpr const char* kFailSave =
+    "Unable to transmit data to the Tollwick Service!\nThe connection is terminated!";
 
-// The captions of all controls that have one.
+std::string unable(const std::string& what) {
+    return "Unable to " + what + " the Tollwick Service!\nThe connection is terminated!";
+}
+
 // clang-format off
-constexpr std::pair<const char*, const char*> kCaptions[] = {
-    {"HostSetupNameCap", "Display name:"}, {"MailDomainCap", "Mail domain:"},
-    {"ActiveHostCheck", "UUCP transport activated"}, {"DefaultDomainCheck", "Primary domain"},
-    {"frMailTransport", "UUCP transport:"}, {"obMailTransport0", "Only scheduled"},
-    {"obMailTransport1", "Scheduled and when"}, {"lbMailInQueText", "mail is in queue"},
-    {"DeliverFrame", "Deliver by:"}, {"ConnectUsingOption0", "Modem"},
-    {"ConnectUsingOption1", "TCP/IP via RAS"}, {"ConnectUsingOption2", "Use clean TCP/IP connection"},
-    {"chkUseTapi", "Do not use TAPI"}, {"PhoneNrText", "Phone no:"}, {"CallRetCap", "Call retries:"},
-    {"RetryTmCap", "Retry time:"}, {"DialTmCap", "Dial timeout:"}, {"SecondsCap", "Sec"},
-    {"DialEntryText", "Dial entry:"}, {"frPreloginFrame", "Pre login:"},
-    {"LoginNameCap", "Login name:"}, {"PasswordCap", "Password:"}, {"frMainLogin", "UUCP login:"},
-    {"UucpLoginCap", "Uucp login name:"}, {"UucpPasswordCap", "Uucp password:"},
-    {"frNodnameFrame", "UUCP node names:"}, {"LocalUucpHostCap", "Local UUCP nodname:"},
-    {"RemoteUucpCap", "Remote UUCP nodname:"}, {"UucpSettingFrameCap", "Uucp settings:"},
-    {"ProtocolCap", "Protocol:"}, {"UucpTimeoutCap", "Timeout:"}, {"lbUucpTimeout", "Sec"},
-    {"PackSizeLabel", "Packet size:"}, {"WinSizeLabel", "Windows:"},
-    {"ScriptFilenameCap", "Script filename:"}, {"BläddraButton", "..."},
-    {"Win95ModemFrame", "Location and devices:"}, {"SelLocationCap", "Select location:"},
-    {"ConUsingDevCap", "Connect using:"}, {"LocationButton", "Location..."},
-    {"DeviceButton", "&Device..."}, {"ModemFrame", "Modem settings:"},
-    {"CurrModemCap", "Current modem:"}, {"Modems", "&Modem..."}, {"ComportCap", "Comport:"},
-    {"ConSpeedCap", "Connectspeed:"}, {"ParityCap", "Parity:"}, {"DatabitsCap", "Data bits:"},
-    {"StopBitsCap", "Stop bits:"}, {"ModemInitCap", "Modem initialization:"},
-    {"RasFrame", "Internet UUCP host:"}, {"HostToConcap", "Host to connect to:"},
-    {"UucpPortCap", "UUCP - port:"}, {"HostLookupCap", "Timeout:"}, {"HostSetTxpSecCap", "Sec"},
-    {"RasUserCap", "Username:"}, {"RasPasswCap", "Password:"},
-    {"UseCurrentTcp", "Do not use active connection"}, {"RasEntryCap", "Remote access entry:"},
-    {"OkButton", "&Ok"}, {"CancelButton", "Cancel"},
-};
-// What the dialog shows of the sample's host in Malmö.
-constexpr std::pair<const char*, const char*> kShown[] = {
-    {"HostSetupNameTxt", "Malmö huvudkontor"}, {"MailDomainTxt", "malmo.corvale.example"},
-    {"tbMailLimit", "5"}, {"PhoneNoTxt", "040-123456"}, {"CallRetriesTxt", "3"},
-    {"RetryTimeTxt", "5"}, {"TimeoutTxt", "60"}, {"LoginNameTxt", "växel"},
-    {"PasswordTxt", "smörgås"}, {"UucpLoginNameTxt", "ucorvale"}, {"UucpPasswordTxt", "nattpost"},
-    {"LocalUUCPnameTxt", "corvale"}, {"RemoteHostNameTxt", "malmo"}, {"UucpProtocolLbx", "g"},
-    {"UucpTimeoutTxt", "12"}, {"PackSizeLbx", "64"}, {"WindowsSizeLbx", "7"},
-    {"ScripFileNameTxt", "malmo.scp"}, {"LocationList", "Kontoret i Lund"},
-    {"DeviceList", "Standard 33600 bps Modem"}, {"CurrentModemCap", "None"},
-    {"ComPortLbx", "COM2:"}, {"ConnectSpeedLbx", "57600"}, {"DataBitsLbx", "8"},
-    {"StopBitsLbx", "1"}, {"ParityLbx", "None"}, {"InitializationStringTxt", "AT&F1"},
-    {"RasHost", ""}, {"RasUucpPort", "540"}, {"HostLupTm", "15"}, {"RasUsernameTxt", ""},
-    {"RasPasswordTxt", ""}, {"PhoneEntries", ""}, {"tbHostSetupName0", ""},
-};
+constexpr const char* kMalmo =
+    "Location and devices:|Select location:|Kontoret i Lund|Location...|Connect using:|"
+    "Standard 33600 bps Modem|&Device...|Modem settings:|Current modem:|None|&Modem...|Comport:|"
+    "COM2:|Data bits:|8|Connectspeed:|57600|Stop bits:|1|Parity:|None|Modem initialization:|"
+    "AT&F1|Internet UUCP host:|Host to connect to:|UUCP - port:|540|Timeout:|15|Sec|"
+    "Remote access entry:|Username:|Password:|Do not use active connection|Script filename:|"
+    "malmo.scp|...|Pre login:|Login name:|växel|Password:|smörgås|UUCP node names:|"
+    "Local UUCP nodname:|corvale|Remote UUCP nodname:|malmo|UUCP login:|Uucp login name:|"
+    "ucorvale|Uucp password:|nattpost|Uucp settings:|Protocol:|g|Packet size:|64|Timeout:|12|Sec|"
+    "Windows:|7|UUCP transport:|Only scheduled|Scheduled and when|5|mail is in queue|Deliver by:|"
+    "Modem|Do not use TAPI|TCP/IP via RAS|Use clean TCP/IP connection|Dial entry:|Phone no:|"
+    "040-123456|Call retries:|3|Retry time:|5|Dial timeout:|60|Sec|Display name:|"
+    "Malmö huvudkontor|Mail domain:|malmo.corvale.example|UUCP transport activated|"
+    "Primary domain|&Ok|Cancel|";
+constexpr const char* kByModem =
+    "state -1|record_number 9|spool_directory skolan|display_name Östra  skolan|"
+    "mail_domain skolan.example|active -1|local_uucp_name corvale|remote_uucp_name skolan|"
+    "login_name  gäst|password kålrot 7|uucp_login_name uskolan|uucp_password hemligt|"
+    "uucp_protocol 2|uucp_timeout 20|retry_time 15|call_retries 9|phone_number 046-1234567|"
+    "modem_make None|modem_reset ATZ^M|modem_init AT&F1^M|modem_attention AT|modem_busy BUSY|"
+    "modem_connect CONNECT|modem_dial ATDT|modem_hang_up ATH^M|modem_answer ATA^M|com_port 15|"
+    "modem_max_speed 115200|connect_speed 5|data_bits 1|stop_bits 1|parity 2|dial_timeout 100000|"
+    "window_size 4|packet_size 8|transport_when_in_queue -1|mail_limit 8|";
+constexpr const char* kByRas =
+    "state -1|record_number 11|spool_directory nord-1_a.b|display_name Nord|"
+    "mail_domain nord.example|connect_using 1|remote_uucp_name nord-1_a.b|uucp_timeout 12|"
+    "retry_time 5|modem_make None|modem_reset ATZ^M|modem_attention AT|modem_busy BUSY|"
+    "modem_connect CONNECT|modem_dial ATDT|modem_hang_up ATH^M|modem_answer ATA^M|"
+    "modem_max_speed 115200|dial_timeout 60|ras_host uucp.nord.example|uucp_tcp_port 32767|"
+    "ras_entry_position 2|ras_user_name corvale|ras_password tjugofyra tecken lång å!|"
+    "ras_entry Reservförbindelse|do_not_use_active_connection -1|host_lookup_timeout 30|";
 // clang-format on
 
 TEST_F(HostSetupTest, ShowsAHost) {
-    editHost(0, [&] {
-        EXPECT_EQ(form().windowTitle(), "Edit host");
+    inForm(0, [&] {
         EXPECT_EQ(focused(), "HostSetupNameTxt");
-        for (const auto& [name, caption] : kCaptions)
-            EXPECT_EQ(textOf(name), caption) << name;
-        for (const auto& [name, text] : kShown)
-            EXPECT_EQ(textOf(name), text) << name;
-        for (const auto& [name, is_on] : {std::pair{"ActiveHostCheck", true},
-                                          {"DefaultDomainCheck", true},
-                                          {"obMailTransport1", true},
-                                          {"ConnectUsingOption0", true},
-                                          {"chkUseTapi", false},
-                                          {"UseCurrentTcp", false}})
-            EXPECT_EQ(control<QAbstractButton>(name)->isChecked(), is_on) << name;
+        // All captions and entries, as the controls were made.
+        std::string all;
+        for (const auto* widget : form().findChildren<QWidget*>())
+            if (const std::string name = widget->objectName().toStdString();
+                !name.empty() && !name.starts_with("qt_") && name != "ScriptBox")
+                all += text(name.c_str()).empty() ? "" : text(name.c_str()) + '|';
+        EXPECT_EQ(all, kMalmo);
+        EXPECT_EQ(form().windowTitle(), "Edit host");
+        EXPECT_EQ(tabs()->tabText(LoginScript), "Login &script");
+        for (const char* name : {"ActiveHostCheck", "DefaultDomainCheck", "obMailTransport1"})
+            EXPECT_TRUE(control<QAbstractButton>(name)->isChecked()) << name;
         for (const char* name : {"PasswordTxt", "UucpPasswordTxt", "RasPasswordTxt"})
             EXPECT_EQ(control<QLineEdit>(name)->echoMode(), QLineEdit::Password) << name;
         for (const char* name : {"LocationButton", "DeviceButton"})
             EXPECT_FALSE(control(name)->isEnabled()) << name;
-        auto* tabs = control<QTabWidget>("SysSetupTab");
-        Lines pages;
-        for (int i = 0; i < tabs->count(); ++i)
-            pages.push_back(tabs->tabText(i).toStdString());
-        EXPECT_EQ(pages,
-                  (Lines{"&General", "&Transport", "&Login", "Login &script", "&Connection"}));
-        EXPECT_TRUE(control<QPushButton>("OkButton")->isDefault());
-        press(Qt::Key_Escape);
+        type("\x1b");
     });
     EXPECT_EQ(saves(), 0);
 }
 
-TEST_F(HostSetupTest, ShowsAHostInSwedish) {
+TEST_F(HostSetupTest, SpeaksSwedish) {
     set(setting::CountryCode, "4000");
-    editHost(3, [&] {
+    inForm(2, [&] {
         EXPECT_EQ(form().windowTitle(), "Redigera värd");
-        EXPECT_EQ(textOf("ParityLbx"), "Ingen");
-        EXPECT_EQ(textOf("UucpSettingFrameCap"), "UUCP-inställningar:");
-        QSet<QString> letters;
-        int mnemonics = 0;
-        const auto note = [&](const QString& caption) {
-            const auto at = caption.indexOf('&');
-            if (at < 0)
-                return;
-            ++mnemonics;
-            letters.insert(caption.mid(at + 1, 1).toUpper());
-        };
-        auto* tabs = control<QTabWidget>("SysSetupTab");
-        for (int i = 0; i < tabs->count(); ++i)
-            note(tabs->tabText(i));
-        for (const QAbstractButton* button : form().findChildren<QAbstractButton*>())
-            note(button->text());
-        EXPECT_EQ(mnemonics, letters.size()) << "no letter serves twice";
-        EXPECT_EQ(mnemonics, 8);
-        // Every control that is worked has a name that can be read out.
-        for (const QWidget* widget : form().findChildren<QWidget*>())
-            if (widget->focusPolicy() & Qt::TabFocus && !widget->objectName().startsWith("qt_")) {
-                const auto* button = qobject_cast<const QAbstractButton*>(widget);
-                bool is_named = !widget->accessibleName().isEmpty() ||
-                                (button && !button->text().isEmpty()) || widget == tabs ||
-                                widget->parentWidget() == tabs;
-                for (const QLabel* label : form().findChildren<QLabel*>())
-                    is_named |= label->buddy() == widget;
-                EXPECT_TRUE(is_named) << widget->objectName().toStdString();
-            }
-        boxes.expectBox(kCritical, "Du måste ange en postdomän för den här värden!");
-        enter("MailDomainTxt", "");
-        ok();
-        press(Qt::Key_Escape);
+        QString letters; // none of which serves twice
+        for (int i = 0; i <= Connection; ++i)
+            letters += tabs()->tabText(i).section('&', 1).left(1).toUpper();
+        for (const auto* button : form().findChildren<QAbstractButton*>())
+            letters += button->text().section('&', 1).left(1).toUpper();
+        EXPECT_EQ(QSet<QChar>(letters.begin(), letters.end()).size(), letters.size());
+        EXPECT_EQ(letters.size(), 8);
+        for (const char* name : {"BläddraButton", "ScriptBox", "tbMailLimit"})
+            EXPECT_FALSE(control(name)->accessibleName().isEmpty()) << name;
+        boxes.expectBox(kExclamation, "Tidsgränsen för UUCP måste vara minst 2 sekunder.\n"
+                                      "Rekommenderad inställning är 12 sekunder för protokoll 'g'\n"
+                                      "och 40 sekunder för protokoll 't' och 'e'");
+        boxes.expectQuestion("Du har ändrat fjärrvärdens nodnamn. Det medför att\n"
+                             "den tidigare katalogen med sina spoolfiler\n"
+                             "tas bort. Vill du fortsätta?",
+                             kYes, {}, kCritical);
+        play("ParityLbx?Ingen|UucpSettingFrameCap?UUCP-inställningar:|UucpTimeoutTxt=|OkButton|"
+             "UucpTimeoutTxt=40|RemoteHostNameTxt=solna");
+        // A refused save is told in English in every language.
+        failing(Failure::Refused, ObjectClass::Host, kFailSave, [this] { play("OkButton"); });
     });
 }
 
-// What a new host gets of itself.
-HostBytes newHost(const char* display_name, const char* domain, const char* node) {
-    HostBytes host;
-    host.text(6, 512, node).text(518, 60, display_name).text(578, 60, domain).text(702, 30, node);
-    host.number(1004, 12).number(1259, 5).text(1584, 30, "None").text(1644, 30, "ATZ^M");
-    host.text(1734, 30, "AT").text(1764, 30, "BUSY").text(1794, 30, "CONNECT");
-    host.text(1824, 30, "ATDT").text(1854, 30, "ATH^M").text(1884, 30, "ATA^M");
-    return host.number32(1916, 115200).number32(1992, 60);
-}
-
-TEST_F(HostSetupTest, AModemHostFromNothing) {
-    addHost([&] {
-        EXPECT_EQ(form().windowTitle(), "Add host");
-        EXPECT_EQ(textOf("RetryTimeTxt"), "5");
-        EXPECT_EQ(textOf("TimeoutTxt"), "60");
-        EXPECT_EQ(textOf("UucpTimeoutTxt"), "12");
-        EXPECT_EQ(textOf("ConnectSpeedLbx"), "1200");
-        enterNames("Östra  skolan", "skolan.example", "skolan");
-        click("ActiveHostCheck");
-        click("obMailTransport1");
-        enter("tbMailLimit", " 8");
-        enter("PhoneNoTxt", "046-1234567");
-        enter("CallRetriesTxt", "9");
-        enter("RetryTimeTxt", "15");
-        enter("TimeoutTxt", "100000");
-        enter("LoginNameTxt", " gäst");
-        enter("PasswordTxt", "kålrot 7 ");
-        enter("UucpLoginNameTxt", "uskolan");
-        enter("UucpPasswordTxt", "hemligt");
-        enter("LocalUUCPnameTxt", "corvale");
-        choose("UucpProtocolLbx", 2);
-        enter("UucpTimeoutTxt", "20");
-        choose("PackSizeLbx", 7);
-        choose("WindowsSizeLbx", 3);
-        choose("ComPortLbx", 15);
-        choose("ConnectSpeedLbx", 5);
-        choose("DataBitsLbx", 1);
-        choose("StopBitsLbx", 1);
-        choose("ParityLbx", 2);
-        enter("InitializationStringTxt", "AT&F1^M");
-        press(Qt::Key_Return);
-    });
-    HostBytes expected = newHost("Östra  skolan", "skolan.example", "skolan");
-    expected.number(638, -1).text(642, 30, "corvale").text(762, 60, " gäst");
-    expected.text(822, 60, "kålrot 7 ").text(882, 60, "uskolan").text(942, 60, "hemligt");
-    expected.number(1002, 2).number(1004, 20).number(1259, 15).number(1261, 9);
-    expected.text(1520, 60, "046-1234567").text(1674, 60, "AT&F1^M").number(1914, 15);
-    expected.number(1920, 5).number(1922, 1).number(1924, 1).number(1926, 2);
-    expected.number32(1992, 100000).number(1998, 4).number(2000, 8).number(2180, -1);
-    expected.number(2182, 8);
-    EXPECT_EQ(differences(sentHost(Operation::Add), expected), "");
+TEST_F(HostSetupTest, NewHostsOfEveryKind) {
+    inForm(-1, "RetryTimeTxt?5|TimeoutTxt?60|UucpTimeoutTxt?12|HostSetupNameTxt=Östra  skolan|"
+               "MailDomainTxt=skolan.example|RemoteHostNameTxt=skolan|ActiveHostCheck|"
+               "obMailTransport1|tbMailLimit= 8|PhoneNoTxt=046-1234567|CallRetriesTxt=9|"
+               "RetryTimeTxt=15|TimeoutTxt=100000|LoginNameTxt= gäst|PasswordTxt=kålrot 7|"
+               "UucpLoginNameTxt=uskolan|UucpPasswordTxt=hemligt|LocalUUCPnameTxt=corvale|"
+               "UucpProtocolLbx=2|UucpTimeoutTxt=20|PackSizeLbx=7|WindowsSizeLbx=3|ComPortLbx=15|"
+               "ConnectSpeedLbx=5|DataBitsLbx=1|StopBitsLbx=1|ParityLbx=2|"
+               "InitializationStringTxt=AT&F1^M\n");
+    EXPECT_EQ(fieldsOfNewest(), kByModem);
     EXPECT_EQ(saves(), 1) << "no script, no directory";
-
-    const HostRecord stored = siteHost(5);
-    EXPECT_EQ(stored.record_number, 9);
-    EXPECT_EQ(context().data.hosts.back(), stored) << "as the service numbered it";
+    EXPECT_EQ(context().data.hosts.back(), site().hosts.back()) << "as the service numbered it";
     EXPECT_EQ(rowText(5), "setting transport Östra  skolan|skolan.example|Yes");
-    EXPECT_EQ(info(), "Ready");
-    EXPECT_EQ(directories().back(), "skolan");
-    EXPECT_TRUE(context().link.isOpen());
-}
-
-TEST_F(HostSetupTest, ATelephonyHostFromNothing) {
-    addHost([&] {
-        enterNames("Väst", "vast.example", "vast");
-        click("chkUseTapi");
-        choose("LocationList", 2);
-        choose("DeviceList", 3);
-        ok();
-    });
-    const HostRecord sent = siteHost(5);
-    EXPECT_EQ(sent.do_not_use_tapi, kTrue);
-    EXPECT_EQ(sent.tapi_location.text(), "Hotell Örnsköldsvik");
-    EXPECT_EQ(sent.tapi_device.text(), "Seriell kabel på COM2");
-}
-
-TEST_F(HostSetupTest, ADialUpHostFromNothing) {
-    addHost([&] {
-        enterNames("Nord", "nord.example", "nord-1_a.b");
-        click("ConnectUsingOption1");
-        enter("RasHost", "uucp.nord.example");
-        enter("RasUucpPort", "540");
-        enter("HostLupTm", "30");
-        choose("PhoneEntries", 2);
-        enter("RasUsernameTxt", "corvale");
-        enter("RasPasswordTxt", "tjugofyra tecken lång å!");
-        click("UseCurrentTcp");
-        ok();
-    });
-    HostBytes expected = newHost("Nord", "nord.example", "nord-1_a.b");
-    expected.number(640, 1).text(2002, 60, "uucp.nord.example").number(2062, 540).number(2064, 2);
-    expected.text(2066, 30, "corvale").text(2096, 50, "tjugofyra tecken lång å!");
-    expected.text(2146, 30, "Reservförbindelse").number(2176, -1).number(2178, 30);
-    EXPECT_EQ(differences(sentHost(Operation::Add), expected), "");
-}
-
-TEST_F(HostSetupTest, ATcpHostFromNothing) {
-    addHost([&] {
-        enterNames("Syd", "syd.example", "syd");
-        click("ConnectUsingOption2");
-        choose("UucpProtocolLbx", 1);
-        enter("UucpTimeoutTxt", "40");
-        enter("RasHost", "192.0.2.7");
-        enter("RasUucpPort", "32767");
-        ok();
-    });
-    HostBytes expected = newHost("Syd", "syd.example", "syd");
-    expected.number(640, 2).number(1002, 1).number(1004, 40).text(2002, 60, "192.0.2.7");
-    expected.number(2062, 32767);
-    EXPECT_EQ(differences(sentHost(Operation::Add), expected), "");
-}
-
-// A host as a service of another make may hold it: NULs and blanks where they are not expected,
-// texts that fill their fields, numbers that no list has.
-HostRecord oddHost() {
-    HostRecord host = simulator::sampleSite().hosts[4];
-    const auto put = [](auto& field, std::string_view bytes, char padding) {
-        field = std::decay_t<decltype(field)>();
-        std::fill_n(field.data(), field.width, padding);
-        bytes.copy(field.data(), field.width);
-    };
-    put(host.spool_directory, std::string(512, '\xE5'), ' ');
-    put(host.display_name, "  odd  name \xD6", '\0');
-    put(host.mail_domain, std::string(60, 'd'), ' ');
-    put(host.remote_uucp_name, " v\xE4xj\xF6 ", '\0');
-    put(host.unnamed_672, "\x01 kept \x80", '\0');
-    put(host.unnamed_1106, std::string(153, '\xFF'), ' ');
-    put(host.unnamed_2184, " x", '\0');
-    put(host.tapi_device, "", '\0');
-    put(host.phone_number, "46\n12", '\0');
-    put(host.modem_make, "", '\0');
-    host.modem_make = " Make";
-    host.unnamed_1958 = 77;
-    host.active = 1;
-    host.call_retries = -7;
-    host.uucp_protocol = 9;
-    host.packet_size = 0;
-    host.window_size = 8;
-    host.com_port = 16;
-    host.parity = -3;
-    host.ras_entry_position = 12;
-    return host;
+    inForm(-1, "HostSetupNameTxt=V|MailDomainTxt=v|RemoteHostNameTxt=v|chkUseTapi|LocationList=2|"
+               "DeviceList=3|OkButton");
+    EXPECT_EQ(siteHost(6).do_not_use_tapi, kTrue);
+    EXPECT_EQ(siteHost(6).tapi_location.text(), "Hotell Örnsköldsvik");
+    EXPECT_EQ(siteHost(6).tapi_device.text(), "Seriell kabel på COM2");
+    inForm(-1, "HostSetupNameTxt=Nord|MailDomainTxt=nord.example|RemoteHostNameTxt=nord-1_a.b|"
+               "ConnectUsingOption1|RasHost=uucp.nord.example|RasUucpPort=32767|HostLupTm=30|"
+               "PhoneEntries=2|RasUsernameTxt=corvale|RasPasswordTxt=tjugofyra tecken lång å!|"
+               "UseCurrentTcp|OkButton");
+    EXPECT_EQ(fieldsOfNewest(), kByRas);
 }
 
 TEST_F(HostSetupTest, AHostThatIsOnlyLookedAtKeepsEveryByte) {
-    change(4, [](HostRecord& host) { host = oddHost(); });
+    onServer([&](Server& s) { // NULs, blanks and numbers that no list has
+        host(s, 4).display_name.setBytes("  odd  name \xD6" + std::string(45, '\0'));
+        host(s, 4).active = 1;
+        host(s, 4).uucp_protocol = 9;
+        host(s, 4).com_port = 16;
+        host(s, 4).ras_entry_position = 12;
+    });
     for (int row = 0; row < 5; ++row) {
-        SCOPED_TRACE(row);
         const HostRecord before = siteHost(row);
-        editHost(row, [&] {
-            for (const int page : {Transport, Login, LoginScript, Connection, General})
-                showPage(page);
-            ok();
-        });
-        EXPECT_EQ(differences(bytesOf(siteHost(row)), HostBytes(bytesOf(before))), "");
+        inForm(row, "ScripFileNameTxt|OkButton");
+        EXPECT_EQ(siteHost(row), before) << row;
         EXPECT_EQ(context().data.hosts.at(static_cast<std::size_t>(row)), before);
         EXPECT_EQ(list().selectedRow(), row);
     }
     EXPECT_EQ(saves(), 7) << "two have a script";
-    EXPECT_EQ(script("malmo.scp"), simulator::sampleSite().scripts[0].text.scriptText());
+    EXPECT_EQ(site().scripts, simulator::sampleSite().scripts);
+    HostRecord expected = siteHost(4); // of which then only what is changed changes
+    expected.display_name = "Nytt";
+    expected.active = kFalse;
+    inForm(4, "HostSetupNameTxt=Nytt|ActiveHostCheck|OkButton");
+    EXPECT_EQ(siteHost(4), expected);
+    EXPECT_EQ(rowText(4), "setting transport Nytt|tryckeri.example|No");
 }
 
-TEST_F(HostSetupTest, OnlyWhatIsChangedChanges) {
-    change(4, [](HostRecord& host) { host = oddHost(); });
-    const struct {
-        std::function<void()> act;
-        std::function<void(HostBytes&)> expected;
-    } changes[] = {
-        {[&] { enter("HostSetupNameTxt", "Nytt"); }, [](auto& b) { b.text(518, 60, "Nytt"); }},
-        {[&] { click("ActiveHostCheck"); }, [](auto& b) { b.number(638, 0); }},
-        {[&] { click("obMailTransport1"); }, [](auto& b) { b.number(2180, -1); }},
-        {[&] { choose("WindowsSizeLbx", 0); }, [](auto& b) { b.number(1998, 1); }},
-        {[&] { click("ConnectUsingOption0"); }, [](auto& b) { b.number(640, 0); }},
-        {[&] { choose("ComPortLbx", 2); }, [](auto& b) { b.number(1914, 2); }},
-        {[&] { click("chkUseTapi"); }, [](auto& b) { b.number(1518, -1); }},
-        {[&] { choose("DeviceList", 0); },
-         [](auto& b) { b.text(1006, 100, "Standard 33600 bps Modem"); }},
-        {[&] { enter("PhoneNoTxt", "46"); }, [](auto& b) { b.text(1520, 60, "46"); }},
-    };
-    HostBytes expected(bytesOf(oddHost()));
-    for (const auto& change : changes) {
-        editHost(4, [&] {
-            change.act();
-            ok();
-        });
-        change.expected(expected);
-        EXPECT_EQ(differences(bytesOf(siteHost(4)), expected), "");
-    }
-    EXPECT_EQ(saves(), static_cast<int>(std::size(changes)));
-    EXPECT_EQ(rowText(4), "setting transport Nytt|" + std::string(60, 'd') + "|No");
-}
-
-TEST_F(HostSetupTest, AnotherPageNeedsADisplayName) {
-    addHost([&] {
+TEST_F(HostSetupTest, PagesFollowTheNameTheProtocolAndTheConnection) {
+    const auto sizes = {"PackSizeLbx", "PackSizeLabel", "WindowsSizeLbx", "WinSizeLabel"};
+    const auto frames = {"Win95ModemFrame", "ModemFrame", "RasFrame"};
+    const auto ras_only = {"RasUserCap",    "RasUsernameTxt", "RasPasswCap", "RasPasswordTxt",
+                           "UseCurrentTcp", "HostLookupCap",  "HostLupTm",   "HostSetTxpSecCap"};
+    inForm(-1, [&] {
         for (const int page_number : {Transport, Login, LoginScript, Connection}) {
             boxes.expectBox(kExclamation, "You must select a displayname to continue!");
-            click("MailDomainTxt");
-            showPage(page_number);
-            EXPECT_EQ(page(), General);
-            EXPECT_EQ(form().focusWidget()->objectName(), "HostSetupNameTxt");
+            play("MailDomainTxt");
+            QTest::mouseClick(tabs()->tabBar(), Qt::LeftButton, {},
+                              tabs()->tabBar()->tabRect(page_number).center());
+            EXPECT_EQ(tabs()->currentIndex(), General);
+            play("?HostSetupNameTxt");
         }
-        enter("HostSetupNameTxt", "  A & B ");
-        for (const int page_number : {Transport, Login, LoginScript, Connection}) {
-            showPage(page_number);
-            EXPECT_EQ(page(), page_number);
-            EXPECT_EQ(textOf(("tbHostSetupName" + std::to_string(page_number - 1)).c_str()),
-                      "A & B");
-        }
-        enter("HostSetupNameTxt", "C");
+        play("HostSetupNameTxt=  A & B ");
         press(Qt::Key_T, Qt::AltModifier);
-        EXPECT_EQ(page(), Transport);
-        EXPECT_EQ(textOf("tbHostSetupName3"), "C");
-        cancel();
+        EXPECT_EQ(tabs()->currentIndex(), Transport);
+        play("tbHostSetupName0?A & B|tbHostSetupName3?A & B|UucpProtocolLbx=0");
+        EXPECT_EQ(std::count_if(sizes.begin(), sizes.end(),
+                                [&](auto* name) { return !control(name)->isHidden(); }),
+                  4);
+        play("UucpProtocolLbx=1");
+        EXPECT_EQ(shown(sizes), "");
+        for (const auto& [option, frame] : {std::pair{"ConnectUsingOption0", "ModemFrame|"},
+                                            {"chkUseTapi", "Win95ModemFrame|"},
+                                            {"ConnectUsingOption1", "RasFrame|"},
+                                            {"ConnectUsingOption2", "RasFrame|"}}) {
+            play(option);
+            EXPECT_EQ(shown(frames), frame);
+        }
+        EXPECT_NE(shown(ras_only), "") << "until the page changes";
+        tabs()->setCurrentIndex(Connection);
+        EXPECT_EQ(shown(ras_only), "");
+        play("CancelButton");
     });
-    EXPECT_TRUE(boxes.done());
     EXPECT_EQ(saves(), 0);
-}
-
-TEST_F(HostSetupTest, WindowAndPacketSizeBelongToTheOtherProtocols) {
-    const auto sizes = [&] {
-        return shown({"PackSizeLbx", "PackSizeLabel", "WindowsSizeLbx", "WinSizeLabel"}).size();
-    };
-    editHost(1, [&] {
-        EXPECT_EQ(sizes(), 0U);
-        choose("UucpProtocolLbx", 0);
-        EXPECT_EQ(sizes(), 4U);
-        choose("PackSizeLbx", 4);
-        choose("UucpProtocolLbx", 1);
-        EXPECT_EQ(sizes(), 0U);
-        ok();
-    });
-    EXPECT_EQ(siteHost(1).packet_size, 5) << "stored all the same";
-    EXPECT_EQ(siteHost(1).window_size, 7);
-}
-
-TEST_F(HostSetupTest, FramesFollowTheKindOfConnection) {
-    const auto frames = [&] { return shown({"Win95ModemFrame", "ModemFrame", "RasFrame"}); };
-    const auto ras_only = [&] {
-        return shown({"RasUserCap", "RasUsernameTxt", "RasPasswCap", "RasPasswordTxt",
-                      "UseCurrentTcp", "HostLookupCap", "HostLupTm", "HostSetTxpSecCap"})
-            .size();
-    };
-    for (const float version : {3.9F, 4.0F}) {
-        onServer([&](Server& s) { s.site().settings.service_version = version; });
-        const std::string boxed = version < 4 ? "ModemFrame" : "Win95ModemFrame";
-        editHost(0, [&] {
-            EXPECT_EQ(frames(), Lines{"ModemFrame"});
-            click("chkUseTapi");
-            EXPECT_EQ(frames(), Lines{boxed});
-            showPage(Connection);
-            EXPECT_EQ(ras_only(), 8U);
-            click("ConnectUsingOption1");
-            EXPECT_EQ(frames(), Lines{"RasFrame"});
-            click("ConnectUsingOption2");
-            EXPECT_EQ(frames(), Lines{"RasFrame"});
-            EXPECT_EQ(ras_only(), 8U) << "until the page changes";
-            showPage(Connection);
-            EXPECT_EQ(ras_only(), 0U);
-            EXPECT_TRUE(control("RasHost")->isVisible());
-            click("ConnectUsingOption1");
-            EXPECT_EQ(ras_only(), 8U);
-            click("ConnectUsingOption2");
-            showPage(General);
-            EXPECT_EQ(ras_only(), 0U);
-            click("ConnectUsingOption0");
-            EXPECT_EQ(frames(), Lines{boxed});
-            click("chkUseTapi");
-            EXPECT_EQ(frames(), Lines{"ModemFrame"});
-            cancel();
-        });
-        context().link.Close();
-        EXPECT_TRUE(isLoggedOut());
-    }
-}
-
-TEST_F(HostSetupTest, AnOldServiceKeepsItsTelephonyNames) {
+    // A service without telephony keeps the names that belong to it.
+    context().link.Close();
     onServer([](Server& s) {
         s.site().settings.service_version = 3;
         s.site().tapi_devices.clear();
     });
-    const HostRecord before = siteHost(0);
-    editHost(0, [&] {
-        EXPECT_EQ(combo("DeviceList")->count(), 0);
-        choose("ComPortLbx", 0);
-        ok();
-    });
-    EXPECT_EQ(siteHost(0).com_port, 0);
-    EXPECT_EQ(siteHost(0).tapi_device, before.tapi_device);
-    EXPECT_EQ(siteHost(0).tapi_location, before.tapi_location);
+    HostRecord expected = siteHost(0);
+    inForm(0, "chkUseTapi|ComPortLbx=0|OkButton");
+    expected.do_not_use_tapi = kTrue;
+    expected.com_port = 0;
+    EXPECT_EQ(siteHost(0), expected);
 }
 
-TEST_F(HostSetupTest, TellsWhatItFetches) {
-    logIn();
-    Lines fetched;
-    Lines saved;
-    Lines added;
-    fetched = statusesDuring([&] {
-        editHost(0, [&] {
-            EXPECT_EQ(info(), "Ready");
-            fetched = {};
-            cancel();
-        });
-    });
-    Lines expected{"80 Retrieving script..."};
-    expected.insert(expected.end(), 5, "60 Retrieving TAPI devices...");
-    expected.insert(expected.end(), 4, "50 Retrieving TAPI locations...");
-    expected.insert(expected.end(), 4, "70 Retrieving RAS settings...");
-    EXPECT_EQ(fetched, expected);
-
-    questions.expect("You have changed the 'Remote hostname'. This will\n\\                  \n"
-                     "result in that the previous directory with its spoolfiles\n"
-                     "will be removed. Do you wish to continue?",
-                     QMessageBox::No, QMessageBox::Yes);
-    editHost(0, [&] {
-        enter("RemoteHostNameTxt", "lund");
-        saved = statusesDuring([&] { ok(); });
-    });
-    EXPECT_EQ(saved, (Lines{"80 Saving script...", "100 Removing old hostdirectory...",
-                            "20 Updating host..."}));
-    addHost([&] {
-        enterNames("New", "new.example", "new");
-        added = statusesDuring([&] { ok(); });
-    });
-    EXPECT_EQ(added, Lines{"20 Saving new host..."});
-    EXPECT_EQ(info(), "Ready");
-}
-
-TEST_F(HostSetupTest, AnIllegalSpeedBecomesTheFastest) {
-    for (const Integer speed : std::initializer_list<Integer>{8, -1}) {
-        change(2, [&](HostRecord& host) { host.connect_speed = speed; });
-        boxes.expectBox(kExclamation, "Illegal baudrate entry!\nUsing default...");
-        editHost(2, [&] {
-            EXPECT_EQ(textOf("ConnectSpeedLbx"), "115200");
-            ok();
-        });
-        EXPECT_EQ(siteHost(2).connect_speed, 7);
-        context().link.Close();
-        EXPECT_TRUE(isLoggedOut());
-    }
-}
-
-TEST_F(HostSetupTest, DialUpEntries) {
-    const auto entries = [&] {
-        Lines items;
-        for (int i = 0; i < combo("PhoneEntries")->count(); ++i)
-            items.push_back(combo("PhoneEntries")->itemText(i).toStdString());
-        return items;
-    };
-    editHost(1, [&] {
-        EXPECT_EQ(entries(), (Lines{"Stockholm modempool", "Göteborg ISDN", "Reservförbindelse",
-                                    "Do not use RAS"}));
-        choose("PhoneEntries", 3);
-        EXPECT_EQ(combo("PhoneEntries")->currentIndex(), -1);
-        ok();
-    });
-    EXPECT_EQ(siteHost(1).ras_entry.text(), "");
-    EXPECT_EQ(siteHost(1).ras_entry_position, -1);
-
-    // A name that the record holds cut is still found; one at another position is not.
-    onServer([](Server& s) {
-        s.site().ras_entries[0] = "En post med ett alltför långt namn";
-        s.site().ras_entries[2] = "Göteborg ISDN";
-    });
-    editHost(1, [&] {
-        choose("PhoneEntries", 0);
-        ok();
-    });
+TEST_F(HostSetupTest, WhatIsGoneOrIllegalIsTold) {
+    onServer([&](Server& s) { host(s, 2).connect_speed = 8; });
+    boxes.expectBox(kExclamation, "Illegal baudrate entry!\nUsing default...");
+    inForm(2, "OkButton");
+    EXPECT_EQ(siteHost(2).connect_speed, 7);
+    // A dial-up entry whose name the record holds cut is still found.
+    onServer([](Server& s) { s.site().ras_entries[0] = "En post med ett alltför långt namn"; });
+    inForm(1, "PhoneEntries=0|OkButton");
     EXPECT_EQ(siteHost(1).ras_entry.text(), "En post med ett alltför långt");
-    editHost(1, [&] {
-        EXPECT_EQ(combo("PhoneEntries")->currentIndex(), 0);
-        cancel();
-    });
-}
-
-TEST_F(HostSetupTest, ADialUpEntryThatIsGoneIsTold) {
-    onServer([](Server& s) { std::swap(s.site().ras_entries[1], s.site().ras_entries[2]); });
-    boxes.expectBox(kExclamation, "The previous selected RAS entry no longer exists!");
-    editHost(1, [&] {
-        EXPECT_EQ(combo("PhoneEntries")->currentIndex(), -1);
-        cancel();
-    });
-
-    onServer([](Server& s) { s.site().ras_entries.clear(); });
+    inForm(1, "PhoneEntries?En post med ett alltför långt namn|PhoneEntries=3|PhoneEntries?|"
+              "CancelButton");
     const HostRecord before = siteHost(1);
-    editHost(1, [&] {
-        EXPECT_EQ(combo("PhoneEntries")->count(), 1);
-        EXPECT_EQ(textOf("PhoneEntries"), "No RAS entries available");
-        ok();
-    });
+    onServer([](Server& s) { std::swap(s.site().ras_entries[0], s.site().ras_entries[2]); });
+    boxes.expectBox(kExclamation, "The previous selected RAS entry no longer exists!");
+    inForm(1, "PhoneEntries?|CancelButton");
+    onServer([](Server& s) { s.site().ras_entries.clear(); });
+    inForm(1, "PhoneEntries?No RAS entries available|OkButton");
     EXPECT_EQ(siteHost(1), before);
 }
 
-TEST_F(HostSetupTest, ANodeNameTakesItsOwnCharactersOnly) {
-    editHost(2, [&] {
-        enter("RemoteHostNameTxt", "a b!Z_0-9.å@ö/\\:");
-        EXPECT_EQ(textOf("RemoteHostNameTxt"), "abZ_0-9.");
-        press(Qt::Key_Backspace);
-        EXPECT_EQ(textOf("RemoteHostNameTxt"), "abZ_0-9");
+TEST_F(HostSetupTest, LinesTakeTheirCharactersOnly) {
+    onServer([&](Server& s) { host(s, 1).remote_uucp_name = "räv"; });
+    QApplication::clipboard()->setText(" ../r\r\nåv\u2028");
+    inForm(2, [&] {
+        play("RemoteHostNameTxt=a b!Z_0-9.å@ö/\\:|RemoteHostNameTxt?abZ_0-9.");
         // As AltGr on the keys of other countries.
         QTest::keyClick(control("RemoteHostNameTxt"), '@', Qt::ControlModifier | Qt::AltModifier);
-        paste("RemoteHostNameTxt", " ../räv\r\n");
-        EXPECT_EQ(textOf("RemoteHostNameTxt"), "abZ_0-9..rv");
-        enter("LocalUUCPnameTxt", "å b");
-        EXPECT_EQ(textOf("LocalUUCPnameTxt"), "å b");
-        cancel();
+        press(Qt::Key_V, Qt::ControlModifier);
+        play("RemoteHostNameTxt?abZ_0-9...rv");
+        for (const std::string name : {"HostSetupNameTxt", "PasswordTxt", "ScripFileNameTxt"}) {
+            play(name + "=x");
+            press(Qt::Key_V, Qt::ControlModifier);
+            type("d"); // behind it
+            play(name + "?x ../råvd");
+        }
+        play("CancelButton");
     });
-    // A name that came with others can be edited.
-    change(2, [](HostRecord& host) { host.remote_uucp_name = "räv"; });
-    context().link.Close();
-    EXPECT_TRUE(isLoggedOut());
-    editHost(2, [&] {
-        click("RemoteHostNameTxt");
+    inForm(1, [&] { // a name that came with others can be edited
+        play("RemoteHostNameTxt");
         press(Qt::Key_End);
         type("å2");
-        EXPECT_EQ(textOf("RemoteHostNameTxt"), "räv2");
-        cancel();
+        play("RemoteHostNameTxt?räv2|CancelButton");
     });
 }
 
-TEST_F(HostSetupTest, PastedLineBreaksAreDropped) {
-    editHost(2, [&] {
-        for (const char* name : {"HostSetupNameTxt", "MailDomainTxt", "PhoneNoTxt", "PasswordTxt",
-                                 "ScripFileNameTxt", "RasHost"}) {
-            enter(name, "x");
-            paste(name, QString("a\r\nb\nc\u2028") + '\r');
-            EXPECT_EQ(textOf(name), "xabc");
-            type("d");
-            EXPECT_EQ(textOf(name), "xabcd") << "the cursor stays behind it";
+TEST_F(HostSetupTest, WhatIsRefusedIsToldAndGetsTheFocus) {
+    onServer([&](Server& s) { host(s, 2).default_domain = 1; });
+    // clang-format off
+    const std::tuple<const char*, QMessageBox::Icon, const char*, Page> cases[] = {
+        {"HostSetupNameTxt=  ", kCritical, "You must enter a 'setup' name for this host!", General},
+        {"HostSetupNameTxt= STOCKHOLM ", kCritical,
+         "The selected 'Host setup name' is already used. Select a different name!", General},
+        {"MailDomainTxt=", kCritical, "You must enter a 'Maildomain' for this host!", General},
+        {"RemoteHostNameTxt=", kCritical,
+         "You must enter a 'Remote hostname' for this setup!", Login},
+        {"DefaultDomainCheck", kExclamation,
+         "There is already a default domain registered!", General},
+        {"UucpTimeoutTxt=1.5", kExclamation,
+         "UUCP timeout must be at least 2 seconds.\nRecommended setting is 12 for 'g' protocol\n"
+         "and 40 seconds for protocol 't' and 'e'", Login},
+        {"ScripFileNameTxt=sub\\a.scp", kCritical,
+         "Script filename may not contain directory or drive information!", LoginScript},
+        {"ScripFileNameTxt=a/b.scp", kCritical, "Illegal filename!", LoginScript}};
+    // clang-format on
+    for (const auto& [step, icon, message, page] : cases)
+        inForm(1, [&] {
+            play(step);
+            if (std::string_view(step).substr(0, 4) != "Host")
+                play("RasHost");
+            boxes.expectBox(icon, message, [](QMessageBox&) {
+                EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+            });
+            play("OkButton|?" + std::string(step, std::strcspn(step, "=")));
+            EXPECT_FALSE(QApplication::overrideCursor());
+            EXPECT_EQ(tabs()->currentIndex(), page) << step;
+            play("CancelButton");
+        });
+    const std::size_t lines = logged().size(); // where numbers past their bits go
+    inForm(1, "tbMailLimit=32768|OkButton|tbMailLimit=1|CallRetriesTxt=32768|OkButton|"
+              "CallRetriesTxt=32767|TimeoutTxt=2147483648|OkButton|CancelButton");
+    ASSERT_EQ(logged().size(), lines + 3);
+    EXPECT_TRUE(logged().back().starts_with("Loop->Overflow ; (6/80")) << logged().back();
+    boxes.expectBox(kExclamation,
+                    "Host lookup timeout cannot handle larger values then\n\\               \n"
+                    "30 seconds. Setting will be changed to 30 sec!",
+                    [this](QMessageBox&) { EXPECT_EQ(saves(), 0); });
+    inForm(1, "CallRetriesTxt=32767|TimeoutTxt=2147483647|HostLupTm=99999|OkButton");
+    EXPECT_EQ(siteHost(1).dial_timeout, 2147483647);
+    EXPECT_EQ(siteHost(1).call_retries, 32767);
+    EXPECT_EQ(siteHost(1).host_lookup_timeout, 30);
+}
+
+TEST_F(HostSetupTest, ARenamedNodeMovesTheSpoolDirectory) {
+    // clang-format off
+    const struct {
+        const char* node;
+        std::vector<std::pair<const char*, QMessageBox::StandardButton>> answers;
+        const char* directory; // nullptr: not saved
+        bool is_removed;
+        bool is_shared = false; // another host has the old name for its local one
+    } cases[] = {
+        {"lund", {{kRename, kNo}}, nullptr, false},
+        {"lund", {{kRename, kYes}}, "lund", true},
+        {"corvale", {{kRename, kYes}, {kShare, kYes}}, "corvale", true},
+        {"corvale", {{kRename, kYes}, {kShare, kNo}}, "Malmö huvudkontor-corvale", true},
+        {"lund", {}, "lund", false, true}};
+    // clang-format on
+    for (const auto& c : cases) {
+        restore();
+        onServer([&](Server& s) {
+            s.site().spool_directories[0] = "malmo mail";
+            host(s, 0).spool_directory = " malmo mail";
+            if (c.is_shared)
+                host(s, 4).local_uucp_name = "malmo";
+        });
+        HostRecord expected = siteHost(0);
+        logIn();
+        for (const auto& [question, answer] : c.answers)
+            boxes.expectQuestion(question, answer, {}, kCritical, question == kRename ? kNo : kYes);
+        inForm(0, "ScripFileNameTxt=|RemoteHostNameTxt=" + std::string(c.node) + "|OkButton" +
+                      (c.directory ? "" : "|CancelButton"));
+        if (c.directory) {
+            expected.script_file_name = "";
+            expected.remote_uucp_name = c.node;
+            expected.spool_directory = c.directory;
         }
-        cancel();
-    });
+        EXPECT_EQ(siteHost(0), expected) << c.node;
+        EXPECT_EQ(context().data.hosts[0], expected);
+        const auto left = site().spool_directories;
+        EXPECT_EQ(std::count(left.begin(), left.end(), VarText("malmo mail")), !c.is_removed);
+        EXPECT_EQ(saves(), (c.directory != nullptr) + c.is_removed);
+        context().link.Close();
+        EXPECT_TRUE(isLoggedOut());
+    }
+    for (const auto answer : {kNo, kYes}) { // a new host
+        boxes.expectQuestion(kShare, answer, {}, kCritical);
+        inForm(-1, std::string("HostSetupNameTxt=") + (answer == kYes ? "Två" : "Ett") +
+                       "|MailDomainTxt= ny.example |RemoteHostNameTxt=corvale|OkButton");
+        EXPECT_EQ(site().hosts.back().spool_directory.text(),
+                  answer == kYes ? "corvale" : "ny.example-corvale");
+    }
+}
+
+TEST_F(HostSetupTest, AFailedFetchLeavesADialogThatCannotSave) {
+    // clang-format off
+    const std::tuple<ObjectClass, const char*, const char*> fetches[] = {
+        {ObjectClass::Script, "retrieve Script from", "Retrieving script..."},
+        {ObjectClass::TapiDevice, "retrieve Tapi Devices from", "Retrieving TAPI devices..."},
+        {ObjectClass::TapiLocation, "retrieve Tapi locations from", "Retrieving TAPI locations..."},
+        {ObjectClass::RasEntry, "retrieve RAS-entries from", "Retrieving RAS settings..."}};
+    // clang-format on
+    for (const auto& [object_class, what, status] : fetches)
+        for (const Failure failure : {Failure::Refused, Failure::TimedOut}) {
+            restore();
+            logIn();
+            const std::string told = failing(failure, object_class, unable(what), [&] {
+                inForm(0, [&] {
+                    EXPECT_EQ(onServer([](Server& s) { return s.lastRequest().ObjectClass; }),
+                              static_cast<Integer>(object_class))
+                        << "the last that is fetched";
+                    EXPECT_TRUE(isLoggedOut());
+                    boxes.expectBox(kCritical, unable("save script to"));
+                    play("HostSetupNameTxt?Malmö huvudkontor|OkButton");
+                });
+            });
+            EXPECT_EQ(told, failure == Failure::Refused ? "" : status);
+            EXPECT_EQ(saves(), 0);
+        }
+}
+
+TEST_F(HostSetupTest, AFailedSaveClosesTheDialog) {
+    const std::tuple<ObjectClass, std::string, std::string> steps[] = {
+        {ObjectClass::Script, unable("save script to"), "Saving script..."},
+        {ObjectClass::HostDirectory, unable("delete hostdirectory through"),
+         "Removing old hostdirectory..."},
+        {ObjectClass::Host, kFailSave, "Updating host..."},
+        {ObjectClass::Host, kFailSave, "Saving new host..."}};
+    for (int step = 0; step < 4; ++step)
+        for (const Failure failure : kFailures) {
+            if (failure == Failure::ConnectionLostBefore && step > 0)
+                continue;
+            const auto& [object_class, message, status] = steps[step];
+            SCOPED_TRACE(status + std::to_string(static_cast<int>(failure)));
+            restore();
+            logIn();
+            const std::vector<HostRecord> before = context().data.hosts;
+            std::string told;
+            inForm(step < 3 ? 0 : -1, [&] {
+                if (step == 1 || step == 2)
+                    boxes.expectQuestion(kRename, kYes, {}, kCritical);
+                play("HostSetupNameTxt=New|MailDomainTxt=ny.example|RemoteHostNameTxt=lund");
+                told = failing(failure, object_class, message, [this] { play("OkButton"); });
+            });
+            if (failure == Failure::TimedOut) {
+                EXPECT_EQ(told, status);
+            }
+            EXPECT_EQ(saves(), failure == Failure::ConnectionLostBefore ? 0 : step % 3 + 1)
+                << "nothing after the failure";
+            EXPECT_EQ(context().data.hosts, before);
+            EXPECT_FALSE(QApplication::overrideCursor());
+            EXPECT_TRUE(isLoggedOut());
+        }
 }
 
 } // namespace

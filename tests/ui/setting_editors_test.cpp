@@ -1,17 +1,15 @@
-#include "tests/ui/support/editor_test.h"
+#include "tests/ui/support/console_test.h"
 #include "ui/main/setting_rows.h"
 #include "ui/main/svg_icons.h"
 
 #include <QLineEdit>
-#include <QPushButton>
 
 namespace tollwick {
 namespace {
 
 using simulator::Server;
+using S = SettingsRecord;
 
-constexpr const char* kFailure =
-    "Unable to transfer new settings to the Tollwick Service!\nThe connection is terminated!";
 constexpr const char* kIpInvalid = "The specified IP-number is invalid!";
 constexpr const char* kPortInvalid = "The port-number specified is invalid!";
 constexpr const char* kRestartForIp =
@@ -32,140 +30,88 @@ constexpr const char* kForceSendParams =
     "and it is not covered by UUCP standards. By using it, you override the setting your ISP has "
     "set for receiving. Use at your own risk!";
 
-struct Box {
-    QMessageBox::Icon icon;
-    const char* text;
-};
-using Change = void (*)(SettingsRecord&);
-
-struct FormTexts {
-    const char* caption;
-    const char* label;
-    const char* image;
-};
-constexpr FormTexts kIpForm{"Edit IP-number", "IP-Number:", "netadress32"};
-constexpr FormTexts kPortForm{"Edit Port", "Port:", "portin32"};
-constexpr FormTexts kDocViewerForm{"Change docviewer", "Document viewer:", "paper32"};
-constexpr FormTexts kBeforeForm{"Select command",
-                                "Commandline to run before UUCP transport:", "command32"};
-constexpr FormTexts kAfterForm{"Select command",
-                               "Commandline to run after UUCP transport:", "command32"};
-constexpr FormTexts kLevelForm{"Selecty level", "Remote debugging level:", "debug32"};
-constexpr FormTexts kPeriodForm{"Logging period",
-                                "Number of days that the log should cover:", "log32"};
-
 constexpr auto kPlain = QMessageBox::NoIcon;
-constexpr auto kExclamation = QMessageBox::Warning;
-constexpr auto kCritical = QMessageBox::Critical;
-
-// What an editor does with its list when nothing was saved.
-enum class Rebuild {
-    AfterASave, // however that ended
-    WhenDone,   // only when the service answered 1
-    AfterACancelToo,
-};
 
 // A setting that is edited as a text.
 struct TextEdit {
     const char* node;
     int row;
     const char* key;
-    FormTexts form;
+    std::array<const char*, 3> form; // caption, label and picture
     const char* before;
     const char* refused; // nullptr: nothing is
-    Box refusal;
+    QMessageBox::Icon icon;
+    const char* refusal;
     const char* typed;
-    std::vector<Box> notices;
-    Change change;    // what the typed text comes to
-    const char* cell; // and how the list shows it
-    Rebuild rebuild;
+    QMessageBox::Icon notice_icon;
+    const char* notice;           // nullptr: none
+    void (*change)(S&);           // what the typed text comes to
+    const char* cell;             // and how the list shows it
+    bool rebuilds_when_done_only; // else after any answer of the service
+    bool rebuilds_after_cancel;
 };
 
 // clang-format off
 const TextEdit kTextEdits[] = {
-    {"admin", 0, "adminip", kIpForm, "127.0.0.1", "256.1.1.1", {kPlain, kIpInvalid},
-     "10.1.300.3", {{kCritical, kRestartForIp}},
-     [](SettingsRecord& s) { s.admin_ip = "10.1.300.3"; }, "10.1.300.3", Rebuild::WhenDone},
-    {"admin", 1, "adminport", kPortForm, "542", "0", {kCritical, kPortInvalid},
-     "80abc", {{kExclamation, kRestartForPort}},
-     [](SettingsRecord& s) { s.admin_port = 80; }, "80", Rebuild::AfterASave},
-    {"smtpserver", 0, "SmtpServiceIp", kIpForm, "127.0.0.1", "1.2.3", {kCritical, kIpInvalid},
-     " 127.0.0.1", {{kExclamation, kRestartForIp}},
-     [](SettingsRecord& s) { s.smtp_service_ip = " 127.0.0.1"; }, " 127.0.0.1", Rebuild::WhenDone},
-    {"smtpserver", 1, "SmtpServicePort", kPortForm, "25", "32767", {kCritical, kPortInvalid},
-     "32766", {{kExclamation, kRestartForPort}},
-     [](SettingsRecord& s) { s.smtp_service_port = 32766; }, "32766", Rebuild::AfterASave},
-    {"smtpforward", 0, "smtpforwardip", kIpForm, "192.0.2.10", "mail.example", {kCritical, kIpInvalid},
-     "1..2.3", {},
-     [](SettingsRecord& s) { s.smtp_forward_ip = "1..2.3"; }, "1..2.3", Rebuild::AfterASave},
-    {"smtpforward", 1, "smtpforwardport", kPortForm, "2525", "smtp", {kCritical, kPortInvalid},
-     "2526.5", {},
-     [](SettingsRecord& s) { s.smtp_forward_port = 2526; }, "2526", Rebuild::AfterASave},
-    {"options", 0, "docviewer", kDocViewerForm, "notepad.exe", nullptr, {},
-     " C:\\Program\\läs?.exe ", {},
-     [](SettingsRecord& s) { s.doc_viewer = " C:\\Program\\läs?.exe "; }, " C:\\Program\\läs?.exe",
-     Rebuild::AfterASave},
-    {"uucpdaemon", 0, "uucppriorcmd", kBeforeForm, "", "c:\\run.bat", {kCritical, kCommandInvalid},
-     "start.bat -x å", {},
-     [](SettingsRecord& s) { s.uucp_prior_command = "start.bat -x å"; }, "start.bat -x å",
-     Rebuild::AfterACancelToo},
-    {"uucpdaemon", 1, "uucpaftercmd", kAfterForm, "rensa.bat", "x|y", {kCritical, kCommandInvalid},
-     "", {},
-     [](SettingsRecord& s) { s.uucp_after_command = ""; }, "", Rebuild::AfterACancelToo},
-    {"uucpdaemon", 2, "remotedebugginglevel", kLevelForm, "3", nullptr, {},
-     "  9 b ", {{kExclamation, kDebugLevel}},
-     [](SettingsRecord& s) { s.remote_debugging_level = "9 b"; }, "9 b", Rebuild::AfterASave},
+    {"admin", 0, "adminip", {"Edit IP-number", "IP-Number:", "netadress32"}, "127.0.0.1",
+     "256.1.1.1", kPlain, kIpInvalid, "10.1.300.3", kCritical, kRestartForIp,
+     [](S& s) { s.admin_ip = "10.1.300.3"; }, "10.1.300.3", true, false},
+    {"admin", 1, "adminport", {"Edit Port", "Port:", "portin32"}, "542",
+     "0", kCritical, kPortInvalid, "80abc", kExclamation, kRestartForPort,
+     [](S& s) { s.admin_port = 80; }, "80", false, false},
+    {"smtpserver", 0, "SmtpServiceIp", {"Edit IP-number", "IP-Number:", "netadress32"}, "127.0.0.1",
+     "1.2.3", kCritical, kIpInvalid, " 127.0.0.1", kExclamation, kRestartForIp,
+     [](S& s) { s.smtp_service_ip = " 127.0.0.1"; }, " 127.0.0.1", true, false},
+    {"smtpserver", 1, "SmtpServicePort", {"Edit Port", "Port:", "portin32"}, "25",
+     "32767", kCritical, kPortInvalid, "32766", kExclamation, kRestartForPort,
+     [](S& s) { s.smtp_service_port = 32766; }, "32766", false, false},
+    {"smtpforward", 0, "smtpforwardip", {"Edit IP-number", "IP-Number:", "netadress32"},
+     "192.0.2.10",
+     "mail", kCritical, kIpInvalid, "1..2.3", kPlain, nullptr,
+     [](S& s) { s.smtp_forward_ip = "1..2.3"; }, "1..2.3", false, false},
+    {"smtpforward", 1, "smtpforwardport", {"Edit Port", "Port:", "portin32"}, "2525",
+     "smtp", kCritical, kPortInvalid, "2526.5", kPlain, nullptr,
+     [](S& s) { s.smtp_forward_port = 2526; }, "2526", false, false},
+    {"options", 0, "docviewer", {"Change docviewer", "Document viewer:", "paper32"}, "notepad.exe",
+     nullptr, kPlain, nullptr, " C:\\läs?.exe", kPlain, nullptr,
+     [](S& s) { s.doc_viewer = " C:\\läs?.exe"; }, " C:\\läs?.exe", false, false},
+    {"uucpdaemon", 0, "uucppriorcmd",
+     {"Select command", "Commandline to run before UUCP transport:", "command32"}, "",
+     "c:\\run.bat", kCritical, kCommandInvalid, "start.bat -x å", kPlain, nullptr,
+     [](S& s) { s.uucp_prior_command = "start.bat -x å"; }, "start.bat -x å", false, true},
+    {"uucpdaemon", 1, "uucpaftercmd",
+     {"Select command", "Commandline to run after UUCP transport:", "command32"}, "rensa.bat",
+     "x|y", kCritical, kCommandInvalid, "\b", kPlain, nullptr,
+     [](S& s) { s.uucp_after_command = ""; }, "", false, true},
+    {"uucpdaemon", 2, "remotedebugginglevel",
+     {"Selecty level", "Remote debugging level:", "debug32"}, "3",
+     nullptr, kPlain, nullptr, "  9 b ", kExclamation, kDebugLevel,
+     [](S& s) { s.remote_debugging_level = "9 b"; }, "9 b", false, false},
 };
 // clang-format on
 
-class SettingEditorTest : public EditorTest {
+class SettingEditorTest : public ConsoleTest {
 protected:
-    // Replaces the selected text and confirms.
-    static void enter(const char* text) {
-        if (*text)
-            type(text);
-        else
-            press(Qt::Key_Delete);
-        press(Qt::Key_Return);
-    }
-    static Act entering(const char* text) {
-        return [text](QDialog&) { enter(text); };
-    }
-    static void cancel(QDialog&) { press(Qt::Key_Escape); }
-    static void expectForm(QDialog& form, const FormTexts& texts, const char* text) {
-        EXPECT_EQ(form.objectName(), "EditForm");
-        EXPECT_EQ(form.windowTitle(), texts.caption);
-        EXPECT_EQ(child<QLabel>(form, "EditCaption")->text(), texts.label);
-        const QPixmap icon = child<QLabel>(form, "EditIcon")->pixmap(Qt::ReturnByValue);
-        EXPECT_EQ(icon.toImage(),
-                  imageIcon(texts.image).pixmap(QSize(32, 32), form.devicePixelRatioF()).toImage());
+    static void expectForm(QDialog& form, const std::array<const char*, 3>& texts,
+                           const std::string& text) {
+        EXPECT_EQ(form.windowTitle(), texts[0]);
+        EXPECT_EQ(textOf(form, "EditCaption"), texts[1]);
+        EXPECT_EQ(child<QLabel>(form, "EditIcon")->pixmap(Qt::ReturnByValue).toImage(),
+                  imageIcon(texts[2]).pixmap(QSize(32, 32), form.devicePixelRatioF()).toImage());
         EXPECT_EQ(focused(), "Edittext");
-        auto* field = child<QLineEdit>(form, "Edittext");
-        EXPECT_EQ(field->text(), text);
-        EXPECT_EQ(field->selectedText(), text) << "typing replaces it";
+        EXPECT_EQ(textOf(form, "Edittext"), text);
+        EXPECT_EQ(child<QLineEdit>(form, "Edittext")->selectedText().toStdString(), text);
     }
-    void properties(const std::vector<Act>& acts) {
-        inDialogs([this] { trigger("PropertiesMenu"); }, acts);
+    void expectBoxIf(const char* text, QMessageBox::Icon icon) {
+        if (text)
+            boxes.expectBox(icon, text);
     }
-    void expectBoxes(const std::vector<Box>& expected) {
-        for (const Box& box : expected)
-            boxes.expectBox(box.icon, box.text);
-    }
-    std::string cell(int row) {
-        return list().model()->index(row, 1).data().toString().toStdString();
-    }
+    std::string cell(int row) { return rowText(row).substr(rowText(row).find('|') + 1); }
     std::string image(int row) {
         return list().model()->index(row, 0).data(kImageRole).toString().toStdString();
     }
-    int saves() { return requestCount(ObjectClass::Settings) - 1; } // 1 at the login
-    SettingsRecord sentSettings() {
-        return sent<SettingsRecord>(Operation::Save, ObjectClass::Settings);
-    }
-    SettingsRecord& settings() { return context().data.settings; }
-    static SettingsRecord changed(SettingsRecord settings, Change change) {
-        change(settings);
-        return settings;
-    }
+    S sentSettings() { return sent<S>(Operation::Save, ObjectClass::Settings); }
+    S& settings() { return context().data.settings; }
 };
 
 class TextEditTest : public SettingEditorTest, public testing::WithParamInterface<TextEdit> {};
@@ -173,216 +119,96 @@ class TextEditTest : public SettingEditorTest, public testing::WithParamInterfac
 TEST_P(TextEditTest, IsCheckedSentAndShown) {
     const TextEdit& edit = GetParam();
     logIn();
-    const SettingsRecord expected = changed(settings(), edit.change);
+    const S before = settings();
+    S expected = before;
+    edit.change(expected);
     select(edit.node, edit.row);
+
     std::vector<Act> acts;
-    const char* shown = edit.before;
-    if (edit.refused) {
-        expectBoxes({edit.refusal});
-        acts.push_back([&](QDialog& form) {
-            expectForm(form, edit.form, edit.before);
-            enter(edit.refused);
-        });
-        shown = edit.refused;
-    }
-    acts.push_back([&](QDialog& form) {
-        EXPECT_EQ(saves(), 0);
-        expectForm(form, edit.form, shown);
-        enter(edit.typed);
-    });
-    expectBoxes(edit.notices);
+    for (const char* text : {edit.refused, edit.typed})
+        if (text)
+            acts.emplace_back([&, text, is_first = acts.empty()](QDialog& form) {
+                EXPECT_EQ(saves(), 0);
+                expectForm(form, edit.form, is_first ? edit.before : edit.refused);
+                type(text + std::string("\n"));
+            });
+    expectBoxIf(edit.refusal, edit.icon);
+    expectBoxIf(edit.notice, edit.notice_icon);
     properties(acts);
     EXPECT_TRUE(boxes.done());
-
-    EXPECT_EQ(saves(), 1);
     EXPECT_EQ(sentSettings(), expected);
-    EXPECT_EQ(site().settings, expected);
     EXPECT_EQ(settings(), expected);
     EXPECT_EQ(list().selectedKey(), edit.key);
     EXPECT_EQ(cell(edit.row), edit.cell);
     EXPECT_EQ(info(), "Ready");
-}
 
-TEST_P(TextEditTest, ConfirmedUnchangedIsSentWithoutANotice) {
-    const TextEdit& edit = GetParam();
-    logIn();
-    const SettingsRecord before = settings();
-    select(edit.node, edit.row);
-    if (std::string(edit.key) == "remotedebugginglevel") // which tells whenever there is a level
-        expectBoxes(edit.notices);
-    properties({[](QDialog& form) {
-        QTest::mouseClick(child<QPushButton>(form, "OkButton"), Qt::LeftButton);
-    }});
-    EXPECT_EQ(saves(), 1);
-    EXPECT_EQ(sentSettings(), before);
-}
-
-TEST_P(TextEditTest, ACancelSendsNothing) {
-    const TextEdit& edit = GetParam();
-    logIn();
-    select(edit.node, edit.row);
-    context().edit.EditResult = "from before";
-    // Shows whether the list is rebuilt.
-    edit.change(settings());
-    const SettingsRecord before = settings();
-    if (edit.refused) {
-        expectBoxes({edit.refusal});
-        properties({entering(edit.refused), cancel});
-        EXPECT_EQ(context().edit.EditResult, edit.refused);
-    }
-    properties({[](QDialog& form) {
-        type("other");
-        QTest::mouseClick(child<QPushButton>(form, "CancelButton"), Qt::LeftButton);
-    }});
-    properties({[](QDialog& form) { form.close(); }});
-    EXPECT_TRUE(context().edit.EditCancelled);
-    if (!edit.refused) {
-        EXPECT_EQ(context().edit.EditResult, "from before");
-    }
-    EXPECT_EQ(saves(), 0);
-    EXPECT_EQ(settings(), before);
-    EXPECT_EQ(cell(edit.row), edit.rebuild == Rebuild::AfterACancelToo ? edit.cell : edit.before);
-    EXPECT_EQ(list().selectedKey(), edit.key);
-}
-
-TEST_P(TextEditTest, OpensInEveryWay) {
-    const TextEdit& edit = GetParam();
-    logIn();
-    select(edit.node, edit.row);
-    std::vector<std::function<void()>> ways{
-        [&] { trigger("PropertiesMenu"); },
-        [&] { trigger("toolbar_properties"); },
-        [&] { clickInContextMenu("PropertiesMenu"); },
-        [&] { doubleClickRow(edit.row); },
-        [&] { QTest::keyClick(&list(), Qt::Key_Return); },
-    };
-    if (action("Toggmenu")->isEnabled()) {
-        ways.emplace_back([&] { trigger("Toggmenu"); });
-        ways.emplace_back([&] { clickInContextMenu("Toggmenu"); });
-    }
-    for (const auto& way : ways)
-        inDialogs(way, {[&](QDialog& form) {
-                      expectForm(form, edit.form, edit.before);
-                      press(Qt::Key_Escape);
-                  }});
-    EXPECT_EQ(saves(), 0);
-}
-
-TEST_P(TextEditTest, TheFurtherAnswersOfTheServiceMatterForTwoAddressesOnly) {
-    const TextEdit& edit = GetParam();
-    logIn();
-    const SettingsRecord before = settings();
-    const SettingsRecord expected = changed(before, edit.change);
-    for (const Integer answer : {result::SettingsAnswer8, result::SettingsAnswer9}) {
-        SCOPED_TRACE(answer);
-        onServer([&](Server& s) { s.site().settings_save_answer = answer; });
+    // Confirmed unchanged it is sent without a notice, but for the level, if there is one.
+    expectBoxIf(edit.notice == kDebugLevel ? kDebugLevel : nullptr, kExclamation);
+    properties({[](QDialog& form) { clickOn(form, "OkButton"); }});
+    EXPECT_EQ(sentSettings(), expected);
+    // A further answer of the service matters for two addresses only. A cancel sends nothing.
+    onServer([](Server& s) { s.site().settings_save_answer = result::SettingsAnswer8; });
+    for (const bool is_cancelled : {false, true}) {
         settings() = before;
         clickNode("view");
         select(edit.node, edit.row);
-        expectBoxes(edit.notices);
-        properties({entering(edit.typed)});
+        if (is_cancelled)
+            edit.change(settings()); // shows whether the list is rebuilt
+        else
+            expectBoxIf(edit.notice, edit.notice_icon);
+        properties({typing(edit.typed + std::string(is_cancelled ? "\x1b" : "\n"))});
         EXPECT_EQ(settings(), expected);
-        EXPECT_EQ(cell(edit.row), edit.rebuild == Rebuild::WhenDone ? edit.before : edit.cell);
-        EXPECT_TRUE(context().link.isOpen());
+        EXPECT_EQ(cell(edit.row) == edit.cell,
+                  is_cancelled ? edit.rebuilds_after_cancel : !edit.rebuilds_when_done_only);
     }
-}
-
-TEST_P(TextEditTest, AFailureEndsTheConnection) {
-    const TextEdit& edit = GetParam();
-    for (const Failure failure : kFailures) {
-        SCOPED_TRACE(static_cast<int>(failure));
-        onServer([](Server& s) {
-            s.faults() = {};
-            s.site() = simulator::sampleSite();
-        });
-        logIn();
-        const SettingsRecord expected = changed(settings(), edit.change);
-        select(edit.node, edit.row);
-        stopTimer();
-        expectBoxes(edit.notices);
-        failing(failure, ObjectClass::Settings, kFailure,
-                [&] { properties({entering(edit.typed)}); });
-        EXPECT_FALSE(context().link.isOpen());
-        // Until the next tick the console shows what it was told to set.
-        EXPECT_EQ(settings(), expected);
-        EXPECT_EQ(cell(edit.row), edit.rebuild == Rebuild::WhenDone ? edit.before : edit.cell);
-        tick();
-        EXPECT_TRUE(isLoggedOut());
-        window().menuTimer()->start();
-    }
+    EXPECT_TRUE(context().link.isOpen());
+    EXPECT_EQ(saves(), 3);
 }
 
 INSTANTIATE_TEST_SUITE_P(, TextEditTest, testing::ValuesIn(kTextEdits),
                          [](const auto& test) { return test.param.key; });
 
-struct Switch {
-    const char* node;
-    int row;
-    const char* key;
-    Integer SettingsRecord::*value;
-    const char* notice; // when it is switched on
-};
-
-constexpr Switch kSwitches[] = {
-    {"options", 1, "allowpriority", &SettingsRecord::allow_priority, nullptr},
-    {"options", 2, "Scheduleactivated", &SettingsRecord::schedule_activated, nullptr},
-    {"uucpdaemon", 3, "dischargecr", &SettingsRecord::discharge_cr, kDischargeCr},
-    {"logs", 0, "maillogging", &SettingsRecord::mail_logging, nullptr},
-    {"logs", 1, "uucptransferlogging", &SettingsRecord::uucp_transfer_logging, nullptr},
-    {"logs", 2, "smtplogging", &SettingsRecord::smtp_logging, nullptr},
-    {"logs", 3, "scriptlogging", &SettingsRecord::script_logging, nullptr},
-    {"logs", 4, "comlogging", &SettingsRecord::com_logging, nullptr},
-    {"logs", 5, "uucpcmdlogging", &SettingsRecord::uucp_command_logging, nullptr},
-    {"logs", 6, "uucpadvlogging", &SettingsRecord::uucp_advanced_logging, nullptr},
-};
-
-class SwitchTest : public SettingEditorTest, public testing::WithParamInterface<Switch> {
-protected:
-    bool isLog() const { return std::string_view(GetParam().node) == "logs"; }
-};
-
-TEST_P(SwitchTest, IsFlippedInEveryWay) {
-    const Switch& flipped = GetParam();
-    onServer([&](Server& s) { s.site().settings.*flipped.value = 1; }); // any number but 0 is a yes
+TEST_F(SettingEditorTest, SwitchesAreFlippedSentAndShown) {
+    // clang-format off
+    const std::tuple<const char*, int, Integer S::*> switches[] = {
+        {"options", 1, &S::allow_priority}, {"options", 2, &S::schedule_activated},
+        {"uucpdaemon", 3, &S::discharge_cr},
+        {"logs", 0, &S::mail_logging}, {"logs", 1, &S::uucp_transfer_logging},
+        {"logs", 2, &S::smtp_logging}, {"logs", 3, &S::script_logging},
+        {"logs", 4, &S::com_logging}, {"logs", 5, &S::uucp_command_logging},
+        {"logs", 6, &S::uucp_advanced_logging}};
+    // clang-format on
+    for (const auto& [node, row, value] : switches) // any number but 0 is a yes
+        onServer([&](Server& s) { s.site().settings.*value = 1; });
     logIn();
-    SettingsRecord expected = settings();
-    select(flipped.node, flipped.row);
-    std::vector<std::function<void()>> ways{
-        [&] { trigger("Toggmenu"); },
-        [&] { clickInContextMenu("Toggmenu"); },
-        [&] { doubleClickRow(flipped.row); },
-        [&] { QTest::keyClick(&list(), Qt::Key_Return); },
-    };
-    if (!isLog()) {
-        ways.emplace_back([&] { trigger("PropertiesMenu"); });
-        ways.emplace_back([&] { trigger("toolbar_properties"); });
-    }
+    S expected = settings();
     int saved = 0;
-    for (const auto& way : ways) {
-        expected.*flipped.value = expected.*flipped.value == kFalse ? kTrue : kFalse;
-        if (expected.*flipped.value != kFalse && flipped.notice)
-            boxes.expectBox(kExclamation, flipped.notice,
-                            [&](QMessageBox&) { EXPECT_EQ(saves(), saved); });
-        way();
-        EXPECT_EQ(saves(), ++saved);
-        EXPECT_EQ(sentSettings(), expected);
-        EXPECT_EQ(settings(), expected);
-        EXPECT_EQ(image(flipped.row),
-                  expected.*flipped.value != kFalse ? "squareselected" : "square");
-        EXPECT_EQ(list().selectedKey(), flipped.key);
-        EXPECT_TRUE(boxes.done());
-    }
+    for (const auto& [node, row, value] : switches)
+        for (const int way : {0, 1, 2}) {
+            SCOPED_TRACE(node + std::to_string(row) + " by " + std::to_string(way));
+            select(node, row);
+            expected.*value = expected.*value == kFalse ? kTrue : kFalse;
+            if (value == &S::discharge_cr && expected.discharge_cr != kFalse)
+                boxes.expectBox(kExclamation, kDischargeCr,
+                                [&](QMessageBox&) { EXPECT_EQ(saves(), saved); });
+            if (way == 0)
+                clickRow(row, true);
+            else // where a log has its period instead
+                trigger(way == 1 && *node != 'l' ? "PropertiesMenu" : "Toggmenu");
+            EXPECT_EQ(saves(), ++saved);
+            EXPECT_EQ(sentSettings(), expected);
+            EXPECT_EQ(image(row), expected.*value == kFalse ? "square" : "squareselected");
+            EXPECT_EQ(list().selectedRow(), row);
+        }
+    EXPECT_EQ(settings(), expected);
 }
-
-INSTANTIATE_TEST_SUITE_P(, SwitchTest, testing::ValuesIn(kSwitches),
-                         [](const auto& test) { return test.param.key; });
 
 TEST_F(SettingEditorTest, ForcedSendParametersAreSentWhenTheyDifferedFromTheOtherSwitch) {
     logIn();
     select("uucpdaemon", 4);
     int saved = 0;
     for (const Integer discharge_cr : {kFalse, kTrue})
-        for (const Integer before : {kFalse, kTrue, kFalse}) {
+        for (const Integer before : {kFalse, kTrue}) {
             SCOPED_TRACE(std::to_string(discharge_cr) + ' ' + std::to_string(before));
             settings().discharge_cr = discharge_cr;
             settings().force_send_params = before;
@@ -391,40 +217,26 @@ TEST_F(SettingEditorTest, ForcedSendParametersAreSentWhenTheyDifferedFromTheOthe
             trigger("Toggmenu");
             EXPECT_EQ(settings().force_send_params, before == kFalse ? kTrue : kFalse);
             EXPECT_EQ(image(4), before == kFalse ? "squareselected" : "square");
-            if (before != discharge_cr) {
-                ++saved;
-                EXPECT_EQ(sentSettings(), settings());
-            }
+            saved += before != discharge_cr;
             EXPECT_EQ(saves(), saved);
         }
-    EXPECT_EQ(list().selectedKey(), "forcesendparams");
 }
 
 TEST_F(SettingEditorTest, ALogPeriodReachesTheServiceWithTheNextSave) {
-    constexpr Integer SettingsRecord::*kPeriods[] = {
-        &SettingsRecord::mail_log_period,         &SettingsRecord::uucp_transfer_log_period,
-        &SettingsRecord::smtp_log_period,         &SettingsRecord::script_log_period,
-        &SettingsRecord::com_log_period,          &SettingsRecord::uucp_command_log_period,
-        &SettingsRecord::uucp_advanced_log_period};
+    constexpr Integer S::*kPeriods[] = {&S::mail_log_period,         &S::uucp_transfer_log_period,
+                                        &S::smtp_log_period,         &S::script_log_period,
+                                        &S::com_log_period,          &S::uucp_command_log_period,
+                                        &S::uucp_advanced_log_period};
+    static constexpr std::array kPeriod{"Logging period",
+                                        "Number of days that the log should cover:", "log32"};
     logIn();
-    SettingsRecord expected = settings();
+    S expected = settings();
     for (int row = 0; row < 7; ++row) {
-        SCOPED_TRACE(row);
         select("logs", row);
-        const std::string before = std::to_string(settings().*kPeriods[row]);
-        const std::string typed = std::to_string(100 + row) + ".5 days";
-        const auto open = [&] {
-            if (row % 3 == 0)
-                trigger("PropertiesMenu");
-            else if (row % 3 == 1)
-                trigger("toolbar_properties");
-            else
-                clickInContextMenu("PropertiesMenu");
-        };
-        inDialogs(open, {[&](QDialog& form) {
-                      expectForm(form, kPeriodForm, before.c_str());
-                      enter(typed.c_str());
-                  }});
+        properties({[&](QDialog& form) {
+            expectForm(form, kPeriod, std::to_string(expected.*kPeriods[row]));
+            type(std::to_string(100 + row) + ".5 days\n");
+        }});
         EXPECT_EQ(saves(), row + 1);
         EXPECT_EQ(sentSettings(), expected) << "with the periods before it";
         const int period = 100 + row + row % 2; // halves to the even neighbour
@@ -433,142 +245,55 @@ TEST_F(SettingEditorTest, ALogPeriodReachesTheServiceWithTheNextSave) {
         EXPECT_EQ(cell(row), std::to_string(period));
         EXPECT_EQ(list().selectedRow(), row);
     }
-    trigger("Toggmenu");
-    expected.uucp_advanced_logging = kTrue;
-    EXPECT_EQ(sentSettings(), expected);
-    EXPECT_EQ(site().settings, expected);
-}
-
-TEST_F(SettingEditorTest, ALogPeriodThatIsNoNumberIsZeroAndShownAsNothing) {
-    logIn();
-    select("logs", 2);
-    properties({entering("abc")});
-    EXPECT_EQ(settings().smtp_log_period, 0);
-    EXPECT_EQ(cell(2), "0");
-    properties({[](QDialog& form) {
-        EXPECT_EQ(child<QLineEdit>(form, "Edittext")->text(), "");
-        enter("-5");
-    }});
-    EXPECT_EQ(settings().smtp_log_period, -5);
-    EXPECT_EQ(saves(), 2);
-
-    settings().smtp_log_period = 44; // a cancel rebuilds the list, too
-    properties({cancel});
-    EXPECT_EQ(cell(2), "44");
-    EXPECT_EQ(saves(), 2);
+    // No number is 0, which is shown as nothing; a cancel rebuilds the list, too.
+    properties({typing("abc\n")});
+    EXPECT_EQ(cell(6), "0");
+    settings().uucp_advanced_log_period = 44;
+    properties({typing("\x1b")});
+    EXPECT_EQ(cell(6), "44");
+    EXPECT_EQ(saves(), 8);
 }
 
 TEST_F(SettingEditorTest, ANumberPast16BitsIsLoggedAndTheConsoleGoesOn) {
     logIn();
-    const SettingsRecord before = settings();
+    const S before = settings();
     const std::size_t lines = logged().size();
-    const struct {
-        const char* node;
-        int row;
-        const char* typed;
-    } cases[] = {{"admin", 0, "40000.1.1.1"},
-                 {"smtpserver", 0, "1.1.1.32768"},
-                 {"smtpforward", 0, "1.99999.11111.1"},
-                 {"logs", 0, "32768"}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.typed);
-        select(c.node, c.row);
-        const Lines shown = listed();
-        properties({entering(c.typed)});
-        EXPECT_EQ(listed(), shown);
-        EXPECT_EQ(list().selectedRow(), c.row);
+    for (const auto& [node, keys] : {std::pair{"admin", "40000.1.1.1\n"}, {"logs", "32768\n"}}) {
+        select(node, 0);
+        properties({typing(keys)});
     }
     EXPECT_EQ(settings(), before);
     EXPECT_EQ(saves(), 0);
-    ASSERT_EQ(logged().size(), lines + std::size(cases));
+    ASSERT_EQ(logged().size(), lines + 2);
     EXPECT_TRUE(logged()[lines].starts_with("Overflow ; (6/")) << logged()[lines];
     EXPECT_TRUE(logged().back().starts_with("Loop->Overflow ; (6/")) << logged().back();
-    EXPECT_TRUE(context().link.isOpen());
-
-    properties({entering("365")});
-    EXPECT_EQ(saves(), 1);
-    EXPECT_EQ(settings().mail_log_period, 365);
-}
-
-TEST_F(SettingEditorTest, AnEmptyDebuggingLevelGivesNoWarning) {
-    logIn();
+    // Nor does an empty level give a warning.
     select("uucpdaemon", 2);
-    properties({entering("   ")});
+    properties({typing("   \n")});
     EXPECT_EQ(site().settings.remote_debugging_level.bytes(), "");
-    EXPECT_EQ(saves(), 1);
-}
-
-TEST_F(SettingEditorTest, AFailedSwitchOrPeriodEndsTheConnection) {
-    for (const Failure failure : kFailures)
-        for (const char* command : {"Toggmenu", "PropertiesMenu"}) {
-            SCOPED_TRACE(command + std::to_string(static_cast<int>(failure)));
-            onServer([](Server& s) {
-                s.faults() = {};
-                s.site() = simulator::sampleSite();
-            });
-            logIn();
-            select("logs", 3);
-            stopTimer();
-            failing(failure, ObjectClass::Settings, kFailure, [&] {
-                if (command == std::string("Toggmenu"))
-                    trigger(command);
-                else
-                    properties({entering("8")});
-            });
-            EXPECT_FALSE(context().link.isOpen());
-            EXPECT_EQ(rowText(3), command == std::string("Toggmenu")
-                                      ? "scriptlogging squareselected Script logging|7"
-                                      : "scriptlogging square Script logging|8");
-            EXPECT_EQ(site().settings.script_log_period, 7);
-            tick();
-            EXPECT_TRUE(isLoggedOut());
-            window().menuTimer()->start();
-        }
-}
-
-TEST_F(SettingEditorTest, AConnectionLostBehindTheDialogFailsTheSave) {
-    logIn();
-    select("uucpdaemon", 0);
-    boxes.expectBox(kCritical, kFailure);
-    properties({[this](QDialog&) {
-        onServer([](Server& s) { s.closeConnections(); });
-        EXPECT_TRUE(isLoggedOut());
-        enter("run.bat");
-    }});
-    EXPECT_EQ(saves(), 0);
-    EXPECT_TRUE(isLoggedOut());
-    EXPECT_TRUE(boxes.done());
-    logIn();
-    EXPECT_EQ(settings(), simulator::sampleSite().settings);
 }
 
 TEST_F(SettingEditorTest, SpeakSwedish) {
     set(setting::CountryCode, "4000");
     logIn();
     select("admin", 0);
-    constexpr FormTexts ip{"Redigera IP-nummer", "IP-nummer:", "netadress32"};
     boxes.expectBox(kPlain, "Det angivna IP-numret är ogiltigt!");
-    properties({[&](QDialog& form) {
-                    expectForm(form, ip, "127.0.0.1");
-                    EXPECT_EQ(child<QPushButton>(form, "CancelButton")->text(), "&Avbryt");
-                    enter("å");
-                },
-                [](QDialog& form) {
-                    EXPECT_EQ(child<QLineEdit>(form, "Edittext")->text(), "å");
-                    press(Qt::Key_A, Qt::AltModifier);
-                    EXPECT_TRUE(waitUntil([&] { return !form.isVisible(); }));
-                }});
-
+    const Act enter = [](QDialog& form) {
+        EXPECT_EQ(form.windowTitle(), "Redigera IP-nummer");
+        EXPECT_EQ(textOf(form, "CancelButton"), "&Avbryt");
+        textOf(form, "Edittext") == "å" ? press(Qt::Key_A, Qt::AltModifier) : type("å\n");
+        EXPECT_TRUE(waitUntil([&] { return !form.isVisible(); }));
+    };
+    properties({enter, enter});
     select("uucpdaemon", 1);
     boxes.expectBox(kCritical, "Kommandot får inte innehålla sökväg eller enhetsbokstav. Det får "
                                "inte heller innehålla något av dessa tecken \\/*:?<>|");
-    properties({entering("städa/allt.bat"), entering("städa allt.bat")});
-    EXPECT_EQ(sentSettings().uucp_after_command.text(), "städa allt.bat");
-
+    properties({typing("städa/allt.bat\n"), typing("städa allt.bat\n")});
+    EXPECT_EQ(settings().uucp_after_command.text(), "städa allt.bat");
     failing(Failure::Refused, ObjectClass::Settings,
             "Det går inte att överföra nya inställningar till Tollwick-tjänsten!\n"
             "Anslutningen har brutits!",
-            [this] { properties({entering("x")}); });
+            [this] { properties({typing("x\n")}); });
     EXPECT_TRUE(isLoggedOut());
 }
 

@@ -1,141 +1,95 @@
 #include "tests/ui/support/console_test.h"
 
 #include <QApplication>
-#include <QLineEdit>
 #include <QMenuBar>
-#include <QPushButton>
-#include <QTimer>
 
 namespace tollwick {
 namespace {
 
-using simulator::Server;
-
-constexpr const char* kNoOutbox =
-    "Unable to retrieve outbox information from the Tollwick Service!\n"
-    "The connection is terminated!";
-constexpr const char* kNoAuthentication =
-    "Unable to get authentication from the Tollwick Service!\nThe connection is terminated!";
-
 class WaitingTest : public ConsoleTest {
 protected:
-    WaitingTest() { set(setting::ComTimeout, "1"); }
-
-    void neverReply(ObjectClass object_class) {
-        onServer([&](Server& s) {
-            s.faults().only_class = object_class;
-            s.faults().never_reply = true;
-        });
-    }
-    // Ends the wait: a little more than the time-out has passed.
-    void runOutOfTime() {
-        clock.time.second += 1;
-        clock.time.hundredths += 1;
+    // Refreshes the outbox, which the service never answers, and acts during the wait.
+    void refresh(const Work& act) {
+        logIn();
+        select("outbox", 2);
+        neverReply(ObjectClass::OutboxMail);
+        boxes.expectBox(kCritical, "Unable to retrieve outbox information from the Tollwick "
+                                   "Service!\nThe connection is terminated!");
+        inRequest([this] { trigger("Refreshmenu"); }, act);
+        tick();
+        EXPECT_TRUE(isLoggedOut());
+        EXPECT_TRUE(boxes.done());
     }
 };
 
 TEST_F(WaitingTest, NoWindowTakesInputUntilTheTimeOut) {
-    logIn();
-    clickNode("outbox");
-    clickRow(2);
-    neverReply(ObjectClass::OutboxMail);
-    boxes.expectBox(QMessageBox::Critical, kNoOutbox);
-    inRequest([this] { trigger("Refreshmenu"); },
-              [this] {
-                  EXPECT_EQ(info(), "Retrieving outbox contents...");
-                  list().viewport()->repaint();
-                  EXPECT_EQ(listed().size(), 13U)
-                      << "the old mails stay until the new ones are there";
-                  ConfigTree* tree = window().tree();
-                  const QRect schedules = tree->visualItemRect(node("schedule"));
-                  QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, schedules.center());
-                  QTest::keyClick(tree, Qt::Key_Up);
-                  QTest::keyClick(&list(), Qt::Key_Up);
-                  QTest::keyClick(&list(), Qt::Key_Delete);
-                  QTest::keyClick(&window(), Qt::Key_F1);
-                  QTest::keyClick(&window(), Qt::Key_F, Qt::AltModifier);
-                  QMenuBar* menus = window().menuBar();
-                  QTest::mouseClick(menus, Qt::LeftButton, {},
-                                    menus->actionGeometry(menus->actions().first()).center());
-                  EXPECT_EQ(tree->selectedKey(), "outbox");
-                  EXPECT_EQ(list().selectedRow(), 2);
-                  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
-                  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    refresh([this] {
+        EXPECT_EQ(info(), "Retrieving outbox contents...");
+        list().viewport()->repaint();
+        EXPECT_EQ(listed().size(), 13U) << "the old mails stay until the new ones are there";
+        ConfigTree* tree = window().tree();
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {},
+                          tree->visualItemRect(node("schedule")).center());
+        for (QWidget* widget : std::initializer_list<QWidget*>{tree, &list(), &window()})
+            for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Delete, Qt::Key_F1})
+                QTest::keyClick(widget, key);
+        QTest::keyClick(&window(), Qt::Key_F, Qt::AltModifier);
+        QMenuBar* menus = window().menuBar();
+        QTest::mouseClick(menus, Qt::LeftButton, {},
+                          menus->actionGeometry(menus->actions().first()).center());
+        EXPECT_EQ(tree->selectedKey(), "outbox");
+        EXPECT_EQ(list().selectedRow(), 2);
+        EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 
-                  int ticks = 0;
-                  QTimer timer;
-                  timer.callOnTimeout([&] { ++ticks; });
-                  timer.start(1);
-                  EXPECT_TRUE(waitUntil([&] { return ticks > 20; }));
-                  clock.time.hundredths += 99;
-                  EXPECT_TRUE(waitUntil([&] { return ticks > 40; }));
-                  EXPECT_TRUE(context().link.isWaiting());
-                  EXPECT_EQ(requestCount(ObjectClass::OutboxMail), 14) << "13 at the login";
-                  runOutOfTime();
-              });
-    EXPECT_TRUE(isLoggedOut());
-    EXPECT_TRUE(boxes.done());
-
+        clock.time.hundredths += 99;
+        int ticks = 0;
+        QTimer timer;
+        timer.callOnTimeout([&] { ++ticks; });
+        timer.start(1);
+        EXPECT_TRUE(waitUntil([&] { return ticks > 40; }));
+        EXPECT_TRUE(context().link.isWaiting());
+        EXPECT_EQ(requestCount(ObjectClass::OutboxMail), 14) << "13 at the login";
+        runOutOfTime();
+    });
     // All of it works again.
-    onServer([](Server& s) { s.faults() = {}; });
+    restore();
     logIn();
-    clickNode("schedule");
-    clickRow(1);
+    select("schedule", 1);
 }
 
 TEST_F(WaitingTest, TheLoginDialogStaysUntilTheTimeOut) {
     ASSERT_TRUE(start());
     neverReply(ObjectClass::Login);
-    boxes.expectBox(QMessageBox::Critical, kNoAuthentication);
+    boxes.expectBox(kCritical, "Unable to get authentication from the Tollwick Service!\n"
+                               "The connection is terminated!");
     inDialog([this] { trigger("LoginMenu"); },
              [this](QDialog& login) {
-                 const auto child = [&](const char* name) {
-                     return login.findChild<QWidget*>(name);
-                 };
-                 inRequest([&] { QTest::mouseClick(child("btnOk"), Qt::LeftButton); },
+                 inRequest([&] { clickOn(login, "btnOk"); },
                            [&] {
                                EXPECT_EQ(info(), "Connected...");
                                for (const char* name : {"btnOk", "btnCancel", "btnOptions"})
-                                   EXPECT_FALSE(child(name)->isEnabled()) << name;
+                                   EXPECT_FALSE(child(login, name)->isEnabled()) << name;
                                QTest::keyClick(&login, Qt::Key_Escape);
-                               QTest::keyClicks(child("tbServerConnectUsername"), "x");
+                               QTest::keyClicks(child(login, "tbServerConnectUsername"), "x");
                                login.close();
                                EXPECT_TRUE(login.isVisible());
                                runOutOfTime();
                            });
-                 EXPECT_TRUE(login.isVisible());
-                 EXPECT_TRUE(child("btnOk")->isEnabled());
-                 EXPECT_EQ(login.findChild<QLineEdit*>("tbServerConnectUsername")->text(), "admin");
-                 QTest::mouseClick(child("btnCancel"), Qt::LeftButton);
+                 EXPECT_EQ(textOf(login, "tbServerConnectUsername"), "admin");
+                 clickOn(login, "btnCancel");
              });
     EXPECT_FALSE(context().link.isOpen());
 }
 
 TEST_F(WaitingTest, ClosingTheWindowEndsTheProcess) {
-    logIn();
-    clickNode("outbox");
-    neverReply(ObjectClass::OutboxMail);
-    boxes.expectBox(QMessageBox::Critical, kNoOutbox); // only because the test's process goes on
-    inRequest([this] { trigger("Refreshmenu"); },
-              [this] {
-                  window().close();
-                  EXPECT_EQ(ended, 1);
-                  EXPECT_EQ(stored(setting::WindowXsize), "7440");
-                  runOutOfTime();
-              });
+    refresh([this] {
+        window().close();
+        EXPECT_EQ(ended, 1);
+        EXPECT_EQ(stored(setting::WindowXsize), "7440");
+        loseConnection(); // which ends the wait at once
+    });
     EXPECT_EQ(ended, 1);
-}
-
-TEST_F(WaitingTest, ALostConnectionEndsTheWaitAtOnce) {
-    logIn();
-    clickNode("outbox");
-    neverReply(ObjectClass::OutboxMail);
-    boxes.expectBox(QMessageBox::Critical, kNoOutbox,
-                    [this](QMessageBox&) { EXPECT_TRUE(isLoggedOut()); });
-    inRequest([this] { trigger("Refreshmenu"); },
-              [this] { onServer([](Server& s) { s.closeConnections(); }); });
-    tick();
-    EXPECT_TRUE(isLoggedOut());
 }
 
 } // namespace

@@ -1,97 +1,150 @@
 #include "tests/ui/support/console_test.h"
 
-#include <QApplication>
-#include <QLineEdit>
-#include <QTimer>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QRegularExpression>
+#include <QTabWidget>
 #include <QTreeWidgetItemIterator>
+
+#include <sstream>
 
 namespace tollwick {
 namespace {
 
-std::string text(const QModelIndex& index, int role = Qt::DisplayRole) {
-    return index.data(role).toString().toStdString();
+using simulator::Server;
+
+// The control that takes the keys: one of the dialog on top, if there is any.
+QWidget* focusWidget() {
+    EXPECT_TRUE(waitUntil([] {
+        const QWidget* focus = QApplication::focusWidget();
+        QWidget* top = QApplication::activeModalWidget();
+        if (focus && (!top || top->isAncestorOf(focus)))
+            return true;
+        if (top) // no window manager does it here when a box or a dialog is gone
+            top->activateWindow();
+        return false;
+    })) << "no control has the focus";
+    return QApplication::focusWidget();
 }
 
 } // namespace
 
-ConsoleTest::ConsoleTest(simulator::Site site)
-    : service(std::move(site),
+ConsoleTest::ConsoleTest()
+    : service(simulator::sampleSite(),
               [this] { return std::chrono::milliseconds(transport_time.load()); }) {
     set(setting::ServerConnectPort, std::to_string(service.port()));
-}
-
-void ConsoleTest::set(const Setting& setting, const std::string& value) {
-    Settings(store).write(setting, value);
+    set(setting::ComTimeout, "1");
 }
 
 bool ConsoleTest::start() {
     console = std::make_unique<Console>(ConsoleEnvironment{
         store, system_log, clock, {"", folder.text("install")}, [this] { ++ended; }});
-    return console->Main() && QTest::qWaitForWindowActive(&window());
+    return console->Main() && (window().isMinimized() || QTest::qWaitForWindowActive(&window()));
 }
 
 void ConsoleTest::logIn() {
     ASSERT_TRUE(console || start());
     inDialog([this] { trigger("LoginMenu"); },
-             [](QDialog& login) {
-                 auto* password = login.findChild<QLineEdit*>("tbServerConnectPassword");
-                 QTest::keyClicks(password, simulator::kSamplePassword);
-                 QTest::keyClick(password, Qt::Key_Return);
-             });
+             typing(std::string(simulator::kSamplePassword) + '\n'));
     ASSERT_TRUE(waitUntil([this] { return action("LogOffMenu")->isEnabled(); }));
-    ASSERT_TRUE(context().link.isOpen());
-    // No window manager does it here once the dialog is gone.
     window().activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
 }
 
-void ConsoleTest::stopTimer() {
-    tick();
-    window().menuTimer()->stop();
-}
-
-void ConsoleTest::inDialog(const std::function<void()>& open,
-                           const std::function<void(QDialog&)>& act) {
-    bool came = false;
+void ConsoleTest::inDialogs(const Work& open, const std::vector<Act>& acts) {
+    const QWidget* below = QApplication::activeModalWidget();
+    std::size_t count = 0;
+    bool is_acting = false;
     QTimer later;
     later.callOnTimeout([&] {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (!dialog || came)
+        if (is_acting || !dialog || dialog == below || !dialog->isVisible() ||
+            qobject_cast<QMessageBox*>(dialog))
             return;
-        came = true;
-        later.stop();
-        act(*dialog);
+        is_acting = true;
+        focusWidget();
+        if (count++ < acts.size())
+            acts[count - 1](*dialog);
         if (dialog->isVisible()) {
             ADD_FAILURE() << "Dialog that stays: " << dialog->objectName().toStdString();
             dialog->reject();
         }
+        is_acting = false;
     });
-    later.start(10);
+    later.start(5);
     open();
-    EXPECT_TRUE(came) << "no dialog came up";
+    EXPECT_EQ(count, acts.size()) << "dialogs that came up";
 }
 
-void ConsoleTest::inRequest(const std::function<void()>& request,
-                            const std::function<void()>& act) {
+void ConsoleTest::inRequest(const Work& request, const Work& act) {
     bool came = false;
     QTimer later;
     later.callOnTimeout([&] {
-        if (!context().link.isWaiting())
+        if (came || !context().link.isWaiting())
             return;
         came = true;
-        later.stop();
         act();
     });
-    later.start(10);
+    later.start(5);
     request();
     EXPECT_TRUE(came) << "nothing was waited for";
 }
 
-QAction* ConsoleTest::action(const char* name) {
-    auto* found = window().findChild<QAction*>(name);
-    if (!found)
-        throw std::out_of_range(name);
-    return found;
+void ConsoleTest::type(const std::string& text) {
+    for (const QChar character : QString::fromStdString(text))
+        if (character < QChar(0x80))
+            QTest::keyClick(focusWidget(), character == '\n' ? '\r' : character.toLatin1());
+        else // which QTest has no key for
+            QTest::sendKeyEvent(QTest::Click, focusWidget(), Qt::Key_unknown, character, {});
+}
+
+void ConsoleTest::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    QTest::keyClick(focusWidget(), key, modifiers);
+}
+
+std::string ConsoleTest::focused() {
+    return focusWidget()->objectName().toStdString();
+}
+
+void ConsoleTest::play(QDialog& dialog, const std::string& steps) {
+    for (const QString& step : QString::fromStdString(steps).split('|')) {
+        SCOPED_TRACE(step.toStdString());
+        const auto at = step.indexOf(QRegularExpression("[=?]"));
+        const std::string name = step.left(at).toStdString();
+        const std::string text = at < 0 ? "" : step.mid(at + 1).toStdString();
+        if (at >= 0 && step[at] == '?') {
+            EXPECT_EQ(name.empty() ? focused() : textOf(dialog, name.c_str()), text);
+            continue;
+        }
+        auto* widget = child(dialog, name.c_str());
+        for (QWidget* page = widget; page; page = page->parentWidget())
+            if (auto* tabs = dialog.findChild<QTabWidget*>(); tabs && tabs->indexOf(page) >= 0)
+                tabs->setCurrentWidget(page);
+        focusWidget();
+        ASSERT_TRUE(widget->isVisible() && widget->isEnabled());
+        if (auto* list = qobject_cast<QComboBox*>(widget)) {
+            list->setFocus();
+            press(Qt::Key_Home);
+            for (int i = 0; i < std::stoi(text); ++i)
+                press(Qt::Key_Down);
+            continue;
+        }
+        QTest::mouseClick(widget, Qt::LeftButton, {}, {8, widget->height() / 2});
+        if (at < 0)
+            continue;
+        QCoreApplication::processEvents();
+        press(Qt::Key_A, Qt::ControlModifier);
+        type("\b" + text);
+    }
+}
+
+std::string ConsoleTest::textOf(QWidget& parent, const char* name) {
+    const QWidget* widget = child(parent, name);
+    for (const char* property : {"text", "currentText", "title", "plainText"})
+        if (widget->property(property).isValid())
+            return widget->property(property).toString().toStdString();
+    return {};
 }
 
 void ConsoleTest::trigger(const char* name) {
@@ -102,7 +155,7 @@ void ConsoleTest::trigger(const char* name) {
 
 QTreeWidgetItem* ConsoleTest::node(const std::string& key) {
     for (QTreeWidgetItemIterator item(window().tree()); *item; ++item)
-        if ((*item)->data(0, Qt::UserRole).toString().toStdString() == key)
+        if ((*item)->data(0, kKeyRole).toString().toStdString() == key)
             return *item;
     throw std::out_of_range(key);
 }
@@ -115,11 +168,24 @@ void ConsoleTest::clickNode(const std::string& key) {
     ASSERT_EQ(tree->selectedKey(), key);
 }
 
-void ConsoleTest::clickRow(int row) {
+void ConsoleTest::clickRow(int row, bool twice) {
     const QModelIndex index = list().model()->index(row, 0);
     list().scrollTo(index);
-    QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, list().visualRect(index).center());
+    const QPoint place = list().visualRect(index).center();
+    QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, place);
     ASSERT_EQ(list().selectedRow(), row);
+    if (twice)
+        QTest::mouseDClick(list().viewport(), Qt::LeftButton, {}, place);
+}
+
+void ConsoleTest::clickInContextMenu(const char* name) {
+    ASSERT_TRUE(waitUntil([&] { return action(name)->isEnabled(); }));
+    const QPoint place = list().visualRect(list().currentIndex()).center();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, list().viewport()->mapToGlobal(place));
+    QApplication::sendEvent(list().viewport(), &event);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_TRUE(menu);
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action(name)).center());
 }
 
 Lines ConsoleTest::tree() {
@@ -137,19 +203,18 @@ Lines ConsoleTest::tree() {
 
 Lines ConsoleTest::listed() {
     const QAbstractItemModel& model = *list().model();
-    const auto joined = [&](const auto& cell) {
-        std::string line;
+    Lines lines;
+    for (int row = -1; row < model.rowCount(); ++row) {
+        QStringList cells;
         for (int column = 0; column < model.columnCount(); ++column)
-            line += (column == 0 ? "" : "|") + cell(column);
-        return line;
-    };
-    Lines lines{joined([&](int column) {
-        return model.headerData(column, Qt::Horizontal).toString().toStdString();
-    })};
-    for (int row = 0; row < model.rowCount(); ++row) {
-        const QModelIndex first = model.index(row, 0);
-        lines.push_back(text(first, Qt::UserRole) + ' ' + text(first, Qt::UserRole + 1) + ' ' +
-                        joined([&](int column) { return text(model.index(row, column)); }));
+            cells << (row < 0 ? model.headerData(column, Qt::Horizontal)
+                              : model.index(row, column).data())
+                         .toString();
+        QString line = cells.join('|');
+        for (const int role : {kImageRole, kKeyRole})
+            if (row >= 0)
+                line = model.index(row, 0).data(role).toString() + ' ' + line;
+        lines.push_back(line.toStdString());
     }
     return lines;
 }
@@ -162,13 +227,73 @@ bool ConsoleTest::isLoggedOut() {
     });
 }
 
-int ConsoleTest::requestCount(ObjectClass object_class) {
-    return onServer([&](simulator::Server& server) {
-        return static_cast<int>(std::count_if(
-            server.requests().begin(), server.requests().end(), [&](const auto& request) {
-                return request.object_class == static_cast<Integer>(object_class);
-            }));
+void ConsoleTest::restore() {
+    onServer([](Server& server) {
+        server.site() = simulator::sampleSite();
+        server.faults() = {};
+        server.forgetRequests();
     });
+}
+
+void ConsoleTest::setFault(ObjectClass object_class, bool never_reply) {
+    onServer([&](Server& server) {
+        server.faults().only_class = object_class;
+        server.faults().never_reply = never_reply;
+        if (!never_reply)
+            server.faults().result = result::Refused;
+    });
+}
+
+int ConsoleTest::requestCount(ObjectClass object_class) {
+    const auto requests = onServer([](Server& server) { return server.requests(); });
+    return static_cast<int>(std::count_if(requests.begin(), requests.end(), [&](const auto& r) {
+        return r.object_class == static_cast<Integer>(object_class);
+    }));
+}
+
+int ConsoleTest::saves() {
+    const auto requests = onServer([](Server& server) { return server.requests(); });
+    return static_cast<int>(std::count_if(requests.begin(), requests.end(), [](const auto& r) {
+        const auto operation = static_cast<Operation>(r.operation);
+        return operation == Operation::Add || operation == Operation::Save ||
+               operation == Operation::Delete;
+    }));
+}
+
+Lines ConsoleTest::logged() {
+    std::istringstream log(folder.read("install/Logs/Tollwick.log"));
+    Lines lines;
+    for (std::string line; std::getline(log, line);)
+        lines.push_back(line.substr(line.find("A:") + 2));
+    return lines;
+}
+
+std::string ConsoleTest::failing(Failure failure, ObjectClass object_class,
+                                 const std::string& message, const Work& work) {
+    boxes.expectBox(kCritical, message, [this](QMessageBox&) {
+        EXPECT_TRUE(context().requests.isBusy()) << "told before anything else goes on";
+    });
+    std::string status;
+    QObject here;
+    const auto strike = [&] {
+        if (!onServer([](Server& s) { return s.faults().concern(s.lastRequest()); }))
+            return;
+        status = info();
+        failure == Failure::ConnectionLost ? loseConnection() : runOutOfTime();
+    };
+    if (failure == Failure::ConnectionLostBefore) {
+        loseConnection();
+        EXPECT_TRUE(waitUntil([this] { return !context().link.isOpen(); }));
+    } else {
+        setFault(object_class, failure != Failure::Refused);
+    }
+    if (failure == Failure::TimedOut || failure == Failure::ConnectionLost)
+        onServer([&](Server& server) {
+            QObject::connect(&server, &Server::requestReceived, &here, strike,
+                             Qt::QueuedConnection);
+        });
+    work();
+    return status;
 }
 
 } // namespace tollwick

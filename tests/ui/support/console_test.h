@@ -1,7 +1,9 @@
 // A console of its own for each test, with its settings, its install folder and the stand-in
-// service on a thread of its own. Windows and controls are found by their names.
+// service on a thread of its own. Windows and controls are found by their names and worked as a
+// person does, with keys that go where the focus is.
 #pragma once
 
+#include "link/record_packing.h"
 #include "simulator/sample_site.h"
 #include "simulator/server_thread.h"
 #include "tests/support/fixed_clock.h"
@@ -9,7 +11,6 @@
 #include "tests/support/recording_system_log.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/ui/support/box_watcher.h"
-#include "tests/ui/support/wait_until.h"
 #include "ui/main/config_tree.h"
 #include "ui/main/console.h"
 #include "ui/main/list_view.h"
@@ -18,60 +19,153 @@
 #include <QAction>
 #include <QDialog>
 #include <QLabel>
-#include <gtest/gtest.h>
 
 #include <atomic>
 
 namespace tollwick {
 
+// The ways in which a request ends without its reply.
+enum class Failure { Refused, TimedOut, ConnectionLost, ConnectionLostBefore };
+inline constexpr Failure kFailures[] = {Failure::Refused, Failure::TimedOut,
+                                        Failure::ConnectionLost, Failure::ConnectionLostBefore};
+
 using Lines = std::vector<std::string>;
+using Work = std::function<void()>;
+using Act = std::function<void(QDialog&)>;
+
+// Milliseconds; far more than a loaded machine needs, and only a test that fails uses it up.
+inline constexpr int kPatience = 30'000;
+
+// Lets the windows and sockets work until the condition holds; false when it never does.
+template <class Condition>
+[[nodiscard]] bool waitUntil(Condition condition) {
+    return QTest::qWaitFor(condition, kPatience);
+}
 
 class ConsoleTest : public testing::Test {
 protected:
-    explicit ConsoleTest(simulator::Site site = simulator::sampleSite());
+    ConsoleTest();
 
-    void set(const Setting& setting, const std::string& value);
+    void set(const Setting& setting, const std::string& value) {
+        Settings(store).write(setting, value);
+    }
     std::string stored(const Setting& setting) { return Settings(store).read(setting); }
 
-    // Starts the console; false when it does not come up.
+    // Makes a console and starts it; false when it does not come up.
     bool start();
     // Starts the console if need be, and logs in as the sample site's administrator.
     void logIn();
-    // Stops the timer of the main window, so that only tick() makes it tick.
-    void stopTimer();
+    // Stops the timer of the main window after a tick, so that only tick() makes it tick.
+    void stopTimer() {
+        tick();
+        window().menuTimer()->stop();
+    }
     void tick() { window().menuTimer()->tick(); }
 
-    // Runs `open`, which brings a dialog up and returns when that is closed, and meanwhile `act`. A
-    // dialog that is still up after that fails the test.
-    void inDialog(const std::function<void()>& open, const std::function<void(QDialog&)>& act);
+    // Runs `open`, which brings up dialogs one after another or one again and returns when the last
+    // is closed; each of them gets its act. One that is still up after that fails the test.
+    void inDialogs(const Work& open, const std::vector<Act>& acts);
+    void inDialog(const Work& open, const Act& act) { inDialogs(open, {act}); }
     // Runs `request`, which waits for a reply, and `act` during the wait.
-    void inRequest(const std::function<void()>& request, const std::function<void()>& act);
+    void inRequest(const Work& request, const Work& act);
+
+    // Types into the control that has the focus, which Tab moves on.
+    static void type(const std::string& text);
+    static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+    static std::string focused();
+    template <class Widget = QWidget>
+    static Widget* child(QWidget& parent, const char* name) {
+        auto* found = parent.findChild<Widget*>(name);
+        return found ? found : throw std::out_of_range(name);
+    }
+    static void clickOn(QWidget& parent, const char* name) {
+        QTest::mouseClick(child(parent, name), Qt::LeftButton);
+    }
+    // Works the controls of a dialog one after the other, on whatever page they are. Of the steps,
+    // which "|" separates, "name" is clicked, "name=text" is entered over what is there, or chosen
+    // in a list by its position, "name?text" has to show the text, and "?name" to have the focus.
+    static void play(QDialog& dialog, const std::string& steps);
+    static Act playing(std::string steps) {
+        return [steps](QDialog& dialog) { play(dialog, steps); };
+    }
+    // What the control shows: its text, its caption or its title.
+    static std::string textOf(QWidget& parent, const char* name);
 
     Twmainform& window() { return *console->mainForm(); }
     ConsoleContext& context() { return console->context(); }
     ListView& list() { return *window().list(); }
-    std::string info() { return window().findChild<QLabel*>("info")->text().toStdString(); }
-    QAction* action(const char* name);
+    std::string info() { return textOf(window(), "info"); }
+    QAction* action(const char* name) {
+        auto* found = window().findChild<QAction*>(name);
+        return found ? found : throw std::out_of_range(name);
+    }
     // Waits until the action is enabled, as a person does, and triggers it.
     void trigger(const char* name);
 
     QTreeWidgetItem* node(const std::string& key);
-    // Clicks a node of the tree, or a row of the list.
     void clickNode(const std::string& key);
-    void clickRow(int row);
+    void clickRow(int row, bool twice = false);
+    void select(const std::string& node, int row) {
+        clickNode(node);
+        clickRow(row);
+    }
+    // Opens the Tools menu on the selected row with the right mouse button, and clicks an entry.
+    void clickInContextMenu(const char* name);
+    void properties(const std::vector<Act>& acts) {
+        inDialogs([this] { trigger("PropertiesMenu"); }, acts);
+    }
+    // An act: types, and so confirms or goes on.
+    static Act typing(std::string keys) {
+        return [keys](QDialog&) { type(keys); };
+    }
     // The tree, one line per node: depth as dots, key, image, caption.
     Lines tree();
     // The list: its titles, then one line per row with key, image and cells.
     Lines listed();
+    std::string rowText(int row) { return listed().at(static_cast<std::size_t>(row) + 1); }
     // True when the window looks logged out and says why.
     bool isLoggedOut();
 
-    template <class Work>
-    auto onServer(Work work) {
-        return service.run(work);
+    template <class Task>
+    auto onServer(Task task) {
+        return service.run(task);
     }
-    // The requests of a class that have reached the service.
+    simulator::Site site() {
+        return onServer([](simulator::Server& server) { return server.site(); });
+    }
+    // Restores the service: the sample site, no faults, and no requests so far.
+    void restore();
+    // The record of the latest request, which has to have this operation and class.
+    template <class Record>
+    Record sent(Operation operation, ObjectClass object_class) {
+        Record record;
+        const Comrecord request = onServer([](auto& server) { return server.lastRequest(); });
+        EXPECT_EQ(request.Operation, static_cast<Integer>(operation));
+        EXPECT_EQ(request.ObjectClass, static_cast<Integer>(object_class));
+        unpackRecord(request, record);
+        return record;
+    }
+    // The text log, line by line, without the moment.
+    Lines logged();
+
+    // Runs `work`, whose first request for this class of object fails in this way and is told with
+    // this message. Returns the status text during the request, if that was waited for.
+    std::string failing(Failure failure, ObjectClass object_class, const std::string& message,
+                        const Work& work);
+    // Has the service refuse, or never answer, requests for a class of object.
+    void refuse(ObjectClass object_class) { setFault(object_class, false); }
+    void neverReply(ObjectClass object_class) { setFault(object_class, true); }
+    void loseConnection() {
+        onServer([](simulator::Server& server) { server.closeConnections(); });
+    }
+    // A little more than a time-out of one second passes.
+    void runOutOfTime() {
+        clock.time.second += 1;
+        clock.time.hundredths += 1;
+    }
+    // The requests for a class that have reached the service, and all that change something there.
     int requestCount(ObjectClass object_class);
+    int saves();
     // Lets time go on for the transfer that the service runs.
     void letTransportRun(int milliseconds) { transport_time += milliseconds; }
 
@@ -84,6 +178,9 @@ protected:
     BoxWatcher boxes;
     int ended = 0; // times that the process was ended
     std::unique_ptr<Console> console;
+
+private:
+    void setFault(ObjectClass object_class, bool never_reply);
 };
 
 } // namespace tollwick
