@@ -1,5 +1,6 @@
-// Conversion between UTF-8, the encoding of every text inside the program, and the ANSI code page of
-// the wire, the registry and the modem catalogue: the system's own on Windows, Windows-1252 elsewhere.
+// Conversion between UTF-8, the encoding of every text inside the program, and the ANSI code page
+// of the wire, the registry and the modem catalogue: the system's own on Windows, Windows-1252
+// elsewhere.
 #pragma once
 
 #include <string>

@@ -1,4 +1,5 @@
-// The central error handler: turns the number of a run-time error into words for the user and the logs.
+// The central error handler: turns the number of a run-time error into words for the user and the
+// logs.
 #pragma once
 
 #include "app/log_writer.h"
@@ -52,8 +53,8 @@ public:
     // reached.
     void operator()(Long error_number, Routine routine, Integer step);
 
-    // Runs `body(step)`, which raises `step` as it goes. What escapes from it is reported and ends the
-    // routine; nothing propagates. True when the body ran to its end.
+    // Runs `body(step)`, which raises `step` as it goes. What escapes from it is reported and ends
+    // the routine; nothing propagates. True when the body ran to its end.
     template <class Body>
     bool guard(Routine routine, Body&& body) {
         Integer step = 0;

@@ -25,12 +25,12 @@ std::string fromPath(const std::filesystem::path& path);
 // The bytes of a file, or nothing when it cannot be read or is larger than `max_size` bytes.
 std::optional<std::string> readWholeFile(const std::filesystem::path& file, std::size_t max_size);
 
-// Replaces the file whole or not at all: written beside it, flushed to the disk and renamed over it.
-// Missing folders are created.
+// Replaces the file whole or not at all: written beside it, flushed to the disk and renamed over
+// it. Missing folders are created.
 bool replaceFile(const std::filesystem::path& file, std::string_view bytes);
 
-// Appends to a file, which is created when missing. False when that fails; nothing of the bytes is left in
-// the file then.
+// Appends to a file, which is created when missing. False when that fails; nothing of the bytes is
+// left in the file then.
 bool appendToFile(const std::filesystem::path& file, std::string_view bytes);
 
 // The name of the drive (elsewhere: the mount point) that the path lies on.

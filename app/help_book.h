@@ -57,8 +57,8 @@ public:
 
     // Nullptr when there is no such topic.
     [[nodiscard]] const HelpTopic* topic(std::string_view id) const;
-    // The id of the topic that explains a message: one whose id begins with "messages" and that has a
-    // heading of the third level with which the message begins, the longest if there are several.
+    // The id of the topic that explains a message: one whose id begins with "messages" and that has
+    // a heading of the third level with which the message begins, the longest if there are several.
     // Empty when there is none.
     [[nodiscard]] std::string topicOfMessage(std::string_view message) const;
     // The first topic of the contents; nullptr in an empty book.

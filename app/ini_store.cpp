@@ -115,7 +115,8 @@ bool IniStore::write(std::string_view application, std::string_view section, std
 
     std::string line = std::string(name) + '=' + std::string(value);
     // A setting is one line; a break within a value would start another.
-    std::replace_if(line.begin(), line.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
+    std::replace_if(
+        line.begin(), line.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
     const std::string header = headerOf(application, section);
     const Place place = find(lines, header, name);
     if (place.line) {

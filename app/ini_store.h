@@ -18,8 +18,8 @@ public:
 
     std::optional<std::string> read(std::string_view application, std::string_view section,
                                     std::string_view name) override;
-    // Writes the whole file to a temporary one, flushes it and renames it over the old one; lines that
-    // are not understood are kept. A file that is there but cannot be read is left alone.
+    // Writes the whole file to a temporary one, flushes it and renames it over the old one; lines
+    // that are not understood are kept. A file that is there but cannot be read is left alone.
     bool write(std::string_view application, std::string_view section, std::string_view name,
                std::string_view value) override;
 

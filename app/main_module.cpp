@@ -8,8 +8,8 @@ namespace {
 
 constexpr std::string_view kLogsFolder = "Logs";
 
-// The catalogue and the note keep their names; of the help files only the pair of the active language
-// is wanted.
+// The catalogue and the note keep their names; of the help files only the pair of the active
+// language is wanted.
 constexpr std::string_view kSuppliedFiles[] = {"MODEMS.DAT", "note.txt"};
 
 struct Renaming {

@@ -27,7 +27,7 @@ struct ConnectionSettings {
 
 // Where the files of the program lie; UTF-8.
 struct Folders {
-    std::string supplied;       // what came with the program: catalogue, note, help of every language
+    std::string supplied; // what came with the program: catalogue, note, help of every language
     std::string default_install; // used when the setting "InstallDir" reads blank
 };
 

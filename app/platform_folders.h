@@ -14,8 +14,8 @@ struct SettingsFiles {
 };
 SettingsFiles settingsFiles();
 
-// The install folder (UTF-8) when the setting "InstallDir" reads blank. `program_folder` is the folder
-// of the executable.
+// The install folder (UTF-8) when the setting "InstallDir" reads blank. `program_folder` is the
+// folder of the executable.
 std::string defaultInstallFolder(const std::string& program_folder);
 
 } // namespace tollwick

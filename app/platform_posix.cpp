@@ -47,8 +47,7 @@ SettingsFiles settingsFiles() {
 }
 
 std::string defaultInstallFolder(const std::string&) {
-    const std::string data =
-        environment("XDG_DATA_HOME", joinPath(homeFolder(), ".local/share"));
+    const std::string data = environment("XDG_DATA_HOME", joinPath(homeFolder(), ".local/share"));
     return joinPath(data, "tollwick");
 }
 

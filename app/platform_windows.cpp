@@ -15,8 +15,8 @@ constexpr const char* kEventSource = "Tollwick";
 
 class RegistryKey {
 public:
-    // Opens the key, which is created when missing. A leading "\" of the subkey is dropped, an empty
-    // subkey opens the parent itself, an empty parent opens nothing.
+    // Opens the key, which is created when missing. A leading "\" of the subkey is dropped, an
+    // empty subkey opens the parent itself, an empty parent opens nothing.
     RegistryKey(std::string parent, std::string subkey) {
         if (parent.empty())
             return;
@@ -38,8 +38,8 @@ public:
     [[nodiscard]] std::optional<std::string> queryString(const std::string& name) const {
         DWORD type = 0;
         DWORD size = 0;
-        if (!key_ || RegQueryValueExA(key_, name.c_str(), nullptr, &type, nullptr, &size) !=
-                         ERROR_SUCCESS ||
+        if (!key_ ||
+            RegQueryValueExA(key_, name.c_str(), nullptr, &type, nullptr, &size) != ERROR_SUCCESS ||
             type != REG_SZ)
             return {};
         std::string text(size, ' ');
@@ -73,8 +73,8 @@ public:
             return false;
         const std::string ansi = toAnsi(text);
         const char* strings[] = {ansi.c_str()};
-        const bool written = ReportEventA(source, EVENTLOG_ERROR_TYPE, 0, 0, nullptr, 1, 0,
-                                          strings, nullptr) != 0;
+        const bool written =
+            ReportEventA(source, EVENTLOG_ERROR_TYPE, 0, 0, nullptr, 1, 0, strings, nullptr) != 0;
         DeregisterEventSource(source);
         return written;
     }

@@ -15,8 +15,8 @@ public:
     virtual void setInfo(std::string_view text) = 0;
     // The hourglass pointer; calls with true and false come in pairs and may nest.
     virtual void setBusy(bool busy) = 0;
-    // How many entries of the list that is being fetched have come; nothing when none is being fetched.
-    // Called for every entry.
+    // How many entries of the list that is being fetched have come; nothing when none is being
+    // fetched. Called for every entry.
     virtual void setFetched(std::optional<std::size_t> entries) = 0;
 };
 

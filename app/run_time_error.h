@@ -1,5 +1,5 @@
-// A run-time error: what goes wrong outside the rules of a dialog has a number, which the error handler
-// turns into words.
+// A run-time error: what goes wrong outside the rules of a dialog has a number, which the error
+// handler turns into words.
 #pragma once
 
 #include <cstdint>

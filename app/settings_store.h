@@ -54,8 +54,8 @@ inline constexpr Setting WindowYsize{"Environment", "WindowYsize", "5235"};
 inline constexpr Setting SplitterPos{"Environment", "SplitterPos", "2985"};
 } // namespace setting
 
-// Reads and writes settings with the rules for blanks: a value of blanks and NULs alone reads as the
-// default, an empty value is stored as one blank.
+// Reads and writes settings with the rules for blanks: a value of blanks and NULs alone reads as
+// the default, an empty value is stored as one blank.
 class Settings {
 public:
     explicit Settings(SettingsStore& store) : store_(store) {}

@@ -39,9 +39,9 @@ std::string_view StringTable::byOffset(int offset) const {
     if (id >= kEnglish && id < kSwedish + kBlockSize) {
         const bool swedish = id >= kSwedish;
         const int wanted = id - (swedish ? kSwedish : kEnglish);
-        const auto* found = std::lower_bound(
-            std::begin(kEntries), std::end(kEntries), wanted,
-            [](const Entry& entry, int value) { return entry.offset < value; });
+        const auto* found =
+            std::lower_bound(std::begin(kEntries), std::end(kEntries), wanted,
+                             [](const Entry& entry, int value) { return entry.offset < value; });
         if (found != std::end(kEntries) && found->offset == wanted)
             return swedish ? found->swedish : found->english;
     }

@@ -30,8 +30,8 @@ public:
 
     [[nodiscard]] Integer LangBase() const { return lang_base_; }
 
-    // The text LangBase + offset, UTF-8, alive for the whole run. Throws RunTimeError 326 (resource not
-    // found) when there is none; there is no fallback to English.
+    // The text LangBase + offset, UTF-8, alive for the whole run. Throws RunTimeError 326 (resource
+    // not found) when there is none; there is no fallback to English.
     [[nodiscard]] std::string_view operator()(Text text) const {
         return byOffset(static_cast<Integer>(text));
     }

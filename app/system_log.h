@@ -9,7 +9,8 @@ namespace tollwick {
 class SystemLog {
 public:
     virtual ~SystemLog() = default;
-    // One entry of type error; `text` is UTF-8. False when it could not be written, which nobody is told.
+    // One entry of type error; `text` is UTF-8. False when it could not be written, which nobody is
+    // told.
     virtual bool error(std::string_view text) = 0;
 };
 

@@ -5,7 +5,8 @@
 namespace tollwick {
 namespace {
 
-// Length of the sequence that starts with `lead`, and the lead's own bits; 0 when it cannot start one.
+// Length of the sequence that starts with `lead`, and the lead's own bits; 0 when it cannot start
+// one.
 std::size_t sequenceLength(unsigned char lead, char32_t& bits) {
     if (lead < 0x80) {
         bits = lead;

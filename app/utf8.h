@@ -20,8 +20,8 @@ std::string toUpper(std::string_view utf8);
 // Small letters of the same code page, for comparing without regard to case.
 std::string toLower(std::string_view utf8);
 
-// Texts are in alphabetical order, without regard to case, when the bytes of their keys are: å, ä and ö
-// are the last letters.
+// Texts are in alphabetical order, without regard to case, when the bytes of their keys are: å, ä
+// and ö are the last letters.
 std::string collationKey(std::string_view utf8);
 
 bool isValidUtf8(std::string_view text);

@@ -13,8 +13,8 @@ static_assert(kHeaderSize == 10);
 } // namespace
 
 std::string toBytes(const Comrecord& record) {
-    const std::string_view data = withoutTrailingBlanks(
-        {record.ComrecordData.data(), record.ComrecordData.size()});
+    const std::string_view data =
+        withoutTrailingBlanks({record.ComrecordData.data(), record.ComrecordData.size()});
     std::string bytes(kHeaderSize + data.size(), '\0');
     storeLittleEndian(record.Operation, bytes.data());
     storeLittleEndian(record.ObjectClass, bytes.data() + 2);

@@ -68,8 +68,8 @@ inline constexpr Integer SettingsAnswer9 = 9;
 // The record's 4106 bytes without trailing NULs and blanks, as they are scrambled and sent.
 std::string toBytes(const Comrecord& record);
 
-// Reads a record from bytes that may be shorter (the missing tail counts as NULs) or longer (the rest
-// is ignored) than 4106.
+// Reads a record from bytes that may be shorter (the missing tail counts as NULs) or longer (the
+// rest is ignored) than 4106.
 void fromBytes(std::string_view bytes, Comrecord& record);
 
 } // namespace tollwick

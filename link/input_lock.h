@@ -6,8 +6,8 @@ namespace tollwick {
 class InputLock {
 public:
     virtual ~InputLock() = default;
-    // Calls come in pairs. While locked no window takes input, but all of them repaint and the program
-    // can be ended.
+    // Calls come in pairs. While locked no window takes input, but all of them repaint and the
+    // program can be ended.
     virtual void lockInput() = 0;
     virtual void unlockInput() = 0;
 };

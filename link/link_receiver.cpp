@@ -52,8 +52,8 @@ LinkReceiver::Arrival LinkReceiver::DataArrival(std::string_view arrived, Comrec
             framer_.clear();
             return Arrival::Key;
         }
-        // Only a first packet of exactly the key's size is a key. Anything else is read as lines from
-        // the next arrival on, and this is wanted.
+        // Only a first packet of exactly the key's size is a key. Anything else is read as lines
+        // from the next arrival on, and this is wanted.
         KeyReceived = 1;
         return Arrival::Nothing;
     }

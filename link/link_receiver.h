@@ -1,5 +1,5 @@
-// What the console makes of the bytes that arrive on a connection: first the session key, then lines.
-// Knows no socket: bytes in, records out, bounded in size.
+// What the console makes of the bytes that arrive on a connection: first the session key, then
+// lines. Knows no socket: bytes in, records out, bounded in size.
 #pragma once
 
 #include "link/comrecord.h"
@@ -12,7 +12,8 @@ namespace tollwick {
 
 inline constexpr std::size_t kSessionKeySize = 32;
 inline constexpr std::string_view kLineEnd = "\r\n";
-// The longest valid line: the start value and every byte of a record as two digits, and the line end.
+// The longest valid line: the start value and every byte of a record as two digits, and the line
+// end.
 inline constexpr std::size_t kMaxLineSize = 2 + 2 * kComrecordSize + kLineEnd.size();
 // What may wait to be taken; at most one line is ever asked for.
 inline constexpr std::size_t kMaxBuffered = 64 * kMaxLineSize;
@@ -53,8 +54,8 @@ public:
         TooLong, // more has come than any service sends: the link is to be closed
     };
 
-    // `arrived` are the bytes of one arrival, which may be none when only the rest of an earlier one
-    // is to be looked at. At most one line is taken per call.
+    // `arrived` are the bytes of one arrival, which may be none when only the rest of an earlier
+    // one is to be looked at. At most one line is taken per call.
     Arrival DataArrival(std::string_view arrived, Comrecord& record);
 
     // True when a further call would take a line from what has already arrived.

@@ -57,8 +57,7 @@ LoginOutcome LoginSequence::run() {
         requests_.RetrieveAll();
         return LoginOutcome::LoggedIn;
     case kAuthenticateFailed:
-        log(texts(Text::FailAuthenticate), kAuthenticateStep,
-            "Check the network and the service.");
+        log(texts(Text::FailAuthenticate), kAuthenticateStep, "Check the network and the service.");
         return LoginOutcome::LinkFailed;
     default:
         log(texts(Text::AuthenticationFailure), kAuthenticateStep,
@@ -80,7 +79,8 @@ bool LoginSequence::connect() {
     progress_.setInfo({});
     std::string text;
     if (link_.hasFailed()) {
-        text.append(texts(Text::ConnectFailedCause)).append(std::to_string(link_.lastErrorNumber()));
+        text.append(texts(Text::ConnectFailedCause))
+            .append(std::to_string(link_.lastErrorNumber()));
         text.append(") ").append(describe(link_.lastErrorNumber()));
     } else {
         text.append(texts(Text::ConnectFailedUnknown)).append(std::to_string(link_.stateNumber()));

@@ -18,14 +18,14 @@ class LoginSequence {
 public:
     // Times that a connection without a session key is made anew.
     static constexpr int kReconnects = 3;
-    static constexpr double kKeyTimeout = 10; // seconds, whatever ComTimeout says
+    static constexpr double kKeyTimeout = 10;    // seconds, whatever ComTimeout says
     static constexpr double kReconnectPause = 1; // seconds
 
     LoginSequence(ServiceLink& link, Requests& requests, ServiceData& data, MainModule& main,
                   Prompter& prompter, Progress& progress);
 
-    // Logs in with the connection settings of `main` and the credentials of `data`. Every outcome but
-    // LoggedIn has been told to the user.
+    // Logs in with the connection settings of `main` and the credentials of `data`. Every outcome
+    // but LoggedIn has been told to the user.
     LoginOutcome run();
 
 private:

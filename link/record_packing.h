@@ -18,7 +18,7 @@ public:
     explicit BlockWriter(DataBlock& block) : block_(block) {}
 
     template <class Number>
-        requires std::is_arithmetic_v<Number>
+    requires std::is_arithmetic_v<Number>
     void put(const Number& value) {
         char bytes[sizeof(Number)];
         storeLittleEndian(value, bytes);
@@ -53,7 +53,7 @@ public:
     explicit BlockReader(const DataBlock& block) : rest_(block.data(), block.size()) {}
 
     template <class Number>
-        requires std::is_arithmetic_v<Number>
+    requires std::is_arithmetic_v<Number>
     void get(Number& value) {
         char bytes[sizeof(Number)] = {};
         takeBytes(bytes, sizeof bytes);
@@ -78,9 +78,7 @@ public:
     }
 
 private:
-    void takeBytes(char* to, std::size_t wanted) {
-        rest_.remove_prefix(rest_.copy(to, wanted));
-    }
+    void takeBytes(char* to, std::size_t wanted) { rest_.remove_prefix(rest_.copy(to, wanted)); }
 
     std::string_view rest_;
 };
@@ -90,7 +88,8 @@ constexpr void forEachField(Visit&& visit) {
     std::apply([&](const auto&... field) { (visit(field), ...); }, Record::fields());
 }
 
-// Stores the record into the data block, whose uncovered rest becomes NULs. The header is not touched.
+// Stores the record into the data block, whose uncovered rest becomes NULs. The header is not
+// touched.
 template <class Record>
 void packRecord(const Record& record, Comrecord& comrecord) {
     comrecord.ComrecordData.fill('\0');

@@ -1,6 +1,6 @@
-// The sub-records that travel in the data block of a Comrecord. Each is a plain struct and one list of
-// its fields in the order of the wire; packing, unpacking, sizes, dumps and the stand-in service's site
-// file all walk that list (record_packing.h, record_dump.h).
+// The sub-records that travel in the data block of a Comrecord. Each is a plain struct and one list
+// of its fields in the order of the wire; packing, unpacking, sizes and the stand-in service's site
+// file all walk that list (record_packing.h).
 //
 // A field named `unnamed...` has no meaning to the console: it is carried through byte for byte.
 #pragma once
@@ -24,8 +24,8 @@ Field(std::string_view, Type Record::*) -> Field<Record, Type>;
 
 // One transport schedule.
 struct ScheduleRecord {
-    // 0 in a blank record that has not been sent, -1 when it is sent as a new one; the service's reply
-    // tells the value that is kept.
+    // 0 in a blank record that has not been sent, -1 when it is sent as a new one; the service's
+    // reply tells the value that is kept.
     Integer identity{};
     Integer day{};      // position in the list of days, 0 Monday to 6 Sunday, 7 to 9 groups of days
     Integer timed{};    // 1 timed, 0 interval; 1 and not -1 is wanted
@@ -119,9 +119,9 @@ struct HostRecord {
     FixedText<50> ras_password;
     FixedText<30> ras_entry;
     Integer do_not_use_active_connection{};
-    Integer host_lookup_timeout{};       // seconds, at most 30
-    Integer transport_when_in_queue{};   // 0 only scheduled, -1 also when mail is in queue
-    Integer mail_limit{};                // how much mail in queue starts a transport
+    Integer host_lookup_timeout{};     // seconds, at most 30
+    Integer transport_when_in_queue{}; // 0 only scheduled, -1 also when mail is in queue
+    Integer mail_limit{};              // how much mail in queue starts a transport
     FixedText<108> unnamed_2184;
 
     bool operator==(const HostRecord&) const = default;

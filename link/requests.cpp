@@ -146,8 +146,8 @@ Integer Requests::getNumberedList(const RequestRow& row, std::vector<Record>& li
         if (reply != result::Done)
             return fail(row);
         unpackRecord(record, list.emplace_back());
-        // Schedules follow the number that the record itself carries, from a cleared record; hosts the
-        // number in the reply's header, with the last host still in the data block. Wanted.
+        // Schedules follow the number that the record itself carries, from a cleared record; hosts
+        // the number in the reply's header, with the last host still in the data block. Wanted.
         Long next = nextNumber(record.RecordNumber);
         if constexpr (is_schedule) {
             next = nextNumber(list.back().record_number);
@@ -301,9 +301,8 @@ Integer Requests::txGetAllOutbox() {
     // Windows go on showing the old mails until the new ones are there.
     std::vector<OutboxRecord> outbox;
     const Integer failed =
-        getList(catalogue::GetAllOutbox, kMostMails, [&](const Comrecord& record) {
-            unpackRecord(record, outbox.emplace_back());
-        });
+        getList(catalogue::GetAllOutbox, kMostMails,
+                [&](const Comrecord& record) { unpackRecord(record, outbox.emplace_back()); });
     data_.outbox = std::move(outbox);
     return failed;
 }
@@ -334,18 +333,18 @@ void Requests::txGetUucpStatus(std::function<void(int)> done) {
     record.RecordNumber = 0;
     record.RecordLength = *row.record_length;
     link_.SendComrecord(record);
-    link_.reportReply([this, done = std::move(done)](std::optional<Integer> reply,
-                                                     ServiceLink::NoReply reason) {
-        const Scope scope(*this);
-        if (!reply && reason == ServiceLink::NoReply::LinkClosed)
-            reply = result::NoReply;
-        if (reply == result::Done)
-            MoveComrecordToUucpstatusrecord(link_.comrecord, data_.uucp_status);
-        const bool failed = reply && isFailure(*reply);
-        if (failed)
-            fail(catalogue::GetUucpStatus);
-        done(failed ? kStatusFailed : kStatusReceived);
-    });
+    link_.reportReply(
+        [this, done = std::move(done)](std::optional<Integer> reply, ServiceLink::NoReply reason) {
+            const Scope scope(*this);
+            if (!reply && reason == ServiceLink::NoReply::LinkClosed)
+                reply = result::NoReply;
+            if (reply == result::Done)
+                MoveComrecordToUucpstatusrecord(link_.comrecord, data_.uucp_status);
+            const bool failed = reply && isFailure(*reply);
+            if (failed)
+                fail(catalogue::GetUucpStatus);
+            done(failed ? kStatusFailed : kStatusReceived);
+        });
 }
 
 Integer Requests::txSendUucpCommand() {

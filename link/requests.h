@@ -1,8 +1,8 @@
 // Every operation that the console asks of the service, one function each.
 //
-// Unless said otherwise a request returns 0 when it is done and kTrue (-1) when it failed: refused, or
-// no reply. It has then beeped, shown its message and closed the link, and the caller stops what it was
-// doing. Other answers of the service are ignored.
+// Unless said otherwise a request returns 0 when it is done and kTrue (-1) when it failed: refused,
+// or no reply. It has then beeped, shown its message and closed the link, and the caller stops what
+// it was doing. Other answers of the service are ignored.
 #pragma once
 
 #include "app/progress.h"
@@ -32,8 +32,8 @@ public:
     Requests(ServiceLink& link, ServiceData& data, const StringTable& texts, Prompter& prompter,
              Progress& progress);
 
-    // The verdict of the service on the user id and password: kAuthenticated, kAuthenticateFailed after
-    // a failure, 0 for an answer without a verdict.
+    // The verdict of the service on the user id and password: kAuthenticated, kAuthenticateFailed
+    // after a failure, 0 for an answer without a verdict.
     Long txAuthenticate();
     Integer txNewLogin();
 
@@ -42,28 +42,30 @@ public:
     Integer txSaveSettings();
 
     Integer txGetAllSchedules();
-    // Sends the current schedule as a new one (its identity becomes -1) or as a changed one; the reply's
-    // record becomes the current schedule.
+    // Sends the current schedule as a new one (its identity becomes -1) or as a changed one; the
+    // reply's record becomes the current schedule.
     Integer txSaveSchedule(bool is_new);
     Integer txDeleteSchedule(Long record_number);
 
     Integer txGetAllHosts();
-    // Sends the current host as a new one or as a changed one; the reply's record becomes the current.
+    // Sends the current host as a new one or as a changed one; the reply's record becomes the
+    // current.
     Integer txSaveHost(bool is_new);
     Integer txDeleteHost(Long record_number);
     // `directory` is UTF-8; for a blank one nothing is sent.
     Integer txDeleteHostDirectory(const std::string& directory);
 
     Integer txGetAllOutbox();
-    // False in `removed` when the service answered that it could not remove the mail, which the user has
-    // been told; the link stays open then.
+    // False in `removed` when the service answered that it could not remove the mail, which the
+    // user has been told; the link stays open then.
     Integer txDeleteOutboxMail(const OutboxRecord& mail, bool& removed);
 
-    // Asks for the status without locking the windows. The status record is blank until the reply comes.
-    // `done` is called once, with kStatusReceived, also after a silent time-out, or kStatusFailed.
+    // Asks for the status without locking the windows. The status record is blank until the reply
+    // comes. `done` is called once, with kStatusReceived, also after a silent time-out, or
+    // kStatusFailed.
     void txGetUucpStatus(std::function<void(int)> done);
-    // Result 1: the reply's record number as a 16-bit value. Any other result is returned itself, after
-    // the failure rule.
+    // Result 1: the reply's record number as a 16-bit value. Any other result is returned itself,
+    // after the failure rule.
     Integer txSendUucpCommand();
 
     Integer txGetAllTapiLocations(std::vector<std::string>& names);
@@ -71,8 +73,8 @@ public:
     Integer txGetAllRasEntries(std::vector<std::string>& names);
     Integer txGetAllScriptFile(std::vector<std::string>& names);
 
-    // For a blank name nothing is sent. The reply's record is kept as the script; true in `received` when
-    // there was one.
+    // For a blank name nothing is sent. The reply's record is kept as the script; true in
+    // `received` when there was one.
     Integer txGetScript(const std::string& file_name, bool& received);
     Integer txSaveScript(const std::string& file_name, const std::string& text);
 

@@ -11,8 +11,8 @@
 namespace tollwick {
 namespace {
 
-// A wait gives the socket this long before it looks after the windows, and the windows are looked after
-// at least this often however fast replies come in.
+// A wait gives the socket this long before it looks after the windows, and the windows are looked
+// after at least this often however fast replies come in.
 constexpr int kSliceMs = 5;
 constexpr int kEventsEveryMs = 10;
 constexpr int kReportCheckMs = 50;
@@ -214,8 +214,8 @@ void ServiceLink::pump() {
 }
 
 bool ServiceLink::timedOut() const {
-    // The clock restarts at midnight and the difference is not corrected: a wait that spans midnight
-    // goes on waiting. Wanted.
+    // The clock restarts at midnight and the difference is not corrected: a wait that spans
+    // midnight goes on waiting. Wanted.
     const auto elapsed = static_cast<Single>(clock_.now().secondsSinceMidnight() - sent_at_);
     return elapsed > com_timeout_;
 }

@@ -1,4 +1,5 @@
-// The connection to the service: one TCP socket, its session key, and at most one request on its way.
+// The connection to the service: one TCP socket, its session key, and at most one request on its
+// way.
 #pragma once
 
 #include "app/clock.h"
@@ -47,8 +48,8 @@ public:
     // Seconds to wait for a reply.
     void setComTimeout(Single seconds) { com_timeout_ = seconds; }
 
-    // Starts a new connection; an old one is closed. `host` is UTF-8; a port outside 1..65535 fails like
-    // an address that cannot be used.
+    // Starts a new connection; an old one is closed. `host` is UTF-8; a port outside 1..65535 fails
+    // like an address that cannot be used.
     void Connect(const std::string& host, double port);
     // Closes the socket and forgets whatever has not been read. No event is reported for it.
     void Close();
@@ -75,16 +76,17 @@ public:
     // The one record that is shared by all requests and replies.
     Comrecord comrecord;
 
-    // Waits, with input locked, until no report is awaited any more; to be called before `comrecord` is
-    // filled for another request, since the reply on its way is unpacked into it.
+    // Waits, with input locked, until no report is awaited any more; to be called before
+    // `comrecord` is filled for another request, since the reply on its way is unpacked into it.
     void settle();
-    // Sends the record as one line, scrambled with the session key. Nothing is sent on a link that is
-    // not open.
+    // Sends the record as one line, scrambled with the session key. Nothing is sent on a link that
+    // is not open.
     void SendComrecord(const Comrecord& record);
-    // Waits for the reply to what was just sent, with input locked and events processed; returns its
-    // result code, or result::NoReply after the time-out or on a link that is not open.
+    // Waits for the reply to what was just sent, with input locked and events processed; returns
+    // its result code, or result::NoReply after the time-out or on a link that is not open.
     Integer WaitForReply();
-    // Reports the reply to what was just sent later and locks nothing. The handler is called exactly once.
+    // Reports the reply to what was just sent later and locks nothing. The handler is called
+    // exactly once.
     void reportReply(ReplyHandler handler);
 
     // True while a reply is waited for or a report is awaited.
@@ -123,8 +125,9 @@ private:
     long last_error_number_ = 0;
     std::string last_error_text_;
 
-    Integer ReplyArrived_ = 0; // 0 while a request is outstanding, else the result code of the reply
-    double sent_at_ = 0;       // seconds since midnight
+    Integer ReplyArrived_ =
+        0;               // 0 while a request is outstanding, else the result code of the reply
+    double sent_at_ = 0; // seconds since midnight
     bool waiting_ = false;
     ReplyHandler report_;
     QTimer report_timer_;

@@ -1,5 +1,7 @@
-// A guided tour of the console without a display: starts the stand-in service with its sample site, logs
-// in, visits every node, runs a transport, and saves a picture of each step, in both languages.
+// A guided tour of the console without a display: starts the stand-in service with its sample site,
+// logs in, visits every node, runs a transport, and saves a picture of each step, in both
+// languages.
+//
 // Usage: tollwick-tour FOLDER [dark]
 #include "app/files.h"
 #include "app/ini_store.h"
@@ -179,15 +181,12 @@ void tour(const QString& folder, Integer lang_base) {
         int row;
         const char* picture;
     };
-    for (const Dialog& dialog : {Dialog{"loginaccount", 0, "change-login"},
-                                 Dialog{"schedule", 0, "schedule-timed"},
-                                 Dialog{"schedule", 2, "schedule-interval"},
-                                 Dialog{"admin", 0, "ip-number"},
-                                 Dialog{"admin", 1, "port"},
-                                 Dialog{"options", 0, "document-viewer"},
-                                 Dialog{"uucpdaemon", 0, "command"},
-                                 Dialog{"uucpdaemon", 2, "debugging-level"},
-                                 Dialog{"logs", 0, "log-period"}}) {
+    for (const Dialog& dialog :
+         {Dialog{"loginaccount", 0, "change-login"}, Dialog{"schedule", 0, "schedule-timed"},
+          Dialog{"schedule", 2, "schedule-interval"}, Dialog{"admin", 0, "ip-number"},
+          Dialog{"admin", 1, "port"}, Dialog{"options", 0, "document-viewer"},
+          Dialog{"uucpdaemon", 0, "command"}, Dialog{"uucpdaemon", 2, "debugging-level"},
+          Dialog{"logs", 0, "log-period"}}) {
         window->tree()->setCurrentItem(findNode(window->tree(), dialog.node));
         window->list()->setCurrentIndex(window->list()->model()->index(dialog.row, 0));
         rest(150);
@@ -230,9 +229,7 @@ void tour(const QString& folder, Integer lang_base) {
 
     window->tree()->setCurrentItem(findNode(window->tree(), "uucpmonitor"));
     window->actions()->UucpTransportNowMenu->trigger();
-    const auto isMoving = [&] {
-        return console.context().data.uucp_status.percent > 30;
-    };
+    const auto isMoving = [&] { return console.context().data.uucp_status.percent > 30; };
     waitFor("the transport", isMoving);
     camera.take(window, "transport");
     window->actions()->CancelUucpTransportMenu->trigger();
@@ -269,8 +266,7 @@ void tour(const QString& folder, Integer lang_base) {
     camera.take(window, "help-outbox");
 
     service.run([](simulator::Server& server) { server.closeConnections(); });
-    waitFor("the closed connection",
-            [&] { return window->tree()->topLevelItemCount() == 0; });
+    waitFor("the closed connection", [&] { return window->tree()->topLevelItemCount() == 0; });
     for (QWidget* top : QApplication::topLevelWidgets())
         if (top != window)
             top->close();

@@ -50,10 +50,10 @@ TEST(ListOrder, SchedulesSortByDayAndTime) {
         const char* at;
         Integer interval, delay;
         const char* first;
-    } schedules[] = {{4, 1, "9:05", 0, 5, "10:00"},  // Friday
-                     {0, 1, "10:00", 0, 20, ""},     // Monday
-                     {9, 0, "", 9, 100, "9:30"},     // Every day, 12 hours
-                     {6, 0, "", 0, -1, "00:00"}};    // Sunday, 5 minutes
+    } schedules[] = {{4, 1, "9:05", 0, 5, "10:00"}, // Friday
+                     {0, 1, "10:00", 0, 20, ""},    // Monday
+                     {9, 0, "", 9, 100, "9:30"},    // Every day, 12 hours
+                     {6, 0, "", 0, -1, "00:00"}};   // Sunday, 5 minutes
     for (const auto& s : schedules) {
         ScheduleRecord record;
         record.day = s.day;
@@ -109,8 +109,8 @@ TEST(ListLayout, IsKeptForEachListAndBadOnesAreNone) {
 TEST(ListExport, CellsKeepTheirPlaces) {
     const std::vector<TableRow> rows = {{"a\tb", "c\r\nd"}, {"1,234 kB", "say \"hi\""}};
     EXPECT_EQ(tabSeparated(rows), "a b\tc  d\n1,234 kB\tsay \"hi\"\n");
-    EXPECT_EQ(commaSeparated(rows),
-              "\xEF\xBB\xBF" "a\tb,\"c\r\nd\"\r\n\"1,234 kB\",\"say \"\"hi\"\"\"\r\n");
+    EXPECT_EQ(commaSeparated(rows), "\xEF\xBB\xBF"
+                                    "a\tb,\"c\r\nd\"\r\n\"1,234 kB\",\"say \"\"hi\"\"\"\r\n");
 }
 
 } // namespace

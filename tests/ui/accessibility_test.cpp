@@ -1,6 +1,6 @@
-// Walks every window in both languages as someone does who sees little or has no mouse: each control has a
-// name, no mnemonic stands for two things, no text is cut off, the Tab key goes in reading order, and the
-// control that has the focus looks different from when it has not.
+// Walks every window in both languages as someone does who sees little or has no mouse: each
+// control has a name, no mnemonic stands for two things, no text is cut off, the Tab key goes in
+// reading order, and the control that has the focus looks different from when it has not.
 #include "tests/ui/support/console_test.h"
 
 #include <QAbstractButton>
@@ -30,8 +30,9 @@ std::string nameOf(const QWidget& widget) {
 }
 
 bool isControl(const QWidget& widget) {
-    return qobject_cast<const QAbstractButton*>(&widget) || qobject_cast<const QLineEdit*>(&widget) ||
-           qobject_cast<const QComboBox*>(&widget) || qobject_cast<const QTextEdit*>(&widget) ||
+    return qobject_cast<const QAbstractButton*>(&widget) ||
+           qobject_cast<const QLineEdit*>(&widget) || qobject_cast<const QComboBox*>(&widget) ||
+           qobject_cast<const QTextEdit*>(&widget) ||
            qobject_cast<const QPlainTextEdit*>(&widget) ||
            qobject_cast<const QProgressBar*>(&widget) ||
            (qobject_cast<const QAbstractItemView*>(&widget) &&
@@ -40,7 +41,8 @@ bool isControl(const QWidget& widget) {
 
 // Parts that a control of Qt's own is made of.
 bool isInner(const QWidget& widget) {
-    return widget.objectName().startsWith("qt_") || qobject_cast<QComboBox*>(widget.parentWidget()) ||
+    return widget.objectName().startsWith("qt_") ||
+           qobject_cast<QComboBox*>(widget.parentWidget()) ||
            qobject_cast<QLineEdit*>(widget.parentWidget()) ||
            qobject_cast<QTabBar*>(widget.parentWidget());
 }
@@ -77,7 +79,8 @@ private:
         EXPECT_TRUE(!qobject_cast<QDialog*>(&window_) || !widget.accessibleDescription().isEmpty())
             << place_ << ": " << nameOf(widget) << " has no description";
         // The buttons of the toolbar are known by their actions.
-        EXPECT_FALSE(widget.objectName().isEmpty() && !qobject_cast<QToolBar*>(widget.parentWidget()))
+        EXPECT_FALSE(widget.objectName().isEmpty() &&
+                     !qobject_cast<QToolBar*>(widget.parentWidget()))
             << place_ << ": " << nameOf(widget);
     }
 
@@ -125,7 +128,8 @@ private:
             wanted = {combo->fontMetrics().horizontalAdvance(combo->currentText()) + 20, 0};
         else if (qobject_cast<const QAbstractButton*>(&widget))
             wanted = widget.minimumSizeHint();
-        EXPECT_GE(widget.width(), wanted.width()) << place_ << ": " << nameOf(widget) << " is cut off";
+        EXPECT_GE(widget.width(), wanted.width())
+            << place_ << ": " << nameOf(widget) << " is cut off";
         EXPECT_GE(widget.height(), wanted.height()) << place_ << ": " << nameOf(widget);
         // Whole within the window, and within all that lies around it.
         const QRect place(widget.mapTo(&window_, QPoint()), widget.size());
@@ -287,9 +291,8 @@ TEST_P(AccessibilityTest, HostDialog) {
                 return;
             walkChild(dialog, "Modems");
             tabs->setCurrentIndex(3);
-            walkChild(dialog, dialog.findChild<QAbstractButton*>("BläddraButton")
-                                  ? "BläddraButton"
-                                  : "BrowseButton");
+            walkChild(dialog, dialog.findChild<QAbstractButton*>("BläddraButton") ? "BläddraButton"
+                                                                                  : "BrowseButton");
         });
 }
 

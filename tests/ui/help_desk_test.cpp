@@ -1,7 +1,6 @@
 // The help of what is in front, with the help files that come with the program.
-#include "tests/ui/support/console_test.h"
-
 #include "app/files.h"
+#include "tests/ui/support/console_test.h"
 #include "ui/main/help_window.h"
 
 #include <QAbstractButton>
@@ -22,10 +21,9 @@ protected:
         const std::filesystem::path install = toPath(folder.text("install"));
         std::filesystem::create_directories(install);
         for (const std::string type : {".hlp", ".cnt"})
-            std::filesystem::copy_file(
-                toPath(TOLLWICK_HELP_FOLDER "/Tollw-" + suffix + type),
-                install / ("Tollwick" + type),
-                std::filesystem::copy_options::overwrite_existing);
+            std::filesystem::copy_file(toPath(TOLLWICK_HELP_FOLDER "/Tollw-" + suffix + type),
+                                       install / ("Tollwick" + type),
+                                       std::filesystem::copy_options::overwrite_existing);
         return start();
     }
     HelpWindow* help() {
@@ -78,40 +76,86 @@ TEST_F(HelpDeskTest, F1OpensThePageOfWhatIsInFront) {
              });
     clickNode("outbox");
     clickRow(0);
-    boxes.expectQuestion("You have selected to delete a mail!\nDo you want to continue?",
-                         QMessageBox::No,
-                         [this](QMessageBox& box) { EXPECT_EQ(pageOnF1(box), "Messages about lists"); });
+    boxes.expectQuestion(
+        "You have selected to delete a mail!\nDo you want to continue?", QMessageBox::No,
+        [this](QMessageBox& box) { EXPECT_EQ(pageOnF1(box), "Messages about lists"); });
     trigger("DeleteMenu");
 }
 
 TEST_F(HelpDeskTest, EveryMessageAndWindowHasAPageInBothLanguages) {
-    const Text messages[] = {
-        Text::ConnectFailedCause, Text::ConnectFailedUnknown, Text::LinkNotInitialized,
-        Text::FailAuthenticate, Text::AuthenticationFailure, Text::ListNotSaved, Text::StartupFailed,
-        Text::TimeColonMissing, Text::TimeStartsWithColon, Text::TimeInvalid,
-        Text::DelayExceedsInterval, Text::DelayExceedsHour, Text::PeriodEmpty,
-        Text::PeriodOverMidnight, Text::ScheduleExists, Text::ConfirmDeleteSchedule,
-        Text::ConfirmDeleteHost, Text::ConfirmDeleteMail, Text::IpInvalid, Text::PortInvalid,
-        Text::RestartForIp, Text::RestartForPort, Text::IpNotAttached, Text::IpNotAttachedSmtp,
-        Text::CommandInvalid, Text::DebugLevelWarning, Text::DischargeCrNote,
-        Text::ForceSendParamsWarning, Text::FailSettings, Text::FailGetSchedules,
-        Text::FailSaveSchedule, Text::FailDeleteSchedule, Text::FailGetHosts, Text::FailDeleteHost,
-        Text::FailGetOutbox, Text::FailDeleteMail, Text::MailNotRemoved, Text::FailGetStatus,
-        Text::FailSendCommand, Text::FailDeleteHostDirectory, Text::RasEntryGone,
-        Text::HostNameMissing, Text::MailDomainMissing, Text::RemoteHostMissing,
-        Text::HostNameTaken, Text::DefaultDomainTaken, Text::UucpTimeoutTooShort,
-        Text::ShareSpoolDirectory, Text::ScriptNameHasPath, Text::ScriptNameIllegal,
-        Text::RemoteHostChanged, Text::HostLookupTooLong, Text::IllegalBaudrate,
-        Text::DisplayNameMissing, Text::FailTapiLocations,
-        Text::FailTapiDevices, Text::FailRasEntries, Text::FailGetScript, Text::FailSaveScript,
-        Text::ScriptTooLarge, Text::ScriptNotRead, Text::PasswordsDiffer, Text::PasswordEmpty,
-        Text::FailNewLogin, Text::FailGetScriptFiles};
-    const char* windows[] = {
-        "start", "main-window", "lists", "frmLogin", "servername", "configuration", "loginaccount",
-        "schedule", "system", "admin", "logs", "options", "smtpserver", "smtpforward", "uucpdaemon",
-        "uucphosts", "view", "outbox", "uucpmonitor", "EditForm", "ScheduleForm", "NewLoginForm",
-        "ScriptFileForm", "HostSetupForm", "GeneralPage", "TransportPage", "LoginPage",
-        "LoginScriptPage", "ConnectionPage", "ModemForm", "AboutForm"};
+    const Text messages[] = {Text::ConnectFailedCause,
+                             Text::ConnectFailedUnknown,
+                             Text::LinkNotInitialized,
+                             Text::FailAuthenticate,
+                             Text::AuthenticationFailure,
+                             Text::ListNotSaved,
+                             Text::StartupFailed,
+                             Text::TimeColonMissing,
+                             Text::TimeStartsWithColon,
+                             Text::TimeInvalid,
+                             Text::DelayExceedsInterval,
+                             Text::DelayExceedsHour,
+                             Text::PeriodEmpty,
+                             Text::PeriodOverMidnight,
+                             Text::ScheduleExists,
+                             Text::ConfirmDeleteSchedule,
+                             Text::ConfirmDeleteHost,
+                             Text::ConfirmDeleteMail,
+                             Text::IpInvalid,
+                             Text::PortInvalid,
+                             Text::RestartForIp,
+                             Text::RestartForPort,
+                             Text::IpNotAttached,
+                             Text::IpNotAttachedSmtp,
+                             Text::CommandInvalid,
+                             Text::DebugLevelWarning,
+                             Text::DischargeCrNote,
+                             Text::ForceSendParamsWarning,
+                             Text::FailSettings,
+                             Text::FailGetSchedules,
+                             Text::FailSaveSchedule,
+                             Text::FailDeleteSchedule,
+                             Text::FailGetHosts,
+                             Text::FailDeleteHost,
+                             Text::FailGetOutbox,
+                             Text::FailDeleteMail,
+                             Text::MailNotRemoved,
+                             Text::FailGetStatus,
+                             Text::FailSendCommand,
+                             Text::FailDeleteHostDirectory,
+                             Text::RasEntryGone,
+                             Text::HostNameMissing,
+                             Text::MailDomainMissing,
+                             Text::RemoteHostMissing,
+                             Text::HostNameTaken,
+                             Text::DefaultDomainTaken,
+                             Text::UucpTimeoutTooShort,
+                             Text::ShareSpoolDirectory,
+                             Text::ScriptNameHasPath,
+                             Text::ScriptNameIllegal,
+                             Text::RemoteHostChanged,
+                             Text::HostLookupTooLong,
+                             Text::IllegalBaudrate,
+                             Text::DisplayNameMissing,
+                             Text::FailTapiLocations,
+                             Text::FailTapiDevices,
+                             Text::FailRasEntries,
+                             Text::FailGetScript,
+                             Text::FailSaveScript,
+                             Text::ScriptTooLarge,
+                             Text::ScriptNotRead,
+                             Text::PasswordsDiffer,
+                             Text::PasswordEmpty,
+                             Text::FailNewLogin,
+                             Text::FailGetScriptFiles};
+    const char* windows[] = {"start",          "main-window",   "lists",          "frmLogin",
+                             "servername",     "configuration", "loginaccount",   "schedule",
+                             "system",         "admin",         "logs",           "options",
+                             "smtpserver",     "smtpforward",   "uucpdaemon",     "uucphosts",
+                             "view",           "outbox",        "uucpmonitor",    "EditForm",
+                             "ScheduleForm",   "NewLoginForm",  "ScriptFileForm", "HostSetupForm",
+                             "GeneralPage",    "TransportPage", "LoginPage",      "LoginScriptPage",
+                             "ConnectionPage", "ModemForm",     "AboutForm"};
     for (const auto& [language, name] : {std::pair(kEnglish, "us"), std::pair(kSwedish, "se")}) {
         const auto file = [&](const char* type) {
             return readWholeFile(toPath(std::string(TOLLWICK_HELP_FOLDER "/Tollw-") + name + type),

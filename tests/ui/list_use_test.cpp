@@ -1,7 +1,6 @@
 // What a person does with the lists: sorting, filtering, selecting, copying, saving, arranging.
-#include "tests/ui/support/console_test.h"
-
 #include "app/files.h"
+#include "tests/ui/support/console_test.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -81,7 +80,8 @@ TEST_F(ListUseTest, FilteredRowsAreActedOnTooAndSeveralAreNone) {
               QString("%1 / %2").arg(some).arg(all));
     QTest::keyClick(filter(), Qt::Key_Down);
     EXPECT_TRUE(list().hasFocus());
-    const OutboxRecord mail = context().data.outbox.at(static_cast<std::size_t>(list().selectedRow()));
+    const OutboxRecord mail =
+        context().data.outbox.at(static_cast<std::size_t>(list().selectedRow()));
     EXPECT_NE(mail.recipient.text().find("sthlm"), std::string::npos);
     tick();
     boxes.expectQuestion("You have selected to delete a mail!\nDo you want to continue?",
@@ -114,24 +114,25 @@ TEST_F(ListUseTest, RowsAreCopiedAndSavedAsTheyAreShown) {
     QTest::keySequence(&list(), QKeySequence::SelectAll);
     QTest::keySequence(&list(), QKeySequence::Copy);
     const QString copied = QApplication::clipboard()->text();
-    EXPECT_TRUE(copied.startsWith("Göteborgs lager\tlager.corvale.example\tYes\n")) 
+    EXPECT_TRUE(copied.startsWith("Göteborgs lager\tlager.corvale.example\tYes\n"))
         << copied.toStdString();
     EXPECT_TRUE(copied.endsWith("Åre fjällstation\tare.corvale.example\tNo\n"))
         << copied.toStdString();
 
     const std::string file = folder.text("hosts.csv");
     const auto save = [&](const std::string& name) {
-        inDialog([this] { trigger("SaveCsv"); },
-                 [&](QDialog& dialog) {
-                     auto& files = dynamic_cast<QFileDialog&>(dialog);
-                     files.findChild<QLineEdit*>("fileNameEdit")
-                         ->setText(QString::fromStdString(name));
-                     QMetaObject::invokeMethod(&files, "accept");
-                 });
+        inDialog(
+            [this] { trigger("SaveCsv"); },
+            [&](QDialog& dialog) {
+                auto& files = dynamic_cast<QFileDialog&>(dialog);
+                files.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(name));
+                QMetaObject::invokeMethod(&files, "accept");
+            });
     };
     save(file.substr(0, file.size() - 4)); // the suffix is added
     const std::string csv = readWholeFile(toPath(file), 10'000).value_or("");
-    EXPECT_TRUE(csv.starts_with("\xEF\xBB\xBF" "DisplayName,Domain,Active\r\n"
+    EXPECT_TRUE(csv.starts_with("\xEF\xBB\xBF"
+                                "DisplayName,Domain,Active\r\n"
                                 "Göteborgs lager,lager.corvale.example,Yes\r\n"))
         << csv;
     EXPECT_EQ(std::ranges::count(csv, '\n'), 1 + list().model()->rowCount());
@@ -187,8 +188,7 @@ TEST_F(ListUseTest, ContextMenusHoldTheNodesCommands) {
     clickNode("schedule");
     clickRow(0);
     const QPoint row = list().visualRect(list().model()->index(0, 0)).center();
-    EXPECT_EQ(menuAt(list().viewport(), row),
-              "AddMenu DeleteMenu PropertiesMenu" + rows);
+    EXPECT_EQ(menuAt(list().viewport(), row), "AddMenu DeleteMenu PropertiesMenu" + rows);
     ConfigTree* tree = window().tree();
     const auto nodeMenu = [&](const char* key) {
         clickNode(key);

@@ -1,7 +1,6 @@
 // What takes its time: the count of what has come, giving up, and the servers that are remembered.
-#include "tests/ui/support/console_test.h"
-
 #include "app/files.h"
+#include "tests/ui/support/console_test.h"
 #include "ui/main/monitor_panel.h"
 #include "ui/main/speed_graph.h"
 
@@ -19,7 +18,8 @@ namespace {
 class LongWorkTest : public ConsoleTest {
 protected:
     std::string textLog() {
-        return readWholeFile(toPath(folder.text("install/Logs/Tollwick.log")), 100'000).value_or("");
+        return readWholeFile(toPath(folder.text("install/Logs/Tollwick.log")), 100'000)
+            .value_or("");
     }
 };
 
@@ -43,9 +43,8 @@ TEST_F(LongWorkTest, AListThatIsFetchedIsCountedAndEscapeGivesItUp) {
                     "The connection is terminated!");
     inRequest([this] { trigger("Refreshmenu"); },
               [&] {
-                  EXPECT_TRUE(waitUntil([&] {
-                      return window().findChild<QProgressBar*>("BusyBar")->isVisible();
-                  }));
+                  EXPECT_TRUE(waitUntil(
+                      [&] { return window().findChild<QProgressBar*>("BusyBar")->isVisible(); }));
                   EXPECT_EQ(count()->text(), "2");
                   EXPECT_EQ(info(), "Retrieving outbox contents...");
                   QTest::keyClick(window().windowHandle(), Qt::Key_Escape);
@@ -96,8 +95,8 @@ TEST_F(LongWorkTest, TheServersOfLateCompleteTheAddress) {
                  const auto field = [&](const char* name) {
                      return login.findChild<QLineEdit*>(name);
                  };
-                 for (const char* name : {"tbServerConnectIp", "tbServerConnectPort",
-                                          "tbServerConnectUsername"})
+                 for (const char* name :
+                      {"tbServerConnectIp", "tbServerConnectPort", "tbServerConnectUsername"})
                      field(name)->clear();
                  QLineEdit* address = field("tbServerConnectIp");
                  address->setFocus();

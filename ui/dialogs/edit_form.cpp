@@ -10,7 +10,7 @@
 namespace tollwick {
 namespace {
 
-constexpr int kIconSize = 32;   // pixels
+constexpr int kIconSize = 32;    // pixels
 constexpr int kFieldWidth = 260; // pixels
 // Characters; the texts of all settings fit one record together.
 constexpr int kMaxText = 1000;

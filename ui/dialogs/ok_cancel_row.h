@@ -9,8 +9,8 @@
 
 namespace tollwick {
 
-// A row with all three, named and captioned; the first two accept and reject the dialog, and Ok is its
-// default button.
+// A row with all three, named and captioned; the first two accept and reject the dialog, and Ok is
+// its default button.
 inline QHBoxLayout* okCancelRow(const ConsoleContext& context, QDialog* dialog) {
     auto* ok = new QPushButton(context.caption(Text::Ok), dialog);
     ok->setObjectName("OkButton");

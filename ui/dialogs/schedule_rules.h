@@ -12,9 +12,9 @@ namespace tollwick {
 
 // What the editor's controls hold. Texts are UTF-8.
 struct ScheduleEntry {
-    int day = 0;           // position in DayCombo; -1 when nothing is selected
+    int day = 0;              // position in DayCombo; -1 when nothing is selected
     bool is_interval = false; // IntervalOption is selected
-    int interval = 0;      // position in IntervalCombo; -1 when nothing is selected
+    int interval = 0;         // position in IntervalCombo; -1 when nothing is selected
     std::string timed = "00:00";
     std::string between_first = "00:00";
     std::string between_second = "23:59";
@@ -30,8 +30,9 @@ struct ScheduleProblem {
     bool beeps = true;
 };
 
-// What is wrong with a time of day, if anything. A part of one character is completed: a one-digit hour
-// gets a "0" in front, one-digit minutes a "0" behind, so that 8:5 becomes 08:50. That is wanted.
+// What is wrong with a time of day, if anything. A part of one character is completed: a one-digit
+// hour gets a "0" in front, one-digit minutes a "0" behind, so that 8:5 becomes 08:50. That is
+// wanted.
 std::optional<Text> timeProblem(std::string& text);
 
 // A record is shown unless it is one that has just been sent, with identity -1.
@@ -41,8 +42,8 @@ std::optional<ScheduleEntry> entryOf(const ScheduleRecord& record);
 std::optional<ScheduleProblem> checkSchedule(ScheduleEntry& entry,
                                              std::span<const ScheduleInterval> intervals);
 
-// Stores every field of the entry, whichever option is selected. Throws RunTimeError 6 when the delay
-// exceeds 16 bits.
+// Stores every field of the entry, whichever option is selected. Throws RunTimeError 6 when the
+// delay exceeds 16 bits.
 void storeSchedule(const ScheduleEntry& entry, ScheduleRecord& record);
 
 // True when any of the schedules equals the record in all but its delay.

@@ -8,8 +8,8 @@
 namespace tollwick {
 namespace {
 
-// What txSaveSettings would have to return for the warning about an IP number that no network adapter
-// has. It never does, so the warning never comes: wanted.
+// What txSaveSettings would have to return for the warning about an IP number that no network
+// adapter has. It never does, so the warning never comes: wanted.
 constexpr Integer kNotAttached = 8;
 
 struct DialogTexts {
@@ -50,9 +50,8 @@ bool acceptAll(const std::string&) {
 
 std::string trimmedBlanks(const std::string& text) {
     const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos
-               ? std::string()
-               : text.substr(first, text.find_last_not_of(' ') - first + 1);
+    return first == std::string::npos ? std::string()
+                                      : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 } // namespace
@@ -239,8 +238,8 @@ Integer SettingEditors::AskLogPeriod(Integer period) {
     if (!editText(context_, window_, kPeriodTexts, NumberToText(period), acceptAll))
         return period;
     const Integer entered = toInteger(numericValue(context_.edit.EditResult));
-    // Sent before the caller stores the new period, which so reaches the service with the next save:
-    // wanted.
+    // Sent before the caller stores the new period, which so reaches the service with the next
+    // save: wanted.
     context_.requests.txSaveSettings();
     return entered;
 }

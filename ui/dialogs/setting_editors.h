@@ -1,6 +1,6 @@
 // The editors of the single settings. Each reads the key of the list's selected row, changes that
-// setting, sends all settings to the service and rebuilds the list; a key that it does not know makes it
-// return at once.
+// setting, sends all settings to the service and rebuilds the list; a key that it does not know
+// makes it return at once.
 #pragma once
 
 #include "ui/main/console_context.h"
@@ -18,8 +18,8 @@ struct AddressRule;
 
 class SettingEditors {
 public:
-    // `selected_key` gives the key of the list's selected row, `rebuild` fills the list of a node anew.
-    // `window` is what the dialogs belong to.
+    // `selected_key` gives the key of the list's selected row, `rebuild` fills the list of a node
+    // anew. `window` is what the dialogs belong to.
     SettingEditors(ConsoleContext& context, std::function<std::string()> selected_key,
                    std::function<void(std::string_view node_key)> rebuild, QWidget* window);
 

@@ -33,7 +33,9 @@ constexpr StyledText kIpInvalid{Text::IpInvalid, BoxIcon::Critical};
 constexpr StyledText kPortInvalid{Text::PortInvalid, BoxIcon::Critical};
 
 constexpr AddressRule kAddressRules[] = {
-    {"adminip", {Text::IpInvalid, BoxIcon::None}, StyledText{Text::RestartForIp, BoxIcon::Critical},
+    {"adminip",
+     {Text::IpInvalid, BoxIcon::None},
+     StyledText{Text::RestartForIp, BoxIcon::Critical},
      StyledText{Text::IpNotAttached, BoxIcon::Critical}},
     {"adminport", kPortInvalid, kPortRestart, {}},
     {"SmtpServiceIp", kIpInvalid, kIpRestart,

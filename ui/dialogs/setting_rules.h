@@ -12,8 +12,8 @@
 
 namespace tollwick {
 
-// True, after a beep, when the text is no acceptable IP number: four parts between exactly three dots,
-// the first, second and fourth in 0..255. Throws RunTimeError 6 when a part exceeds 16 bits.
+// True, after a beep, when the text is no acceptable IP number: four parts between exactly three
+// dots, the first, second and fourth in 0..255. Throws RunTimeError 6 when a part exceeds 16 bits.
 bool InvalidIpNumber(std::string_view text, Prompter& prompter);
 
 // True when any single character of `set` (ASCII) occurs in the text.

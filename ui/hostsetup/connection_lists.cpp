@@ -13,11 +13,11 @@ constexpr int kComPorts = 16;
 
 ConnectionLists::ConnectionLists(const StringTable& texts)
     : speeds{"1200", "2400", "4800", "9600", "19200", "38400", "57600", "115200"},
-      data_bits{"8", "7"}, stop_bits{"1", "2"},
-      parities{std::string(texts(Text::ParityNone)), std::string(texts(Text::ParityEven)),
-               std::string(texts(Text::ParityOdd))},
-      protocols{"g", "t", "G"},
-      packet_sizes{"32", "64", "128", "256", "512", "1024", "2048", "4096"},
+      data_bits{"8", "7"}, stop_bits{"1", "2"}, parities{std::string(texts(Text::ParityNone)),
+                                                         std::string(texts(Text::ParityEven)),
+                                                         std::string(texts(Text::ParityOdd))},
+      protocols{"g", "t", "G"}, packet_sizes{"32",  "64",   "128",  "256",
+                                             "512", "1024", "2048", "4096"},
       window_sizes{"1", "2", "3", "4", "5", "6", "7"} {
     for (int port = 1; port <= kComPorts; ++port)
         com_ports.push_back("COM" + std::to_string(port) + ":");

@@ -1,4 +1,5 @@
-// The fixed choice lists of the host dialog, built once at start-up. What a host stores is a position.
+// The fixed choice lists of the host dialog, built once at start-up. What a host stores is a
+// position.
 #pragma once
 
 #include "app/string_table.h"

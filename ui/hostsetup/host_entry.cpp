@@ -138,8 +138,7 @@ void store(const NumberField& shown, Long& field) {
 
 template <std::size_t N>
 std::string plainPassword(const FixedText<N>& field) {
-    return fromAnsi(
-        ScrambleField("D", HostPasswordKey, withoutTrailingBlanks(field.bytes())));
+    return fromAnsi(ScrambleField("D", HostPasswordKey, withoutTrailingBlanks(field.bytes())));
 }
 
 template <std::size_t N>
@@ -212,9 +211,8 @@ void storeEntry(const HostEntry& entered, bool has_telephony, HostRecord& record
     if (has_telephony)
         forEach(kTelephonyBindings, storeBinding);
     const CurrentModem modem = withDefaults(entry.modem);
-    forEach(kModemBindings, [&](const auto& binding) {
-        store(modem.*binding.modem, changed.*binding.record);
-    });
+    forEach(kModemBindings,
+            [&](const auto& binding) { store(modem.*binding.modem, changed.*binding.record); });
     changed.modem_max_speed = modem.max_speed;
     changed.modem_make_position = modem.make_position;
     changed.modem_model_position = modem.model_position;

@@ -36,16 +36,16 @@ struct HostProblem {
     HostField field;
 };
 
-// `self` is the record that is edited: the host list is asked about all others, which are told apart by
-// their record numbers.
+// `self` is the record that is edited: the host list is asked about all others, which are told
+// apart by their record numbers.
 
 // True when another host has this display name, case and blanks around it aside.
 bool CheckHostExists(std::string_view name, const HostRecord& self,
                      std::span<const HostRecord> hosts);
 // True when another host is the primary domain.
 bool CheckDefaultDomainExists(const HostRecord& self, std::span<const HostRecord> hosts);
-// True when the name is the local node name of another host. That the local and not the remote names
-// are looked at is wanted.
+// True when the name is the local node name of another host. That the local and not the remote
+// names are looked at is wanted.
 bool CheckLocalHostExists(std::string_view name, const HostRecord& self,
                           std::span<const HostRecord> hosts);
 
@@ -55,7 +55,8 @@ std::optional<HostProblem> checkHost(const HostEntry& entry, const HostRecord& s
 
 // The problem of a script's file name, if any; blanks around it do not count.
 std::optional<HostProblem> checkScriptName(std::string_view name);
-// The name with the extension that it lacks: ".scp", or "scp" behind a full stop. Empty stays empty.
+// The name with the extension that it lacks: ".scp", or "scp" behind a full stop. Empty stays
+// empty.
 std::string completedScriptName(std::string_view name);
 // True when name and text (with CR LF line ends) fit the data block of one request.
 bool scriptFits(std::string_view name, std::string_view text);
@@ -72,8 +73,8 @@ enum class SpoolOutcome {
     Stopped, // the user does not go on
     Failed,  // the old directory could not be removed; the link is closed
 };
-// Decides on the host's spool directory, which is put into `directory`, and has the old one removed when
-// the host is renamed.
+// Decides on the host's spool directory, which is put into `directory`, and has the old one removed
+// when the host is renamed.
 SpoolOutcome decideSpoolDirectory(const HostEntry& entry, const HostRecord& self,
                                   std::span<const HostRecord> hosts, const SpoolSteps& steps,
                                   std::string& directory);

@@ -1,5 +1,5 @@
-// Saves a host: the checks, the questions and the requests that follow Ok in the host dialog, in their
-// order. Needs no window.
+// Saves a host: the checks, the questions and the requests that follow Ok in the host dialog, in
+// their order. Needs no window.
 #pragma once
 
 #include "ui/hostsetup/host_entry.h"
@@ -28,8 +28,8 @@ public:
     explicit HostSaver(ConsoleContext& context) : context_(context) {}
 
     // Saves the entry as the current host; a new one joins the host list. `script_text` is what the
-    // login script holds, with CR LF line ends. Throws RunTimeError 6 when a number does not fit, before
-    // anything is sent.
+    // login script holds, with CR LF line ends. Throws RunTimeError 6 when a number does not fit,
+    // before anything is sent.
     HostSaveResult save(const HostEntry& entry, const std::string& script_text);
 
 private:

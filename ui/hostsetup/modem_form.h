@@ -18,7 +18,8 @@ class ModemForm : public QDialog {
 public:
     ModemForm(const ConsoleContext& context, QWidget* parent);
 
-    // What was picked when the dialog was accepted, with its init string; nothing without a selection.
+    // What was picked when the dialog was accepted, with its init string; nothing without a
+    // selection.
     struct Choice {
         CurrentModem modem;
         std::string init;

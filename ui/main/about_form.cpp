@@ -51,8 +51,7 @@ AboutForm::AboutForm(const ConsoleContext& context, QWidget* parent) : QDialog(p
     large.setBold(true);
     large.setPointSizeF(large.pointSizeF() * 1.4);
     title->setFont(large);
-    auto* version =
-        new QLabel(context.caption(Text::AboutVersion) + ' ' + toQString(kVersion));
+    auto* version = new QLabel(context.caption(Text::AboutVersion) + ' ' + toQString(kVersion));
     version->setObjectName("VersionCap");
 
     auto* languages = new QLabel(context.caption(Text::AboutLanguages));

@@ -65,9 +65,8 @@ EnableFlags enableFlags(const Selection& selection) {
     const Flag add_schedule = flag(selection.connected && selection.node_key == node::Schedule);
     const Flag add_host = flag(selection.connected && selection.node_key == node::UucpHosts);
     const Flag remove = flag(isGiven(Command::Delete) && selection.has_row);
-    const Flag properties =
-        flag(isGiven(Command::Properties) &&
-             (selection.has_row || selection.node_key == node::LoginAccount));
+    const Flag properties = flag(isGiven(Command::Properties) &&
+                                 (selection.has_row || selection.node_key == node::LoginAccount));
     const Flag toggle = flag(isGiven(Command::Toggle) && selection.has_row);
     const Flag cancel = flag(selection.connected && selection.node_key == node::UucpMonitor);
     return {flag(isGiven(Command::Add)),

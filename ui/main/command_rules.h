@@ -45,8 +45,8 @@ inline constexpr Flag kOn = 255;
 inline constexpr Flag kOff = 0;
 inline constexpr Flag kAsIs = 1;
 
-// The items of the two setters, in the order of their arguments. The first seven are the entries of the
-// Tools menu, the others buttons of the toolbar.
+// The items of the two setters, in the order of their arguments. The first seven are the entries of
+// the Tools menu, the others buttons of the toolbar.
 enum class Item {
     AddMenu,
     DeleteMenu,

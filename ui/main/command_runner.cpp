@@ -58,8 +58,7 @@ void CommandRunner::run(Action action) {
 }
 
 void CommandRunner::showNode(const std::string& node_key) {
-    list_.showContents(node_key,
-                       listContents(node_key, context_.data, context_.main.texts()));
+    list_.showContents(node_key, listContents(node_key, context_.data, context_.main.texts()));
 }
 
 void CommandRunner::rebuild(std::string_view node_key) {

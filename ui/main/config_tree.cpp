@@ -33,10 +33,10 @@ void ConfigTree::build(const std::string& host, const StringTable& texts) {
     std::map<std::string_view, QTreeWidgetItem*> items;
     for (const TreeNode& tree_node : treeNodes()) {
         const bool is_root = tree_node.parent.empty();
-        QTreeWidgetItem* item = is_root ? new QTreeWidgetItem(this)
-                                        : new QTreeWidgetItem(items.at(tree_node.parent));
-        item->setText(0, is_root ? '[' + toQString(host) + ']'
-                                 : toQString(texts(tree_node.caption)));
+        QTreeWidgetItem* item =
+            is_root ? new QTreeWidgetItem(this) : new QTreeWidgetItem(items.at(tree_node.parent));
+        item->setText(0,
+                      is_root ? '[' + toQString(host) + ']' : toQString(texts(tree_node.caption)));
         item->setIcon(0, imageIcon(tree_node.image));
         item->setData(0, kKeyRole, toQString(tree_node.key));
         item->setData(0, kImageRole, toQString(tree_node.image));
@@ -52,9 +52,9 @@ void ConfigTree::contextMenuEvent(QContextMenuEvent* event) {
     if (!currentItem())
         return;
     const bool by_keyboard = event->reason() == QContextMenuEvent::Keyboard;
-    emit contextMenuWanted(
-        by_keyboard ? viewport()->mapToGlobal(visualItemRect(currentItem()).bottomLeft())
-                    : event->globalPos());
+    emit contextMenuWanted(by_keyboard
+                               ? viewport()->mapToGlobal(visualItemRect(currentItem()).bottomLeft())
+                               : event->globalPos());
 }
 
 std::string ConfigTree::selectedKey() const {

@@ -15,8 +15,8 @@ Console::Console(ConsoleEnvironment environment)
       errors_(prompter_, log_), link_(environment_.clock), status_bar_(new MainStatusBar),
       early_status_bar_(status_bar_),
       requests_(link_, data_, main_.texts(), prompter_, *status_bar_),
-      help_(main_, errors_),
-      context_{main_, errors_, prompter_, *status_bar_, link_, data_, requests_, help_, {}} {
+      help_(main_, errors_), context_{main_,     errors_, prompter_, *status_bar_, link_, data_,
+                                      requests_, help_,   {}} {
     initResources();
     link_.setInputLock(blocker_);
     QObject::connect(&blocker_, &InputBlocker::giveUpWanted, &link_, &ServiceLink::giveUp,

@@ -1,5 +1,5 @@
-// The console as a whole: its parts, wired together, and the start routine. `main` is a few lines on top
-// of it, and tests drive the same object.
+// The console as a whole: its parts, wired together, and the start routine. `main` is a few lines
+// on top of it, and tests drive the same object.
 #pragma once
 
 #include "app/clock.h"

@@ -1,5 +1,5 @@
-// Describes every control of a dialog to assistive tools by the frames around it, or else by the dialog's
-// title: "Password:" alone does not tell which one.
+// Describes every control of a dialog to assistive tools by the frames around it, or else by the
+// dialog's title: "Password:" alone does not tell which one.
 #pragma once
 
 #include <QObject>

@@ -15,9 +15,9 @@
 namespace tollwick {
 namespace {
 
-constexpr int kStripWidth = 6;        // pixels
-constexpr int kKeyStep = 300;         // twips that an arrow key moves the bar by
-constexpr int kBarShortening = 20;    // twips
+constexpr int kStripWidth = 6;     // pixels
+constexpr int kKeyStep = 300;      // twips that an arrow key moves the bar by
+constexpr int kBarShortening = 20; // twips
 
 } // namespace
 

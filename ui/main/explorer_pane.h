@@ -1,5 +1,5 @@
-// The tree on the left, the list on the right with what belongs to it below, and the bar between them
-// that can be dragged.
+// The tree on the left, the list on the right with what belongs to it below, and the bar between
+// them that can be dragged.
 #pragma once
 
 #include "app/settings_store.h"

@@ -83,9 +83,8 @@ bool FilterBar::eventFilter(QObject* watched, QEvent* event) {
 
 void FilterBar::showCount() {
     if (isVisible())
-        count_->setText(QStringLiteral("%1 / %2")
-                            .arg(list_.model()->rowCount())
-                            .arg(list_.contentsCount()));
+        count_->setText(
+            QStringLiteral("%1 / %2").arg(list_.model()->rowCount()).arg(list_.contentsCount()));
 }
 
 } // namespace tollwick

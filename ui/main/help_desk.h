@@ -1,5 +1,5 @@
-// Shows the help page of whatever is in front: on F1 anywhere in the program, for the Help buttons, and for
-// the Help menu.
+// Shows the help page of whatever is in front: on F1 anywhere in the program, for the Help buttons,
+// and for the Help menu.
 #pragma once
 
 #include "app/error_handler.h"
@@ -16,7 +16,8 @@ namespace tollwick {
 
 class HelpWindow;
 
-// A widget whose page is not the one under its object name carries that page's topic in this property.
+// A widget whose page is not the one under its object name carries that page's topic in this
+// property.
 inline constexpr const char* kHelpTopicProperty = "helpTopic";
 
 class HelpDesk : public QObject {
@@ -27,8 +28,8 @@ public:
 
     // The first page, with the contents beside it.
     void showContents();
-    // The page of the widget or of the closest thing around it that has one; a message box has the page
-    // that explains its message.
+    // The page of the widget or of the closest thing around it that has one; a message box has the
+    // page that explains its message.
     void showPageOf(const QWidget* widget);
 
 protected:

@@ -64,8 +64,8 @@ bool InputBlocker::eventFilter(QObject* watched, QEvent* event) {
         emit giveUpWanted();
     if (isInput(event->type()))
         return true;
-    // A dialog stays open while it waits, but who closes it does not want to wait any longer. Closing the
-    // main window ends the program.
+    // A dialog stays open while it waits, but who closes it does not want to wait any longer.
+    // Closing the main window ends the program.
     if (event->type() == QEvent::Close && qobject_cast<QDialog*>(watched)) {
         event->ignore();
         emit giveUpWanted();

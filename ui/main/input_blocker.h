@@ -1,5 +1,5 @@
-// Swallows what the user types and clicks while a request waits: no window takes input, but all repaint,
-// the main window can be closed, and Escape gives the request up.
+// Swallows what the user types and clicks while a request waits: no window takes input, but all
+// repaint, the main window can be closed, and Escape gives the request up.
 #pragma once
 
 #include "link/input_lock.h"

@@ -67,14 +67,14 @@ void ListActions::fillSortMenu() {
     const QHeaderView* header = list_.header();
     for (int column = 0; column < header->count(); ++column) {
         const bool is_sorted = header->sortIndicatorSection() == column;
-        QAction* entry = sort_menu_->addAction(
-            list_.model()->headerData(column, Qt::Horizontal).toString());
+        QAction* entry =
+            sort_menu_->addAction(list_.model()->headerData(column, Qt::Horizontal).toString());
         entry->setCheckable(true);
         entry->setChecked(is_sorted);
         // As a click on the title: the other way round where it is sorted by already.
-        const Qt::SortOrder order =
-            is_sorted && header->sortIndicatorOrder() == Qt::AscendingOrder ? Qt::DescendingOrder
-                                                                            : Qt::AscendingOrder;
+        const Qt::SortOrder order = is_sorted && header->sortIndicatorOrder() == Qt::AscendingOrder
+                                        ? Qt::DescendingOrder
+                                        : Qt::AscendingOrder;
         connect(entry, &QAction::triggered, this,
                 [this, column, order] { list_.sortByColumn(column, order); });
     }

@@ -1,4 +1,5 @@
-// What can be done with the list itself, whatever it shows: copying, saving, selecting and filtering rows.
+// What can be done with the list itself, whatever it shows: copying, saving, selecting and
+// filtering rows.
 #pragma once
 
 #include "ui/main/console_context.h"

@@ -120,8 +120,7 @@ std::string hostCell(const HostRecord& host, std::size_t column, const StringTab
     case 1:
         return host.mail_domain.text();
     default:
-        return std::string(
-            texts(host.active != kFalse ? Text::HostActiveYes : Text::HostActiveNo));
+        return std::string(texts(host.active != kFalse ? Text::HostActiveYes : Text::HostActiveNo));
     }
 }
 

@@ -29,7 +29,8 @@ struct ListRow {
     std::string identity; // tells the row apart from the others of its list
 };
 
-// The rows of one list. Long lists are formatted row by row, or cell by cell, as they are asked for.
+// The rows of one list. Long lists are formatted row by row, or cell by cell, as they are asked
+// for.
 struct ListContents {
     std::vector<ListColumn> columns;
     std::size_t row_count = 0;
@@ -39,8 +40,8 @@ struct ListContents {
     std::function<std::optional<double>(std::size_t row, std::size_t column)> value;
 };
 
-// The contents for a node. They refer to `data`, which must outlive them; rows of hosts, schedules and
-// mails follow it as it changes. A grouping node gives no columns and no rows.
+// The contents for a node. They refer to `data`, which must outlive them; rows of hosts, schedules
+// and mails follow it as it changes. A grouping node gives no columns and no rows.
 ListContents listContents(std::string_view node_key, const ServiceData& data,
                           const StringTable& texts);
 

@@ -1,5 +1,5 @@
-// How the user has arranged a list: the widths of its columns and the column it is sorted by, kept in the
-// settings for each list by the key of its node.
+// How the user has arranged a list: the widths of its columns and the column it is sorted by, kept
+// in the settings for each list by the key of its node.
 #pragma once
 
 #include "app/settings_store.h"

@@ -1,5 +1,5 @@
-// The rows of the list as the view asks for them: those of the contents that pass the filter, in the order
-// that the user has chosen.
+// The rows of the list as the view asks for them: those of the contents that pass the filter, in
+// the order that the user has chosen.
 #pragma once
 
 #include "ui/main/list_contents.h"
@@ -27,8 +27,8 @@ public:
     void sort(int column, Qt::SortOrder order) override;
     [[nodiscard]] const ListSort& sorting() const { return sort_; }
 
-    // The position in the contents of a row that the view shows, and the other way round; -1 for a row
-    // that is filtered out.
+    // The position in the contents of a row that the view shows, and the other way round; -1 for a
+    // row that is filtered out.
     [[nodiscard]] int contentsRow(int shown) const;
     [[nodiscard]] int shownRow(int contents_row) const;
 

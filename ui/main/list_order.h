@@ -15,9 +15,9 @@ struct ListSort {
     friend bool operator==(const ListSort&, const ListSort&) = default;
 };
 
-// The positions in the contents of the rows with `filter` (UTF-8) somewhere in a cell, without regard to
-// case, in the order of `sort`. Rows that sort alike keep their order; a column that the contents lack
-// sorts nothing; an empty filter keeps all.
+// The positions in the contents of the rows with `filter` (UTF-8) somewhere in a cell, without
+// regard to case, in the order of `sort`. Rows that sort alike keep their order; a column that the
+// contents lack sorts nothing; an empty filter keeps all.
 std::vector<std::size_t> orderedRows(const ListContents& contents, const ListSort& sort,
                                      std::string_view filter);
 

@@ -49,8 +49,8 @@ void ListView::showContents(std::string node_key, ListContents contents) {
     has_stored_widths_ = !layout.widths.empty();
     filter_.clear();
     list_model_->setContents(std::move(contents), layout.sort, filter_);
-    header()->setSortIndicator(layout.sort.column, layout.sort.descending ? Qt::DescendingOrder
-                                                                          : Qt::AscendingOrder);
+    header()->setSortIndicator(layout.sort.column,
+                               layout.sort.descending ? Qt::DescendingOrder : Qt::AscendingOrder);
     layOutColumns(layout.widths);
     emit contentsReplaced();
     emit rowsChanged();
@@ -58,8 +58,7 @@ void ListView::showContents(std::string node_key, ListContents contents) {
 
 void ListView::refill(ListContents contents, const std::string& selected_identity) {
     list_model_->setContents(std::move(contents), list_model_->sorting(), filter_);
-    const int row =
-        selected_identity.empty() ? -1 : list_model_->findIdentity(selected_identity);
+    const int row = selected_identity.empty() ? -1 : list_model_->findIdentity(selected_identity);
     if (const int shown = row < 0 ? -1 : list_model_->shownRow(row); shown >= 0)
         setCurrentIndex(list_model_->index(shown, 0));
     emit rowsChanged();

@@ -1,5 +1,5 @@
-// The list of what the selected node holds, in report style. Its columns sort and can be resized, which is
-// kept for each node, and its rows can be filtered.
+// The list of what the selected node holds, in report style. Its columns sort and can be resized,
+// which is kept for each node, and its rows can be filtered.
 #pragma once
 
 #include "ui/main/list_layout.h"
@@ -36,8 +36,8 @@ public:
     // Shows only rows with this text, UTF-8, in one of their cells.
     void setFilter(const QString& text);
 
-    // The position, in the order of the list's contents, of the row that the user sees as selected; -1
-    // when none or more than one is.
+    // The position, in the order of the list's contents, of the row that the user sees as selected;
+    // -1 when none or more than one is.
     [[nodiscard]] int selectedRow() const;
     // Its key, or an empty text.
     [[nodiscard]] std::string selectedKey() const;

@@ -66,9 +66,17 @@ MainActions::MainActions(QMainWindow& window, const StringTable& texts)
     toolbar_addschedule = addButton(toolbar, "addschedule", Text::TipAddSchedule);
     toolbar_adduucphost = addButton(toolbar, "adduucphost", Text::TipAddUucpHost);
 
-    items_ = {AddMenu,     DeleteMenu, PropertiesMenu,      Toggmenu,
-              OpenMenu,    Refreshmenu, Cancelmenu,         toolbar_addschedule,
-              toolbar_adduucphost, toolbar_delete, toolbar_properties};
+    items_ = {AddMenu,
+              DeleteMenu,
+              PropertiesMenu,
+              Toggmenu,
+              OpenMenu,
+              Refreshmenu,
+              Cancelmenu,
+              toolbar_addschedule,
+              toolbar_adduucphost,
+              toolbar_delete,
+              toolbar_properties};
     VisibleFlags visible;
     visible.fill(kOn);
     setVisible(visible);

@@ -84,22 +84,21 @@ QString webAddress(std::string_view page, Integer lang_base) {
         if (region.lang_base == lang_base)
             query = region.query;
     return QStringLiteral("%1/asp/%2.asp?%3")
-        .arg(QLatin1StringView(kWebServer), toQString(page),
-             QLatin1StringView(query));
+        .arg(QLatin1StringView(kWebServer), toQString(page), QLatin1StringView(query));
 }
 
 Twmainform::Twmainform(ConsoleContext& context, MainStatusBar* status_bar,
                        std::function<void()> end_process)
     : open_url([](const QUrl& url) { QDesktopServices::openUrl(url); }),
-      notify([notifier = new DesktopNotifier(this)](const QString& text) { notifier->notify(text); }),
+      notify(
+          [notifier = new DesktopNotifier(this)](const QString& text) { notifier->notify(text); }),
       context_(context), end_process_(std::move(end_process)),
       actions_(new MainActions(*this, context.main.texts())),
       pane_(new ExplorerPane(context.main.settings, context.main.texts(), this)),
       tree_(pane_->tree()), list_(pane_->list()),
       list_actions_(new ListActions(context, *list_, *pane_->filter(), this)),
       commands_(context, *tree_, *list_, this),
-      menu_timer_(
-          new MenuTimer(context, *actions_, *tree_, *list_, *pane_->monitor(), this)),
+      menu_timer_(new MenuTimer(context, *actions_, *tree_, *list_, *pane_->monitor(), this)),
       context_menu_(new QMenu(this)) {
     setObjectName("Twmainform");
     setWindowTitle(kDesignCaption);
@@ -144,8 +143,7 @@ void Twmainform::connectActions() {
     });
     for (QAction* cancel : {actions_->CancelUucpTransportMenu, actions_->Cancelmenu})
         on(cancel, [this] {
-            context_.errors.guard(Routine::Command,
-                                  [&](Integer&) { commands_.cancelTransport(); });
+            context_.errors.guard(Routine::Command, [&](Integer&) { commands_.cancelTransport(); });
         });
     connect(actions_->Exitmenu, &QAction::triggered, this, &Twmainform::exitProgram);
 

@@ -46,7 +46,8 @@ public:
     // Stores the placement and ends the program; nothing is asked and nothing is closed politely.
     void exitProgram();
 
-    // What leaves the program; tests replace it: opening a web page, telling something on the desktop.
+    // What leaves the program; tests replace it: opening a web page, telling something on the
+    // desktop.
     std::function<void(const QUrl&)> open_url;
     std::function<void(const QString&)> notify;
 

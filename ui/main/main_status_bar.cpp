@@ -67,8 +67,7 @@ void MainStatusBar::setFetched(std::optional<std::size_t> entries) {
 }
 
 void MainStatusBar::showFetched() {
-    fetched_->setText(
-        QString::fromStdString(groupedNumber(static_cast<std::int64_t>(entries_))));
+    fetched_->setText(QString::fromStdString(groupedNumber(static_cast<std::int64_t>(entries_))));
     for (QWidget* part : std::initializer_list<QWidget*>{fetched_, busy_bar_, give_up_hint_})
         part->show();
 }

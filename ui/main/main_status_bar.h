@@ -1,4 +1,5 @@
-// The status bar with its panel "info", what it shows while a list is fetched, and the hourglass pointer.
+// The status bar with its panel "info", what it shows while a list is fetched, and the hourglass
+// pointer.
 #pragma once
 
 #include "app/progress.h"
@@ -30,8 +31,8 @@ private:
     QLabel* fetched_;
     QProgressBar* busy_bar_;
     QLabel* give_up_hint_;
-    std::size_t entries_ = 0;  // that have come so far
-    QTimer show_fetched_;      // runs while a list is fetched
+    std::size_t entries_ = 0; // that have come so far
+    QTimer show_fetched_;     // runs while a list is fetched
 };
 
 } // namespace tollwick

@@ -1,5 +1,5 @@
-// What happens on every tick of the main window's timer: menus and toolbar follow the connection and the
-// selection, a lost connection is noticed, and the monitor asks for the transfer's status.
+// What happens on every tick of the main window's timer: menus and toolbar follow the connection
+// and the selection, a lost connection is noticed, and the monitor asks for the transfer's status.
 #pragma once
 
 #include "ui/main/console_context.h"

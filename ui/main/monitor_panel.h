@@ -1,5 +1,5 @@
-// What the monitor shows below its rows: the progress as a bar, the speed as a graph, and whether the end
-// of a transport is to be told.
+// What the monitor shows below its rows: the progress as a bar, the speed as a graph, and whether
+// the end of a transport is to be told.
 #pragma once
 
 #include "app/settings_store.h"

@@ -19,8 +19,7 @@ std::vector<RecentServer> readRecentServers(Settings& settings) {
     for (std::size_t i = 0; i < kRecentServers; ++i) {
         const std::string text = settings.read({kSection, nameOf(i), ""});
         const std::size_t port = text.find(kSeparator);
-        const std::size_t user =
-            port == std::string::npos ? port : text.find(kSeparator, port + 1);
+        const std::size_t user = port == std::string::npos ? port : text.find(kSeparator, port + 1);
         if (user != std::string::npos)
             servers.push_back({text.substr(0, port), text.substr(port + 1, user - port - 1),
                                text.substr(user + 1)});
@@ -38,9 +37,8 @@ void rememberServer(Settings& settings, const RecentServer& server) {
     servers.insert(servers.begin(), server);
     servers.resize(std::min(servers.size(), kRecentServers));
     for (std::size_t i = 0; i < servers.size(); ++i)
-        settings.write({kSection, nameOf(i), ""},
-                       servers[i].host + kSeparator + servers[i].port + kSeparator +
-                           servers[i].user);
+        settings.write({kSection, nameOf(i), ""}, servers[i].host + kSeparator + servers[i].port +
+                                                      kSeparator + servers[i].user);
 }
 
 } // namespace tollwick

@@ -1,5 +1,5 @@
-// The settings that the lists show and the editors change: one table of their keys, captions, icons and
-// places in the settings record.
+// The settings that the lists show and the editors change: one table of their keys, captions, icons
+// and places in the settings record.
 #pragma once
 
 #include "app/string_table.h"
@@ -22,14 +22,14 @@ struct SwitchSetting {
     Integer SettingsRecord::*value; // kTrue or kFalse
 };
 struct LogSetting {
-    Integer SettingsRecord::*value; // kTrue or kFalse
+    Integer SettingsRecord::*value;  // kTrue or kFalse
     Integer SettingsRecord::*period; // days
 };
 
 struct SettingRow {
     std::string_view node_key;
     Text caption;
-    std::string_view key; // case included
+    std::string_view key;   // case included
     std::string_view image; // empty for a switch, whose icon tells its value
     std::variant<TextSetting, NumberSetting, SwitchSetting, LogSetting> place;
 };

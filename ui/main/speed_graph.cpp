@@ -11,9 +11,9 @@
 namespace tollwick {
 namespace {
 
-constexpr int kLines = 5;    // of text, that the graph is high
-constexpr int kMargin = 4;   // pixels
-constexpr double kGap = 5;   // seconds without a sample that break the curve
+constexpr int kLines = 5;  // of text, that the graph is high
+constexpr int kMargin = 4; // pixels
+constexpr double kGap = 5; // seconds without a sample that break the curve
 constexpr int kFillAlpha = 60;
 constexpr int kGridAlpha = 70;
 constexpr int kMinutes = static_cast<int>(SpeedHistory::kSpan) / 60;
@@ -56,9 +56,9 @@ void SpeedGraph::paintEvent(QPaintEvent*) {
     painter.fillRect(rect(), palette().base());
     const double scale = scaleFor(history_.highest());
     const QString top = speedText(scale);
-    const QRectF area = QRectF(rect()).adjusted(
-        kMargin + fontMetrics().horizontalAdvance(top) + kMargin, kMargin + 0.5, -kMargin - 0.5,
-        -kMargin - fontMetrics().height());
+    const QRectF area =
+        QRectF(rect()).adjusted(kMargin + fontMetrics().horizontalAdvance(top) + kMargin,
+                                kMargin + 0.5, -kMargin - 0.5, -kMargin - fontMetrics().height());
 
     QColor grid = palette().color(QPalette::Text);
     grid.setAlpha(kGridAlpha);

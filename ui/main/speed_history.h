@@ -10,7 +10,7 @@ public:
     static constexpr double kSpan = 300; // seconds that are kept
 
     struct Sample {
-        double at; // seconds since any fixed moment
+        double at;    // seconds since any fixed moment
         double speed; // bits per second, not negative
     };
 

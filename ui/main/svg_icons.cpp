@@ -67,9 +67,9 @@ private:
 } // namespace
 
 QIcon imageIcon(std::string_view image_key) {
-    const QString file = QStringLiteral(":/icons/%1.svg")
-                             .arg(QLatin1StringView(image_key.data(),
-                                                    static_cast<qsizetype>(image_key.size())));
+    const QString file =
+        QStringLiteral(":/icons/%1.svg")
+            .arg(QLatin1StringView(image_key.data(), static_cast<qsizetype>(image_key.size())));
     return QFile::exists(file) ? QIcon(new SvgIconEngine(file)) : QIcon();
 }
 

@@ -7,8 +7,8 @@
 
 namespace tollwick {
 
-// Drawn from an SVG picture at the size that is asked for, in a tone that reads on the desktop's colours.
-// An unknown key gives an empty icon.
+// Drawn from an SVG picture at the size that is asked for, in a tone that reads on the desktop's
+// colours. An unknown key gives an empty icon.
 QIcon imageIcon(std::string_view image_key);
 
 } // namespace tollwick

@@ -44,15 +44,16 @@ WindowPlacement keptOnScreen(WindowPlacement placement, std::span<const ScreenAr
     const ScreenArea& screen = screens.front();
     placement.width = std::min(placement.width, screen.width);
     placement.height = std::min(placement.height, screen.height);
-    placement.left = std::clamp(placement.left, screen.left,
-                                screen.left + screen.width - placement.width);
-    placement.top = std::clamp(placement.top, screen.top,
-                               screen.top + screen.height - placement.height);
+    placement.left =
+        std::clamp(placement.left, screen.left, screen.left + screen.width - placement.width);
+    placement.top =
+        std::clamp(placement.top, screen.top, screen.top + screen.height - placement.height);
     return placement;
 }
 
 void storePlacement(Settings& settings, const WindowPlacement& placement) {
-    // What is read back is a 16-bit number; a wider window must not lose its whole placement for that.
+    // What is read back is a 16-bit number; a wider window must not lose its whole placement for
+    // that.
     const auto store = [&](const Setting& setting, int number) {
         settings.write(setting, std::to_string(std::clamp<int>(
                                     number, std::numeric_limits<std::int16_t>::min(),

@@ -31,8 +31,8 @@ struct WindowPlacement {
     int height = 0;
     int splitter = 0;
 
-    // A window at 0,0 with exactly this size is centred instead of placed. That this is not the default
-    // size is wanted: a first start places the window at the top left corner.
+    // A window at 0,0 with exactly this size is centred instead of placed. That this is not the
+    // default size is wanted: a first start places the window at the top left corner.
     [[nodiscard]] bool isCentred() const {
         return left + top == 0 && width == 7110 && height == 4455;
     }
@@ -49,8 +49,8 @@ struct ScreenArea {
     int height;
 };
 
-// The placement itself when the window can be grabbed on one of the screens; otherwise, as after a screen
-// has been taken away, moved onto the first of them and made no larger than that.
+// The placement itself when the window can be grabbed on one of the screens; otherwise, as after a
+// screen has been taken away, moved onto the first of them and made no larger than that.
 WindowPlacement keptOnScreen(WindowPlacement placement, std::span<const ScreenArea> screens);
 
 // A minimized window stores only its state.
