@@ -52,8 +52,11 @@ void ConsoleConnection::readLines() {
         while (!framer_.overlong() && framer_.takeLine(line)) {
             Comrecord request = EmptyComrecord;
             decodeLine(line, key_, request);
-            if (const std::optional<Comrecord> reply = handler_(request, session_))
-                sendRaw(QByteArray::fromStdString(encodeLine(*reply, key_, randomStart())));
+            const std::optional<Reply> reply = handler_(request, session_);
+            if (reply && reply->deliver)
+                reply->deliver(*socket_, reply->record, key_);
+            else if (reply)
+                sendRaw(QByteArray::fromStdString(encodeLine(reply->record, key_, randomStart())));
         }
         if (framer_.overlong() || socket_->bytesToWrite() > kMaxUnsent) {
             close();

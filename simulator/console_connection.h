@@ -13,12 +13,21 @@ class QTcpSocket;
 
 namespace tollwick::simulator {
 
+// Sends a reply, or what comes in its place: the socket, the reply, and the session key with which
+// a line is made of it.
+using Delivery = std::function<void(QTcpSocket&, const Comrecord& reply, const std::string& key)>;
+
+struct Reply {
+    Comrecord record;
+    Delivery deliver; // without it the reply is sent as one line
+};
+
 class ConsoleConnection : public QObject {
     Q_OBJECT
 
 public:
     // Answers one request, or leaves it unanswered.
-    using Handler = std::function<std::optional<Comrecord>(const Comrecord&, Session&)>;
+    using Handler = std::function<std::optional<Reply>(const Comrecord&, Session&)>;
 
     // Takes the socket over.
     ConsoleConnection(QTcpSocket* socket, Handler handler, QObject* parent);

@@ -1,8 +1,8 @@
 #include "simulator/server.h"
 
-#include "simulator/console_connection.h"
-
 #include <QTcpSocket>
+
+#include <utility>
 
 namespace tollwick::simulator {
 namespace {
@@ -52,7 +52,7 @@ void Server::accept() {
     }
 }
 
-std::optional<Comrecord> Server::handle(const Comrecord& request, Session& session) {
+std::optional<Reply> Server::handle(const Comrecord& request, Session& session) {
     if (requests_.size() >= kMaxRequestsKept)
         requests_.erase(requests_.begin(), requests_.begin() + kMaxRequestsKept / 2);
     requests_.push_back({request.Operation, request.ObjectClass, request.RecordNumber});
@@ -60,15 +60,17 @@ std::optional<Comrecord> Server::handle(const Comrecord& request, Session& sessi
     emit requestReceived();
 
     const bool faulty = faults_.concern(request);
-    Comrecord reply = EmptyComrecord;
+    Reply reply{EmptyComrecord, {}};
     if (faulty && faults_.result)
-        reply.Operation = *faults_.result;
+        reply.record.Operation = *faults_.result;
     else
-        reply = responder_.reply(request, session);
+        reply.record = responder_.reply(request, session);
     if (transport_.isActive() && !transport_timer_.isActive())
         transport_timer_.start();
     if (faulty && faults_.never_reply)
         return {};
+    if (faulty)
+        reply.deliver = std::exchange(faults_.deliver, nullptr);
     return reply;
 }
 

@@ -1,6 +1,7 @@
 // The stand-in service on the network: serves one site to any number of consoles at once.
 #pragma once
 
+#include "simulator/console_connection.h"
 #include "simulator/responder.h"
 #include "simulator/site.h"
 #include "simulator/transport.h"
@@ -14,19 +15,20 @@
 
 namespace tollwick::simulator {
 
-class ConsoleConnection;
-
 // Misbehaviour that can be switched on at any time, to see what a console makes of it.
 struct Faults {
     bool send_no_key = false;      // new connections get nothing
     QByteArray instead_of_key;     // new connections get these bytes in place of a key
     bool never_reply = false;      // requests are carried out, but not answered
     std::optional<Integer> result; // in place of carrying a request out
-    // Restricts the last two to requests that address this class of object.
+    Delivery deliver;              // in place of sending the next reply as one line; only once
+    // Restrict the last three to requests for this class of object, and with this operation.
     std::optional<ObjectClass> only_class;
+    std::optional<Operation> only_operation;
 
     [[nodiscard]] bool concern(const Comrecord& request) const {
-        return !only_class || static_cast<Integer>(*only_class) == request.ObjectClass;
+        return (!only_class || static_cast<Integer>(*only_class) == request.ObjectClass) &&
+               (!only_operation || static_cast<Integer>(*only_operation) == request.Operation);
     }
 };
 
@@ -73,7 +75,7 @@ signals:
 private:
     void accept();
     // The reply to send, if any.
-    std::optional<Comrecord> handle(const Comrecord& request, Session& session);
+    std::optional<Reply> handle(const Comrecord& request, Session& session);
     void keepTime();
 
     Site site_;

@@ -179,6 +179,10 @@ void LoginForm::login() {
                       .run();
     });
     setRunning(false);
+    // A link that was lost before the main window's timer has seen it is told here.
+    if ((outcome == LoginOutcome::LoggedIn && !context_.link.isOpen()) ||
+        outcome == LoginOutcome::LinkFailed)
+        context_.showIdle();
     if (outcome == LoginOutcome::LoggedIn) {
         const ConnectionSettings& connection = context_.main.connection;
         rememberServer(context_.main.settings,

@@ -11,8 +11,8 @@ namespace {
 // Where the files that come with the program lie: beside it, or in the data folder of its prefix.
 std::string suppliedFolder() {
     const QDir program(QCoreApplication::applicationDirPath());
-    for (const char* place : {"data", "../share/tollwick"})
-        if (program.exists(place))
+    for (const QString place : {"data", "../share/tollwick"})
+        if (program.exists(place + "/note.txt"))
             return QDir::cleanPath(program.absoluteFilePath(place)).toStdString();
     return program.absolutePath().toStdString();
 }

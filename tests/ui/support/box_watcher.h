@@ -13,6 +13,7 @@
 
 #include <deque>
 #include <functional>
+#include <vector>
 
 namespace tollwick {
 
@@ -43,6 +44,8 @@ public:
         expected_.push_back({describe(icon, text, default_button == kYes ? "(Yes)No" : "Yes(No)"),
                              pressed, std::move(meanwhile)});
     }
+    // From now on takes any box as it comes: notes its text and presses Yes or Ok.
+    void takeAll(std::vector<std::string>& texts) { taken_ = &texts; }
     // True when every box that was expected has come.
     [[nodiscard]] bool done() const { return expected_.empty(); }
 
@@ -78,6 +81,11 @@ private:
         return describe(box.icon(), box.text().toStdString(), buttons);
     }
     void answer(QMessageBox& box) {
+        if (taken_) {
+            taken_->push_back(box.text().toStdString());
+            QAbstractButton* yes = box.button(kYes);
+            return (yes ? yes : box.button(QMessageBox::Ok))->click();
+        }
         if (expected_.empty()) {
             ADD_FAILURE() << "Unexpected box: " << describe(box);
             return box.reject();
@@ -94,6 +102,7 @@ private:
     }
 
     std::deque<Expectation> expected_;
+    std::vector<std::string>* taken_ = nullptr;
 };
 
 } // namespace tollwick

@@ -1,0 +1,132 @@
+// Long runs leave nothing behind: no memory, no handle, no timer. And no password.
+#include "app/files.h"
+#include "link/login_sequence.h"
+#include "tests/ui/support/console_test.h"
+
+#include <QTimer>
+
+#include <filesystem>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
+namespace tollwick {
+namespace {
+
+constexpr std::size_t kBytesOfGrowth = 200'000; // allocators and caches settle within this
+
+struct Use {
+    std::size_t bytes = 0;
+    std::size_t handles = 0;
+    qsizetype timers = 0;
+    qsizetype objects = 0;
+};
+
+class SoakTest : public ConsoleTest {
+protected:
+    Use use() {
+        // Records that the service keeps of its requests are not the console's.
+        onServer([](simulator::Server& server) { server.forgetRequests(); });
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        Use now;
+#ifdef __GLIBC__
+        now.bytes = mallinfo2().uordblks;
+#endif
+#ifdef __linux__
+        for ([[maybe_unused]] const auto& handle :
+             std::filesystem::directory_iterator("/proc/self/fd"))
+            ++now.handles;
+#endif
+        now.timers =
+            window().findChildren<QTimer*>().size() + context().link.findChildren<QTimer*>().size();
+        now.objects = window().findChildren<QObject*>().size();
+        return now;
+    }
+    void expectNoGrowth(const Use& before) {
+        const Use after = use();
+        EXPECT_LT(after.bytes, before.bytes + kBytesOfGrowth);
+        EXPECT_EQ(after.handles, before.handles);
+        EXPECT_EQ(after.timers, before.timers);
+        EXPECT_EQ(after.objects, before.objects);
+    }
+};
+
+TEST_F(SoakTest, TenThousandPollsLeaveNothing) {
+    logIn();
+    stopTimer();
+    clickNode("uucpmonitor");
+    const auto poll = [this](int times) {
+        for (int i = 0; i < times; ++i) {
+            while (!context().link.isWaiting())
+                tick();
+            while (context().link.isWaiting())
+                QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+            ASSERT_TRUE(context().link.isOpen());
+            if (i % 500 == 0)
+                onServer([](simulator::Server& server) { server.forgetRequests(); });
+        }
+    };
+    poll(1000); // caches fill, the graph's span is reached
+    const Use before = use();
+    poll(10'000);
+    expectNoGrowth(before);
+}
+
+TEST_F(SoakTest, FiveHundredLoginsLeaveNothing) {
+    ASSERT_TRUE(start());
+    ConsoleContext& parts = context();
+    parts.data.user_id = simulator::kSampleUserId;
+    parts.data.password = simulator::kSamplePassword;
+    const auto logInAndOff = [&](int times) {
+        for (int i = 0; i < times; ++i) {
+            ASSERT_EQ(LoginSequence(parts.link, parts.requests, parts.data, parts.main,
+                                    parts.prompter, parts.progress)
+                          .run(),
+                      LoginOutcome::LoggedIn);
+            tick();
+            window().tree()->build(parts.link.host(), parts.main.texts());
+            clickNode("outbox");
+            window().logOff();
+            tick();
+        }
+        ASSERT_TRUE(waitUntil([this] {
+            return onServer([](simulator::Server& server) { return server.connectionCount(); }) ==
+                   0;
+        }));
+    };
+    logInAndOff(20);
+    const Use before = use();
+    logInAndOff(500);
+    expectNoGrowth(before);
+}
+
+TEST_F(SoakTest, NoPasswordIsLeftAnywhere) {
+    const std::string wrong = "hemligt-1234";
+    ASSERT_TRUE(start());
+    boxes.expectBox(kCritical, "Authentication failure!\nCheck your password and try again.");
+    inDialog([this] { trigger("LoginMenu"); },
+             [&](QDialog& login) {
+                 type(wrong + '\n');
+                 for (QWidget* top : QApplication::topLevelWidgets())
+                     EXPECT_EQ(top->windowTitle().indexOf(wrong.c_str()), -1);
+                 login.reject();
+             });
+    logIn();
+    select("uucphosts", 1);
+    properties({playing("CancelButton")});
+    window().exitProgram();
+    for (const std::string& secret : {wrong, std::string("fiskmås")}) {
+        for (const auto& [key, value] : store.values)
+            EXPECT_EQ(value.find(secret), std::string::npos) << key;
+        for (const std::string& entry : system_log.entries)
+            EXPECT_EQ(entry.find(secret), std::string::npos);
+        for (const auto& file :
+             std::filesystem::recursive_directory_iterator(toPath(folder.text())))
+            EXPECT_EQ(readWholeFile(file.path(), 10'000'000).value_or("").find(secret),
+                      std::string::npos)
+                << file.path();
+    }
+}
+
+} // namespace
+} // namespace tollwick
