@@ -27,15 +27,15 @@ std::string_view trimmed(std::string_view text) {
 }
 
 // A file as its lines, without their ends and without the mark that some editors put before the
-// first.
+// first. All that looks like one goes, so that what is written is read as it was before.
 std::vector<std::string> splitLines(std::string_view text) {
     std::vector<std::string> lines;
-    if (text.starts_with(kByteOrderMark))
+    while (text.starts_with(kByteOrderMark))
         text.remove_prefix(kByteOrderMark.size());
     while (!text.empty()) {
         const std::size_t end = std::min(text.find('\n'), text.size());
         std::string_view line = text.substr(0, end);
-        if (!line.empty() && line.back() == '\r')
+        while (!line.empty() && line.back() == '\r')
             line.remove_suffix(1);
         lines.emplace_back(line);
         text.remove_prefix(std::min(end + 1, text.size()));
@@ -135,6 +135,8 @@ bool IniStore::write(std::string_view application, std::string_view section, std
     std::string text;
     for (const std::string& each : lines)
         text.append(each).push_back('\n');
+    if (text.size() > kMaxFileSize) // it could not be read again
+        return false;
     return replaceFile(user_file_, text);
 }
 

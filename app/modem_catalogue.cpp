@@ -92,17 +92,19 @@ ModemRecord withDefaults(ModemRecord modem) {
 }
 
 ModemCatalogue ModemCatalogue::load(const std::string& file) {
-    ModemCatalogue catalogue;
     const std::optional<std::string> bytes = readWholeFile(toPath(file), kMaxFileSize);
     if (!bytes)
-        return catalogue;
+        return {};
     if (bytes->empty()) {
         std::error_code ignored;
         std::filesystem::remove(toPath(file), ignored);
-        return catalogue;
     }
+    return parse(*bytes);
+}
 
-    const std::string_view records = countedRecords(*bytes);
+ModemCatalogue ModemCatalogue::parse(std::string_view bytes) {
+    ModemCatalogue catalogue;
+    const std::string_view records = countedRecords(bytes);
     catalogue.records_.reserve(records.size() / kRecordSize);
     for (std::size_t at = 0; at < records.size(); at += kRecordSize) {
         const ModemRecord& modem =

@@ -44,9 +44,10 @@ public:
 
     ModemCatalogue() = default;
 
-    // Takes the whole records that the file holds, at most as many as it says. The catalogue is
-    // empty when the file cannot be read; one of length 0 is deleted.
+    // The catalogue is empty when the file cannot be read; one of length 0 is deleted.
     static ModemCatalogue load(const std::string& file);
+    // Takes the whole records that these bytes of a file hold, at most as many as they say.
+    static ModemCatalogue parse(std::string_view bytes);
 
     // In the order of the file, with the deleted ones.
     [[nodiscard]] const std::vector<ModemRecord>& records() const { return records_; }

@@ -2,6 +2,7 @@
 
 #include "app/run_time_error.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -18,6 +19,16 @@ Number rounded(double value) {
     return static_cast<Number>(nearest);
 }
 
+// Whether a number without a sign, which is no 0, is below 1.
+bool isSmall(std::string_view number) {
+    const std::size_t mantissa = std::min(number.find_first_of("eE"), number.size());
+    const std::size_t point = std::min(number.find('.'), mantissa);
+    const double whole_digits =
+        static_cast<double>(point) - static_cast<double>(number.find_first_of("123456789"));
+    const double exponent = numericValue(number.substr(std::min(mantissa + 1, number.size())));
+    return whole_digits + exponent <= 0;
+}
+
 } // namespace
 
 double numericValue(std::string_view text) {
@@ -31,11 +42,10 @@ double numericValue(std::string_view text) {
         return 0;
     double value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error == std::errc::result_out_of_range) {
-        // The sign is gone, so that a "-" is the exponent's: too close to 0, and not too large.
-        const bool is_tiny = text.substr(0, end - text.data()).find('-') != std::string_view::npos;
-        value = is_tiny ? 0 : std::numeric_limits<double>::infinity();
-    }
+    if (error == std::errc::result_out_of_range)
+        value = isSmall(text.substr(0, end - text.data()))
+                    ? 0
+                    : std::numeric_limits<double>::infinity();
     if (error == std::errc::invalid_argument)
         return 0;
     return negative ? -value : value;

@@ -32,13 +32,13 @@ constexpr int kBlockSize = 3000;
 } // namespace
 
 std::string_view StringTable::byOffset(int offset) const {
-    const int id = lang_base_ + offset;
+    const std::int64_t id = std::int64_t{lang_base_} + offset;
     for (const int slot : kWelcomeSlots)
         if (id == slot + kWelcome)
             return "Welcome";
     if (id >= kEnglish && id < kSwedish + kBlockSize) {
         const bool swedish = id >= kSwedish;
-        const int wanted = id - (swedish ? kSwedish : kEnglish);
+        const auto wanted = static_cast<int>(id - (swedish ? kSwedish : kEnglish));
         const auto* found =
             std::lower_bound(std::begin(kEntries), std::end(kEntries), wanted,
                              [](const Entry& entry, int value) { return entry.offset < value; });

@@ -73,6 +73,17 @@ TEST_F(IniStoreTest, AnyTextOfOneLineComesBackAsItWas) {
     EXPECT_EQ(get("Application", "InstallDir"), "(none)");
 }
 
+TEST_F(IniStoreTest, AWriteChangesNoOtherSetting) {
+    const std::string mark = "\xEF\xBB\xBF";
+    for (const std::string& file :
+         {std::string("[Tollwick\\General]\nName=old\r\r\n"), mark + mark + kOld}) {
+        folder.write("user.ini", file);
+        EXPECT_EQ(get("General", "Name"), "old");
+        EXPECT_TRUE(set("Application", "InstallDir", "/x"));
+        EXPECT_EQ(get("General", "Name"), "old");
+    }
+}
+
 TEST_F(IniStoreTest, TheUsersFileLiesOverTheMachines) {
     const std::string machine = "[Tollwick\\General]\nA=machine1\nB=machine1\n";
     folder.write("machine1.ini", machine);
@@ -107,6 +118,13 @@ TEST_F(IniStoreTest, LeavesAloneWhatItCannotReplace) {
     EXPECT_EQ(get("General", "Name"), "machine");
     EXPECT_FALSE(set("General", "Name", "new"));
     EXPECT_EQ(folder.read("user.ini"), oversized);
+
+    // The new line would make it too large to be read again.
+    const std::string full = kOld + std::string((1 << 20) - kOld.size() - 1, '#') + '\n';
+    folder.write("user.ini", full);
+    EXPECT_FALSE(set("General", "Longer", "new"));
+    EXPECT_EQ(folder.read("user.ini"), full);
+    EXPECT_EQ(get("General", "Name"), "old");
 
     // The temporary file cannot be written.
     folder.write("user.ini", kOld);

@@ -96,7 +96,8 @@ TEST(ListLayout, IsKeptForEachListAndBadOnesAreNone) {
     // Another number of columns than when it was stored, and what is no number.
     EXPECT_TRUE(readListLayout(settings, "outbox", 3).widths.empty());
     EXPECT_EQ(readListLayout(settings, "outbox", 2).sort, ListSort());
-    for (const char* bad : {"wide", "100 x", "1 2 3 4 5", "99999999999 1 1 1"}) {
+    for (const char* bad : {"wide", "100 x", "1 2 3 4 5", "99999999999 1 1 1",
+                            "1 2 3 4 99999999999", "1 2 3 4 -", "1 0 -"}) {
         settings.write({"Lists", "outboxWidths", ""}, bad);
         settings.write({"Lists", "outboxSort", ""}, bad);
         EXPECT_TRUE(readListLayout(settings, "outbox", 4).widths.empty()) << bad;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <string>
 
 namespace tollwick {
 namespace {
@@ -21,6 +22,11 @@ TEST(Numeric, ReadsTheNumberAtTheHeadOfAText) {
     // clang-format on
     for (const auto& [text, value] : cases)
         EXPECT_EQ(numericValue(text), value) << '"' << text << '"';
+    // Out of a number's range in other ways than by the sign of the exponent.
+    const std::string zeros(400, '0');
+    EXPECT_EQ(numericValue("0." + zeros + "1"), 0);
+    EXPECT_EQ(numericValue("-1" + zeros + "e-5"), -kInfinity);
+    EXPECT_EQ(numericValue("1e-" + zeros + "9" + zeros), 0);
 }
 
 TEST(Numeric, RoundsHalvesToTheEvenNeighbourAndOverflowsBeyondTheRange) {

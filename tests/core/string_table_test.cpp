@@ -60,7 +60,7 @@ TEST(StringTable, ATextThatIsMissingIsError326SaveForWelcomeInEverySlot) {
     for (const int base : {7000, 10000, 19000, 22000, 32767, -32768, 0})
         EXPECT_EQ(error(base, 0), 326) << base;
     EXPECT_EQ(error(22000, kWelcome), 326);
-    for (const int offset : {-1, 12, 82, 2999, 6099})
+    for (const int offset : {-1, 12, 82, 2999, 6099, 2147483647, -2147483647})
         EXPECT_EQ(error(kEnglish, offset), 326) << offset;
 }
 

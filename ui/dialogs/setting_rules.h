@@ -22,7 +22,7 @@ bool ContainsAnyChar(std::string_view text, std::string_view set);
 // Decimal text without a leading blank; empty for 0.
 std::string NumberToText(Integer number);
 
-// The port that the text stands for, 1 to 32766, or nothing.
+// The port that the text stands for, 1 to 32766 (0 for a fraction that rounds to it), or nothing.
 std::optional<Long> portNumber(std::string_view text);
 
 // kTrue for kFalse, and kFalse for any other value.

@@ -22,9 +22,13 @@ std::string sortName(std::string_view node_key) {
 std::vector<int> readNumbers(Settings& settings, const std::string& name) {
     std::istringstream text(settings.read({kSection, name, ""}));
     std::vector<int> numbers;
-    for (int number = 0; text >> number;)
+    while (!(text >> std::ws).eof()) {
+        int number = 0;
+        if (!(text >> number))
+            return {};
         numbers.push_back(number);
-    return text.eof() ? numbers : std::vector<int>();
+    }
+    return numbers;
 }
 
 } // namespace
