@@ -270,7 +270,8 @@ TEST_P(FaultMatrixTest, EndsAsTheTableSays) {
         });
 
         // The window goes on, and after a log off there is a second login. No other request is made
-        // on this connection: lines carry no number, so a reply too many would be taken for its own.
+        // on this connection: lines carry no number, so a reply too many would be taken for its
+        // own.
         restore();
         told_.clear();
         if (context().link.isOpen()) {
