@@ -262,6 +262,7 @@ std::vector<const HelpTopic*> HelpBook::search(std::string_view words) const {
     std::stable_sort(hits.begin(), hits.end(),
                      [](const auto& a, const auto& b) { return a.first > b.first; });
     std::vector<const HelpTopic*> found;
+    found.reserve(hits.size());
     for (const auto& [rank, topic] : hits)
         found.push_back(topic);
     return found;
