@@ -1,13 +1,11 @@
 #include "link/record_packing.h"
 
-#include <filesystem>
-#include <system_error>
+#include <cstdio>
 
 namespace tollwick {
 
 void removeScratchFile() {
-    std::error_code ignored;
-    std::filesystem::remove("@move@", ignored);
+    std::remove("@move@"); // nearly always there is none
 }
 
 } // namespace tollwick

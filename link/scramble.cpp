@@ -1,16 +1,16 @@
 #include "link/scramble.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cmath>
+#include <cstring>
 #include <random>
 
 namespace tollwick {
 namespace {
 
 constexpr std::string_view kNoKey{"\0", 1}; // leaves the chained sum as it is
-
-constexpr std::uint8_t kNoDigit = 0xFF;
 
 constexpr auto kDigitPairs = [] {
     std::array<std::array<char, 2>, 256> pairs{};
@@ -19,58 +19,67 @@ constexpr auto kDigitPairs = [] {
     return pairs;
 }();
 
-constexpr auto kDigitValues = [] {
-    std::array<std::uint8_t, 256> values{};
-    values.fill(kNoDigit);
-    for (std::uint8_t i = 0; i < 10; ++i)
-        values[static_cast<std::size_t>('0' + i)] = i;
-    for (std::uint8_t i = 0; i < 6; ++i) {
-        values[static_cast<std::size_t>('A' + i)] = static_cast<std::uint8_t>(10 + i);
-        values[static_cast<std::size_t>('a' + i)] = static_cast<std::uint8_t>(10 + i);
+// The values of a first and of a second digit; what is no digit has a bit beyond a byte.
+struct DigitValues {
+    std::array<std::uint16_t, 256> high{};
+    std::array<std::uint16_t, 256> low{};
+};
+constexpr std::uint16_t kNoDigit = 0x100;
+
+constexpr DigitValues kDigits = [] {
+    DigitValues values;
+    values.high.fill(kNoDigit);
+    values.low.fill(kNoDigit);
+    const auto set = [&](char digit, unsigned value) {
+        values.high[static_cast<unsigned char>(digit)] = static_cast<std::uint16_t>(value << 4);
+        values.low[static_cast<unsigned char>(digit)] = static_cast<std::uint16_t>(value);
+    };
+    for (unsigned i = 0; i < 16; ++i) {
+        set("0123456789ABCDEF"[i], i);
+        set("0123456789abcdef"[i], i);
     }
     return values;
 }();
 
-std::uint8_t digitValue(char c) {
-    return kDigitValues[static_cast<unsigned char>(c)];
-}
-
 // The value of a pair that is not simply two digits.
-std::uint8_t oddPairValue(char first, char second) {
+unsigned oddPairValue(char first, char second) {
     if (first == ' ')
         first = second, second = ' ';
-    const std::uint8_t value = digitValue(first);
+    const unsigned value = kDigits.low[static_cast<unsigned char>(first)];
     return value != kNoDigit && second == ' ' ? value : 0;
 }
 
-std::uint8_t pairValue(char first, char second) {
-    const std::uint8_t high = digitValue(first);
-    const std::uint8_t low = digitValue(second);
-    if (high == kNoDigit || low == kNoDigit) [[unlikely]]
-        return oddPairValue(first, second);
-    return static_cast<std::uint8_t>(high << 4 | low);
+unsigned pairValue(char first, char second) {
+    const unsigned value = kDigits.high[static_cast<unsigned char>(first)] |
+                           kDigits.low[static_cast<unsigned char>(second)];
+    return value < kNoDigit ? value : oddPairValue(first, second);
 }
 
 } // namespace
+
+// Both functions take the text in runs as long as the key, and keep the byte before in a whole
+// word, of which only the low byte counts: each byte waits for the one before, so what is done
+// there is what they cost.
 
 std::string scramble(std::string_view key, std::string_view plain, std::uint8_t start) {
     if (key.empty())
         key = kNoKey;
     std::string scrambled(2 + 2 * plain.size(), '\0');
     char* out = scrambled.data();
-    const auto append = [&out](std::uint8_t value) {
-        *out++ = kDigitPairs[value][0];
-        *out++ = kDigitPairs[value][1];
+    const auto append = [&out](unsigned value) {
+        std::memcpy(out, kDigitPairs[value & 0xFF].data(), 2);
+        out += 2;
     };
     append(start);
-    std::uint8_t previous = start;
-    std::size_t cursor = 0;
-    for (const char c : plain) {
-        previous = static_cast<std::uint8_t>((static_cast<unsigned char>(c) + previous) ^
-                                             static_cast<unsigned char>(key[cursor]));
-        append(previous);
-        if (++cursor == key.size())
-            cursor = 0;
+    unsigned previous = start;
+    while (!plain.empty()) {
+        const std::size_t run = std::min(plain.size(), key.size());
+        for (std::size_t i = 0; i < run; ++i) {
+            previous = (previous + static_cast<unsigned char>(plain[i])) ^
+                       static_cast<unsigned char>(key[i]);
+            append(previous);
+        }
+        plain.remove_prefix(run);
     }
     return scrambled;
 }
@@ -80,19 +89,24 @@ std::string unscramble(std::string_view key, std::string_view scrambled) {
         return {};
     if (key.empty())
         key = kNoKey;
-    std::uint8_t previous = pairValue(scrambled[0], scrambled[1]);
+    unsigned previous = pairValue(scrambled[0], scrambled[1]);
     scrambled.remove_prefix(2);
     std::string plain((scrambled.size() + 1) / 2, '\0');
+    char* out = plain.data();
     std::size_t cursor = 0;
-    for (std::size_t i = 0; i < plain.size(); ++i) {
-        const bool is_single = 2 * i + 1 == scrambled.size();
-        const std::uint8_t value =
-            pairValue(scrambled[2 * i], is_single ? ' ' : scrambled[2 * i + 1]);
-        plain[i] = static_cast<char>((value ^ static_cast<unsigned char>(key[cursor])) - previous);
-        previous = value;
-        if (++cursor == key.size())
-            cursor = 0;
+    while (scrambled.size() >= 2) {
+        const std::size_t run = std::min(scrambled.size() / 2, key.size());
+        for (std::size_t i = 0; i < run; ++i) {
+            const unsigned value = pairValue(scrambled[2 * i], scrambled[2 * i + 1]);
+            *out++ = static_cast<char>((value ^ static_cast<unsigned char>(key[i])) - previous);
+            previous = value;
+        }
+        scrambled.remove_prefix(2 * run);
+        cursor = run % key.size();
     }
+    if (!scrambled.empty()) // a single last digit
+        *out = static_cast<char>(
+            (pairValue(scrambled[0], ' ') ^ static_cast<unsigned char>(key[cursor])) - previous);
     return plain;
 }
 

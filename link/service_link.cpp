@@ -71,7 +71,9 @@ void ServiceLink::Connect(const std::string& host, double port) {
         return;
     }
     socket_.setProxy(QNetworkProxy::NoProxy);
-    socket_.connectToHost(QString::fromStdString(host), static_cast<quint16>(port));
+    // Unbuffered: a line is handed to the system at once, without a detour over the event loop.
+    socket_.connectToHost(QString::fromStdString(host), static_cast<quint16>(port),
+                          QIODevice::ReadWrite | QIODevice::Unbuffered);
 }
 
 void ServiceLink::Close() {
@@ -231,10 +233,10 @@ void ServiceLink::closeSocket(NoReply reason) {
         handler({}, reason);
 }
 
-void ServiceLink::finishReport(std::optional<Integer> reply, NoReply reason) {
+void ServiceLink::finishReport(std::optional<Integer> result, NoReply reason) {
     report_timer_.stop();
     const ReplyHandler handler = std::exchange(report_, nullptr);
-    handler(reply, reason);
+    handler(result, reason);
 }
 
 } // namespace tollwick

@@ -7,8 +7,10 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace tollwick {
 
@@ -22,6 +24,16 @@ inline constexpr Integer kFalse = 0;
 
 // The part of `bytes` before its trailing NULs and blanks.
 constexpr std::string_view withoutTrailingBlanks(std::string_view bytes) {
+    if (!std::is_constant_evaluated()) {
+        // Eight alike at a time: the end of most records is empty.
+        constexpr std::uint64_t kBlanks = 0x2020202020202020;
+        std::uint64_t word = 0;
+        for (; bytes.size() >= sizeof word; bytes.remove_suffix(sizeof word)) {
+            std::memcpy(&word, bytes.data() + bytes.size() - sizeof word, sizeof word);
+            if (word != 0 && word != kBlanks)
+                break;
+        }
+    }
     while (!bytes.empty() && (bytes.back() == '\0' || bytes.back() == ' '))
         bytes.remove_suffix(1);
     return bytes;
