@@ -37,14 +37,12 @@ struct ConsoleRig {
         console.mainForm()->menuTimer()->tick();
     }
 
-    struct NoSystemLog : SystemLog {
-        bool error(std::string_view) override { return true; }
-    } system_log;
+    std::unique_ptr<SystemLog> system_log = platformSystemLog();
     QTemporaryDir folder;
     IniStore store{folder.filePath("tollwick.ini").toStdString(), {}};
     SystemClock clock;
     std::string supplied = QApplication::applicationDirPath().toStdString() + "/data";
-    Console console{{store, system_log, clock, {supplied, folder.path().toStdString()}, [] {}}};
+    Console console{{store, *system_log, clock, {supplied, folder.path().toStdString()}, [] {}}};
     ConsoleContext& all = console.context();
 };
 

@@ -1,19 +1,6 @@
 // The floor of the start: a window with the same kinds of widgets as the console's, and nothing in
 // them.
-#include <QApplication>
-#include <QCheckBox>
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMainWindow>
-#include <QMenuBar>
-#include <QProgressBar>
-#include <QStandardItemModel>
-#include <QStatusBar>
-#include <QTimer>
-#include <QToolBar>
-#include <QToolButton>
-#include <QTreeWidget>
+#include <QtWidgets>
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
@@ -37,20 +24,18 @@ int main(int argc, char** argv) {
     list->setGeometry(205, 0, 291, 280);
     (new QWidget(pane))->setGeometry(199, 0, 6, 280);
     // What is below the list, and in the status bar, only at times.
-    auto* hidden = new QWidget(pane);
-    auto* layout = new QHBoxLayout(hidden);
-    for (QWidget* widget :
-         std::initializer_list<QWidget*>{new QProgressBar, new QWidget, new QCheckBox,
-                                         new QLineEdit, new QLabel, new QToolButton, new QFrame})
-        layout->addWidget(widget);
-    hidden->hide();
-    window.setCentralWidget(pane);
-    window.statusBar()->addWidget(new QLabel, 1);
-    for (QWidget* part :
-         std::initializer_list<QWidget*>{new QLabel, new QProgressBar, new QLabel}) {
-        window.statusBar()->addWidget(part);
+    QWidget* const hidden[] = {new QWidget,   new QFrame,      new QProgressBar, new QCheckBox,
+                               new QLineEdit, new QToolButton, new QLabel};
+    for (QWidget* part : hidden) {
+        part->setParent(pane);
         part->hide();
     }
+    window.setCentralWidget(pane);
+    window.statusBar()->addWidget(new QLabel, 1);
+    window.statusBar()->addWidget(new QProgressBar);
+    window.statusBar()->addWidget(new QLabel);
+    for (QProgressBar* bar : window.statusBar()->findChildren<QProgressBar*>())
+        bar->hide();
     QTimer timer;
     timer.start(100);
     window.show();

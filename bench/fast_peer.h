@@ -11,7 +11,6 @@
 #include <arpa/inet.h>
 #include <atomic>
 #include <mutex>
-#include <netinet/tcp.h>
 #include <sys/socket.h>
 #include <thread>
 #include <unistd.h>
@@ -82,10 +81,6 @@ inline std::string_view take(int socket, std::string& buffer, std::string_view e
     } while (!std::string_view(buffer.data(), size).ends_with(end));
     return {buffer.data(), size};
 }
-inline void doNotDelay(int socket) {
-    const int yes = 1;
-    ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
-}
 
 // Serves one connection at a time on a thread of its own.
 class FastPeer {
@@ -106,8 +101,6 @@ public:
         thread_.join();
         ::close(listener_);
     }
-    FastPeer(const FastPeer&) = delete;
-    FastPeer& operator=(const FastPeer&) = delete;
 
     [[nodiscard]] sockaddr* address() { return reinterpret_cast<sockaddr*>(&address_); }
     [[nodiscard]] int port() const { return ntohs(address_.sin_port); }
@@ -118,15 +111,13 @@ public:
         replies_ = std::move(replies);
         requests_.clear();
     }
-    // What has come since answer() or the start of the connection.
-    [[nodiscard]] Lines requests() {
+    [[nodiscard]] Lines requests() { // since answer() or the start of the connection
         const std::scoped_lock lock(mutex_);
         return requests_;
     }
 
 private:
     void serve() {
-        doNotDelay(connection_);
         answer(std::move(replies_));
         sendAll(connection_, kSessionKey);
         std::string buffer;
@@ -151,7 +142,6 @@ private:
 // connecting.
 inline double exchange(FastPeer& peer, const Lines& requests) {
     const int socket = ::socket(AF_INET, SOCK_STREAM, 0);
-    doNotDelay(socket);
     std::string buffer;
     bool is_up = ::connect(socket, peer.address(), sizeof(sockaddr_in)) == 0 &&
                  !take(socket, buffer, kSessionKey).empty();

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <functional>
 #include <map>
 #include <stdexcept>
@@ -30,8 +29,8 @@ inline void require(bool condition, const char* otherwise) {
 
 using Clock = std::chrono::steady_clock;
 
-inline double milliseconds(Clock::time_point start, Clock::time_point end = Clock::now()) {
-    return std::chrono::duration<double, std::milli>(end - start).count();
+inline double milliseconds(Clock::time_point start) {
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 inline double timeOf(const std::function<void()>& work) {
     const auto start = Clock::now();

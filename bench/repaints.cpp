@@ -6,37 +6,32 @@
 #include <QTimer>
 
 namespace tollwick::bench {
+
 static constexpr int kTickMs = 10;
 static constexpr int kAroundMs = 50; // that are watched before and after a request
 static constexpr int kIdleMs = 400;  // that an idle window is watched
 
-class TickingWidget : public QWidget {
-public:
+struct TickingWidget : QWidget {
     TickingWidget() {
-        timer_.setTimerType(Qt::PreciseTimer);
-        timer_.callOnTimeout(this, qOverload<>(&QWidget::repaint));
-        timer_.start(kTickMs);
+        startTimer(kTickMs, Qt::PreciseTimer);
         show();
+    }
+    void timerEvent(QTimerEvent*) override { repaint(); }
+    void paintEvent(QPaintEvent*) override {
+        longest = std::max(longest, milliseconds(last));
+        last = Clock::now();
     }
     // The longest gap while this is done, in milliseconds.
     double longestGap(const std::function<void()>& work) {
         rest(kAroundMs);
-        longest_ = 0;
+        longest = 0;
         work();
         rest(kAroundMs);
-        return longest_;
+        return longest;
     }
 
-protected:
-    void paintEvent(QPaintEvent*) override {
-        longest_ = std::max(longest_, milliseconds(last_));
-        last_ = Clock::now();
-    }
-
-private:
-    QTimer timer_;
-    Clock::time_point last_ = Clock::now();
-    double longest_ = 0;
+    Clock::time_point last = Clock::now();
+    double longest = 0;
 };
 
 struct Request {

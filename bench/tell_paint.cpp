@@ -1,17 +1,14 @@
-// Loaded into a program before everything else: writes the time of its main window's first paint to
-// the descriptor that TOLLWICK_BENCH_FD names.
-#include "bench/figures.h"
+// Loaded into a program before everything else: prints when its main window is painted for the
+// first time, in seconds of the system's clock.
 #include "bench/first_paint.h"
 
 #include <QMainWindow>
 
-#include <unistd.h>
-
 static void tellFirstPaint() {
-    using namespace tollwick::bench;
-    new FirstPaint<QMainWindow>([](QMainWindow*, Clock::time_point now) {
-        if (::write(qEnvironmentVariableIntValue("TOLLWICK_BENCH_FD"), &now, sizeof now) < 0)
-            ::_exit(EXIT_FAILURE);
+    new tollwick::bench::FirstPaint<QMainWindow>([](QMainWindow*) {
+        const auto now = std::chrono::system_clock::now().time_since_epoch();
+        std::printf("%.6f\n", std::chrono::duration<double>(now).count());
+        std::fflush(stdout);
     });
 }
 Q_COREAPP_STARTUP_FUNCTION(tellFirstPaint)

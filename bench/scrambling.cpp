@@ -1,8 +1,7 @@
 // Scrambling of a whole record against writing and reading it as hexadecimal text.
-#include "link/scramble.h"
-
 #include "bench/figures.h"
 #include "link/comrecord.h"
+#include "link/scramble.h"
 
 #include <QByteArray>
 
