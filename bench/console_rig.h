@@ -9,14 +9,15 @@
 
 #include <QApplication>
 #include <QTemporaryDir>
+#include <QTimer>
 
 namespace tollwick::bench {
 
 // Lets windows and sockets work for so long.
 inline void rest(int wanted) {
-    const auto start = Clock::now();
-    for (int left = wanted; left > 0; left = wanted - static_cast<int>(milliseconds(start)))
-        QApplication::processEvents(QEventLoop::WaitForMoreEvents, left);
+    QEventLoop loop;
+    QTimer::singleShot(wanted, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
 }
 
 struct ConsoleRig {

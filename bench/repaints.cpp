@@ -3,7 +3,6 @@
 #include "bench/fast_peer.h"
 
 #include <QMessageBox>
-#include <QTimer>
 
 namespace tollwick::bench {
 

@@ -51,7 +51,7 @@ struct EmptyDialog : QDialog {
 };
 
 static const Measurement host_dialog("host-dialog", [] {
-    Lines replies{lineOf(ScriptRecord{VarText("malmo.scp"), VarText(std::string(1'000, 'x'))})};
+    Lines replies{lineOf(simulator::sampleSite().scripts.front())};
     for (int list = 0; list < 3; ++list)
         for (const std::string& name : listLines(5, sampleName))
             replies.push_back(name);
