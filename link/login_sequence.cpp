@@ -32,8 +32,12 @@ LoginOutcome LoginSequence::run() {
             return LoginOutcome::NotConnected;
         if (waitForKey() == KeyWait::Received)
             break;
-        if (reconnects == kReconnects || link_.hasGivenUp()) {
+        link_.Close();
+        if (reconnects < kReconnects && !link_.hasGivenUp()) {
+            pause(kReconnectPause);
             link_.Close();
+        }
+        if (reconnects == kReconnects || link_.hasGivenUp()) {
             progress_.setInfo({});
             log(texts(Text::LinkNotInitialized), kKeyStep,
                 "Check that the port is the one that the service listens at.");
@@ -41,9 +45,6 @@ LoginOutcome LoginSequence::run() {
             prompter_.exclamation(texts(Text::LinkNotInitialized));
             return LoginOutcome::NoKey;
         }
-        link_.Close();
-        pause(kReconnectPause);
-        link_.Close();
     }
 
     progress_.setInfo(texts(Text::StatusConnected));
@@ -54,6 +55,7 @@ LoginOutcome LoginSequence::run() {
         data_.schedules.clear();
         data_.hosts.clear();
         data_.outbox.clear();
+        data_.uucp_status = UucpStatusRecord();
         requests_.RetrieveAll();
         return LoginOutcome::LoggedIn;
     case kAuthenticateFailed:
@@ -104,6 +106,8 @@ std::string LoginSequence::describe(long error_number) const {
         return std::string(texts(Text::ErrorTimedOut));
     case socket_error::Unreachable:
         return std::string(texts(Text::ErrorUnreachable));
+    case socket_error::AddressNotAvailable:
+        return std::string(texts(Text::ErrorAddress));
     default:
         return link_.lastErrorText();
     }

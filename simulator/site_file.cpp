@@ -39,12 +39,12 @@ QString nameOf(const Record& record) {
     return QString::number(record.record_number);
 }
 template <>
-QString nameOf(const OutboxRecord& mail) {
-    return QString::fromStdString(mail.file_name.text() + '\n' + mail.recipient.text());
+QString nameOf(const OutboxRecord& record) {
+    return QString::fromStdString(record.file_name.text() + '\n' + record.recipient.text());
 }
 template <>
-QString nameOf(const ScriptRecord& script) {
-    return QString::fromStdString(script.file_name.text()).toLower();
+QString nameOf(const ScriptRecord& record) {
+    return QString::fromStdString(record.file_name.text()).toLower();
 }
 
 template <class Record>

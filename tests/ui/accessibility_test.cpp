@@ -10,6 +10,7 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -266,6 +267,37 @@ TEST_P(AccessibilityTest, MainWindow) {
                  walk(about, "about");
                  about.reject();
              });
+}
+
+TEST_P(AccessibilityTest, HelpAndContextMenus) {
+    logIn();
+    trigger("ContentsMenu");
+    for (QWidget* top : QApplication::topLevelWidgets())
+        if (top->objectName() == "HelpWindow" && top->isVisible()) {
+            auto* tabs = top->findChild<QTabWidget*>();
+            for (int tab = 0; tab < tabs->count(); ++tab) {
+                tabs->setCurrentIndex(tab);
+                walk(*top, "help " + std::to_string(tab));
+            }
+            top->close();
+        }
+    for (const char* key :
+         {"loginaccount", "schedule", "logs", "uucphosts", "outbox", "uucpmonitor"}) {
+        clickNode(key);
+        emit list().contextMenuWanted(window().mapToGlobal(QPoint(300, 100)));
+        auto* menu = window().findChild<QMenu*>("ContextMenu");
+        std::map<QChar, QString> letters;
+        for (const QAction* entry : menu->actions()) {
+            const qsizetype at = entry->text().indexOf('&');
+            if (at < 0)
+                continue;
+            QString& other = letters[entry->text()[at + 1].toUpper()];
+            EXPECT_TRUE(other.isEmpty())
+                << key << ": " << entry->text().toStdString() << ", " << other.toStdString();
+            other = entry->text();
+        }
+        menu->close();
+    }
 }
 
 TEST_P(AccessibilityTest, Editors) {

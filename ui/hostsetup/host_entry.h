@@ -109,7 +109,7 @@ HostEntry entryOf(const HostRecord& record);
 // scrambled, a host lookup timeout above the cap is stored as the cap, and blank modem commands get
 // their defaults. Throws RunTimeError 6 when a number does not fit, and leaves the record untouched
 // then.
-void storeEntry(const HostEntry& entry, bool has_telephony, HostRecord& record);
+void storeEntry(const HostEntry& entered, bool has_telephony, HostRecord& record);
 
 // Blank commands of the modem replaced by their defaults.
 CurrentModem withDefaults(CurrentModem modem);

@@ -54,7 +54,7 @@ std::optional<HostProblem> checkHost(const HostEntry& entry, const HostRecord& s
                                      std::span<const HostRecord> hosts);
 
 // The problem of a script's file name, if any; blanks around it do not count.
-std::optional<HostProblem> checkScriptName(std::string_view name);
+std::optional<HostProblem> checkScriptName(std::string_view entered);
 // The name with the extension that it lacks: ".scp", or "scp" behind a full stop. Empty stays
 // empty.
 std::string completedScriptName(std::string_view name);

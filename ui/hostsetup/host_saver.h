@@ -27,10 +27,10 @@ class HostSaver {
 public:
     explicit HostSaver(ConsoleContext& context) : context_(context) {}
 
-    // Saves the entry as the current host; a new one joins the host list. `script_text` is what the
-    // login script holds, with CR LF line ends. Throws RunTimeError 6 when a number does not fit,
-    // before anything is sent.
-    HostSaveResult save(const HostEntry& entry, const std::string& script_text);
+    // Saves what was entered as the current host; a new one joins the host list. `script_text` is
+    // what the login script holds, with CR LF line ends. Throws RunTimeError 6 when a number does
+    // not fit, before anything is sent.
+    HostSaveResult save(const HostEntry& entered, const std::string& script_text);
 
 private:
     HostSaveResult refuse(const HostProblem& problem);

@@ -19,8 +19,14 @@ Console::Console(ConsoleEnvironment environment)
                                       requests_, help_,   {}} {
     initResources();
     link_.setInputLock(blocker_);
-    QObject::connect(&blocker_, &InputBlocker::giveUpWanted, &link_, &ServiceLink::giveUp,
-                     Qt::QueuedConnection);
+    // Later, not from within the event; by then the reply may have come after all.
+    QObject::connect(
+        &blocker_, &InputBlocker::giveUpWanted, &link_,
+        [this] {
+            if (blocker_.isLocked())
+                link_.giveUp();
+        },
+        Qt::QueuedConnection);
 }
 
 Console::~Console() = default;

@@ -1,9 +1,9 @@
 #include "ui/main/control_describer.h"
 
 #include <QCoreApplication>
-#include <QDialog>
 #include <QEvent>
 #include <QGroupBox>
+#include <QWidget>
 
 namespace tollwick {
 namespace {
@@ -25,10 +25,10 @@ ControlDescriber::ControlDescriber(QObject* parent) : QObject(parent) {
 }
 
 bool ControlDescriber::eventFilter(QObject* watched, QEvent* event) {
-    const auto* dialog = event->type() == QEvent::Show ? qobject_cast<QDialog*>(watched) : nullptr;
-    if (!dialog)
+    const auto* window = event->type() == QEvent::Show ? qobject_cast<QWidget*>(watched) : nullptr;
+    if (!window || !window->isWindow())
         return false;
-    for (QWidget* control : dialog->findChildren<QWidget*>())
+    for (QWidget* control : window->findChildren<QWidget*>())
         if (control->focusPolicy() != Qt::NoFocus && control->accessibleDescription().isEmpty())
             control->setAccessibleDescription(describe(*control));
     return false;

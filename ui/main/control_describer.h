@@ -1,5 +1,5 @@
-// Describes every control of a dialog to assistive tools by the frames around it, or else by the
-// dialog's title: "Password:" alone does not tell which one.
+// Describes every control of a window to assistive tools by the frames around it, or else by the
+// window's title: "Password:" alone does not tell which one.
 #pragma once
 
 #include <QObject>
@@ -9,7 +9,7 @@ namespace tollwick {
 class ControlDescriber : public QObject {
     Q_OBJECT
 public:
-    // Works on every dialog of the program from then on.
+    // Works on every window of the program from then on.
     explicit ControlDescriber(QObject* parent = nullptr);
 
 protected:

@@ -6,7 +6,6 @@
 
 #include <QApplication>
 #include <QSystemTrayIcon>
-#include <QTimer>
 #include <QWidget>
 
 namespace tollwick {
@@ -24,6 +23,8 @@ void DesktopNotifier::notify(const QString& text) {
         return;
     if (!icon_) {
         icon_ = new QSystemTrayIcon(imageIcon("tollwick"), this);
+        hide_later_.setSingleShot(true);
+        connect(&hide_later_, &QTimer::timeout, icon_, &QSystemTrayIcon::hide);
         icon_->setToolTip(toQString(kProgramName));
         const auto comeForward = [this] {
             window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized);
@@ -36,7 +37,7 @@ void DesktopNotifier::notify(const QString& text) {
     // The icon is there for the message alone.
     icon_->show();
     icon_->showMessage(toQString(kProgramName), text, QSystemTrayIcon::Information, kShownMs);
-    QTimer::singleShot(kShownMs, icon_, &QSystemTrayIcon::hide);
+    hide_later_.start(kShownMs);
 }
 
 } // namespace tollwick

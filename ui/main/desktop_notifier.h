@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QObject>
+#include <QTimer>
 
 class QSystemTrayIcon;
 class QWidget;
@@ -20,6 +21,7 @@ public:
 private:
     QWidget* window_;
     QSystemTrayIcon* icon_ = nullptr;
+    QTimer hide_later_;
 };
 
 } // namespace tollwick

@@ -47,6 +47,7 @@ void HelpDesk::show(const std::function<void(HelpWindow&)>& choose) {
             window_->open(main_.inInstallFolder("Tollwick.hlp"),
                           main_.inInstallFolder("Tollwick.cnt"));
         choose(*window_);
+        window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized);
         window_->show();
         window_->raise();
         window_->activateWindow();

@@ -14,6 +14,7 @@ public:
     explicit InputBlocker(QObject* parent = nullptr);
     ~InputBlocker() override;
 
+    [[nodiscard]] bool isLocked() const { return locks_ > 0; }
     void lockInput() override;
     void unlockInput() override;
 

@@ -65,6 +65,12 @@ QList<QAction*> ListActions::menuEntries() const {
 void ListActions::fillSortMenu() {
     sort_menu_->clear();
     const QHeaderView* header = list_.header();
+    QAction* none = sort_menu_->addAction(context_.caption(Text::ServiceOrder));
+    none->setCheckable(true);
+    none->setChecked(header->sortIndicatorSection() < 0);
+    connect(none, &QAction::triggered, this,
+            [this] { list_.sortByColumn(-1, Qt::AscendingOrder); });
+    sort_menu_->addSeparator();
     for (int column = 0; column < header->count(); ++column) {
         const bool is_sorted = header->sortIndicatorSection() == column;
         QAction* entry =

@@ -246,7 +246,8 @@ ListContents listContents(std::string_view node_key, const ServiceData& data,
                 return column == kMailSizeColumn ? std::optional<double>(mail.size) : std::nullopt;
             },
             [](const OutboxRecord& mail) {
-                return mail.file_name.text() + '\n' + mail.recipient.text();
+                return mail.node.text() + '\n' + mail.file_name.text() + '\n' +
+                       mail.recipient.text();
             });
     } else if (node_key == node::UucpMonitor) {
         setRows(contents, monitorRows(data.uucp_status, texts));

@@ -14,6 +14,7 @@
 #include "ui/main/monitor_panel.h"
 #include "ui/main/svg_icons.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDesktopServices>
 #include <QGuiApplication>
@@ -123,8 +124,9 @@ Twmainform::~Twmainform() = default;
 void Twmainform::connectActions() {
     const auto on = [this](QAction* action, auto&& handler) {
         connect(action, &QAction::triggered, this, [this, handler] {
-            // An assistive tool reaches an action even while no window takes input.
-            if (!context_.requests.isRunning())
+            // An assistive tool reaches an action even while no window takes input or a dialog is
+            // up.
+            if (!context_.requests.isRunning() && !QApplication::activeModalWidget())
                 handler();
         });
     };
@@ -266,7 +268,9 @@ void Twmainform::showSelectedNode() {
 void Twmainform::showContextMenu(const QPoint& global_position, bool is_list) {
     context_menu_->clear();
     context_menu_->addActions(actions_->nodeCommands(tree_->selectedKey()));
-    context_menu_->setDefaultAction(actions_->PropertiesMenu);
+    const bool toggles = actionFor(Command::Activate, tree_->selectedKey()) ==
+                         actionFor(Command::Toggle, tree_->selectedKey());
+    context_menu_->setDefaultAction(toggles ? actions_->Toggmenu : actions_->PropertiesMenu);
     if (is_list) {
         context_menu_->addSeparator();
         context_menu_->addActions(list_actions_->menuEntries());

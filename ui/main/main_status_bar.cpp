@@ -36,7 +36,7 @@ MainStatusBar::MainStatusBar(QWidget* parent)
 
 void MainStatusBar::setTexts(const StringTable& texts) {
     give_up_hint_->setText(toQString(texts(Text::GiveUpHint)));
-    busy_bar_->setAccessibleName(give_up_hint_->text());
+    busy_bar_->setAccessibleName(toQString(texts(Text::AccessibleBusy)));
 }
 
 void MainStatusBar::setInfo(std::string_view text) {

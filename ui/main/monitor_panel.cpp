@@ -39,6 +39,12 @@ MonitorPanel::MonitorPanel(Settings& settings, const StringTable& texts, QWidget
     clock_.start();
 }
 
+void MonitorPanel::forgetTransport() {
+    watch_.reset();
+    progress_->setValue(0);
+    graph_->clear();
+}
+
 void MonitorPanel::showStatus(const UucpStatusRecord& status) {
     progress_->setValue(std::clamp<int>(status.percent, 0, 100));
     graph_->add(static_cast<double>(clock_.elapsed()) / 1000, status.average_speed);

@@ -25,7 +25,7 @@ public:
     // Takes the next status.
     void showStatus(const UucpStatusRecord& status);
     // The connection was lost: nothing is known of a transport any more.
-    void forgetTransport() { watch_.reset(); }
+    void forgetTransport();
 
     [[nodiscard]] const SpeedGraph& graph() const { return *graph_; }
 

@@ -46,6 +46,12 @@ void SpeedGraph::add(double now, double speed) {
     update();
 }
 
+void SpeedGraph::clear() {
+    history_ = SpeedHistory();
+    setAccessibleDescription({});
+    update();
+}
+
 QSize SpeedGraph::sizeHint() const {
     return {200, fontMetrics().height() * kLines + 2 * kMargin};
 }

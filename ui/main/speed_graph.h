@@ -14,6 +14,7 @@ public:
 
     // A speed in bits per second, measured now. `now` is in seconds since any fixed moment.
     void add(double now, double speed);
+    void clear();
     [[nodiscard]] const SpeedHistory& history() const { return history_; }
 
     [[nodiscard]] QSize sizeHint() const override;
