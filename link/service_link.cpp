@@ -67,13 +67,11 @@ void ServiceLink::Connect(const std::string& host, double port) {
     if (!(port >= 1 && port <= 65535)) {
         failed_ = true;
         last_error_number_ = errorNumber(QAbstractSocket::SocketAddressNotAvailableError);
-        last_error_text_ = "Invalid port number";
+        last_error_text_ = "Invalid address or port number";
         return;
     }
     socket_.setProxy(QNetworkProxy::NoProxy);
-    // Unbuffered: a line is handed to the system at once, without a detour over the event loop.
-    socket_.connectToHost(QString::fromStdString(host), static_cast<quint16>(port),
-                          QIODevice::ReadWrite | QIODevice::Unbuffered);
+    socket_.connectToHost(QString::fromStdString(host), static_cast<quint16>(port));
 }
 
 void ServiceLink::Close() {

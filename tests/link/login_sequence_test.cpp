@@ -137,7 +137,7 @@ TEST_F(LoginTest, WithoutAConnectionSaysWhy) {
             BoxIcon::Exclamation,
             std::string("Unable to connect to the Tollwick service.\r\nCause: (") +
                 (port == std::to_string(unused_port) ? "10061) Connection refused"
-                                                     : "10049) Invalid port number"));
+                                                     : "10049) Invalid address or port number"));
         EXPECT_EQ(sequence.run(), LoginOutcome::NotConnected);
         EXPECT_TRUE(console.prompter.done());
         EXPECT_FALSE(console.link.isOpen());

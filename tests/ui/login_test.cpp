@@ -148,7 +148,7 @@ TEST_F(LoginTest, TellsThatNoServiceListensOrSendsAKey) {
             boxes.expectBox(kExclamation, text + "10061) Connection refused");
             fail(login);
             play(login, "tbServerConnectPort=abc");
-            boxes.expectBox(kExclamation, text + "10049) Invalid port number");
+            boxes.expectBox(kExclamation, text + "10049) Invalid address or port number");
             fail(login);
             EXPECT_EQ(info(), "");
             clickOn(login, "btnCancel");
