@@ -200,7 +200,10 @@ void LoginForm::reject() {
         context_.link.giveUp();
         return;
     }
-    context_.link.Close();
+    if (context_.link.isOpen()) { // of a login that was rejected
+        context_.link.Close();
+        context_.showIdle();
+    }
     QDialog::reject();
 }
 
