@@ -17,8 +17,8 @@ constexpr const char* kEventSource = "Tollwick";
 
 class RegistryKey {
 public:
-    // Opens the key, which is created when missing. A leading "\" of the subkey is dropped, an empty
-    // subkey opens the parent itself, an empty parent opens nothing.
+    // Opens the key, which is created when missing. A leading "\" of the subkey is dropped, an
+    // empty subkey opens the parent itself, an empty parent opens nothing.
     RegistryKey(std::string parent, std::string subkey) {
         if (parent.empty())
             return;
@@ -37,8 +37,8 @@ public:
     RegistryKey(const RegistryKey&) = delete;
     RegistryKey& operator=(const RegistryKey&) = delete;
 
-    // Only a value of type REG_SZ is read. What is not there is looked for where 32-bit programs of the
-    // product keep it; it is never written there.
+    // Only a value of type REG_SZ is read. What is not there is looked for where 32-bit programs of
+    // the product keep it; it is never written there.
     [[nodiscard]] std::optional<std::string> queryString(const std::string& name) const {
         if (key_ && RegQueryValueExA(key_, name.c_str(), nullptr, nullptr, nullptr, nullptr) !=
                         ERROR_FILE_NOT_FOUND)
@@ -90,8 +90,8 @@ public:
             return false;
         const std::string ansi = toAnsi(text);
         const char* strings[] = {ansi.c_str()};
-        const bool written = ReportEventA(source, EVENTLOG_ERROR_TYPE, 0, 0, nullptr, 1, 0,
-                                          strings, nullptr) != 0;
+        const bool written =
+            ReportEventA(source, EVENTLOG_ERROR_TYPE, 0, 0, nullptr, 1, 0, strings, nullptr) != 0;
         DeregisterEventSource(source);
         return written;
     }

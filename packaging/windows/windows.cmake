@@ -1,5 +1,4 @@
 # What makes the console a Windows program, and the installer that brings it to a machine.
-enable_language(RC)
 set(TOLLWICK_PACKAGING_WINDOWS ${CMAKE_CURRENT_LIST_DIR})
 
 # Adds the icons to <target> as pictures in the sizes of Windows' scales; the program then needs no Qt Svg.

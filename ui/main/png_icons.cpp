@@ -1,5 +1,5 @@
-// The icons as pictures that the build has drawn from the SVG files: the Windows program does without
-// Qt's SVG library.
+// The icons as pictures that the build has drawn from the SVG files: the Windows program does
+// without Qt's SVG library.
 #include "ui/main/svg_icons.h"
 
 #include <QFile>
