@@ -4,6 +4,8 @@
 #include "app/registry_store.h"
 #include "app/system_log.h"
 
+#include <utility>
+
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
@@ -22,9 +24,10 @@ public:
             return;
         if (subkey.starts_with('\\'))
             subkey.erase(0, 1);
+        path_ = std::move(parent);
         if (!subkey.empty())
-            parent += '\\' + subkey;
-        if (RegCreateKeyA(HKEY_LOCAL_MACHINE, parent.c_str(), &key_) != ERROR_SUCCESS)
+            path_ += '\\' + subkey;
+        if (RegCreateKeyA(HKEY_LOCAL_MACHINE, path_.c_str(), &key_) != ERROR_SUCCESS)
             key_ = nullptr;
     }
     ~RegistryKey() {
@@ -34,20 +37,18 @@ public:
     RegistryKey(const RegistryKey&) = delete;
     RegistryKey& operator=(const RegistryKey&) = delete;
 
-    // Only a value of type REG_SZ is read.
+    // Only a value of type REG_SZ is read. What is not there is looked for where 32-bit programs of
+    // the product keep it; it is never written there.
     [[nodiscard]] std::optional<std::string> queryString(const std::string& name) const {
-        DWORD type = 0;
-        DWORD size = 0;
-        if (!key_ ||
-            RegQueryValueExA(key_, name.c_str(), nullptr, &type, nullptr, &size) != ERROR_SUCCESS ||
-            type != REG_SZ)
+        if (key_ && RegQueryValueExA(key_, name.c_str(), nullptr, nullptr, nullptr, nullptr) !=
+                        ERROR_FILE_NOT_FOUND)
+            return queryString(key_, name);
+        HKEY key = nullptr;
+        if (path_.empty() || RegOpenKeyExA(HKEY_LOCAL_MACHINE, path_.c_str(), 0,
+                                           KEY_READ | KEY_WOW64_32KEY, &key) != ERROR_SUCCESS)
             return {};
-        std::string text(size, ' ');
-        if (RegQueryValueExA(key_, name.c_str(), nullptr, &type,
-                             reinterpret_cast<BYTE*>(text.data()), &size) != ERROR_SUCCESS ||
-            type != REG_SZ)
-            return {};
-        text.resize(std::min(text.size(), text.find('\0')));
+        std::optional<std::string> text = queryString(key, name);
+        RegCloseKey(key);
         return text;
     }
 
@@ -58,6 +59,22 @@ public:
     }
 
 private:
+    static std::optional<std::string> queryString(HKEY key, const std::string& name) {
+        DWORD type = 0;
+        DWORD size = 0;
+        if (RegQueryValueExA(key, name.c_str(), nullptr, &type, nullptr, &size) != ERROR_SUCCESS ||
+            type != REG_SZ)
+            return {};
+        std::string text(size, ' ');
+        if (RegQueryValueExA(key, name.c_str(), nullptr, &type,
+                             reinterpret_cast<BYTE*>(text.data()), &size) != ERROR_SUCCESS ||
+            type != REG_SZ)
+            return {};
+        text.resize(std::min(text.size(), text.find('\0')));
+        return text;
+    }
+
+    std::string path_;
     HKEY key_ = nullptr;
 };
 

@@ -1,4 +1,6 @@
-// Settings in the Windows registry, as strings below HKEY_LOCAL_MACHINE\SOFTWARE\Brask software.
+// Settings in the Windows registry, as strings below HKEY_LOCAL_MACHINE\SOFTWARE\Brask software:
+// read from the 64-bit view and, where that lacks a value, from the 32-bit one; written to the
+// former.
 #pragma once
 
 #include "app/settings_store.h"

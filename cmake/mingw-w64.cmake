@@ -5,9 +5,18 @@ set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
+# A static Qt, whose tools are the host's of the same version.
+list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES TOLLWICK_QT_MINGW)
+if(TOLLWICK_QT_MINGW)
+    list(APPEND CMAKE_FIND_ROOT_PATH ${TOLLWICK_QT_MINGW})
+    list(APPEND CMAKE_PREFIX_PATH ${TOLLWICK_QT_MINGW})
+    set(QT_HOST_PATH /usr)
+    file(GLOB QT_HOST_PATH_CMAKE_DIR /usr/lib/${CMAKE_HOST_SYSTEM_PROCESSOR}-*/cmake)
+endif()
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 # Debian keeps the 64-bit loader out of the path; its `wine` is a script that warns about a missing
 # 32-bit one.
 find_program(WINE_PROGRAM NAMES wine64-stable wine64 wine PATHS /usr/lib/wine)

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
@@ -18,6 +20,8 @@ protected:
         const std::string parent = "SOFTWARE\\Brask software";
         RegDeleteTreeA(HKEY_LOCAL_MACHINE, (parent + "\\" + application).c_str());
         RegDeleteKeyA(HKEY_LOCAL_MACHINE, parent.c_str()); // goes only when nothing is below it
+        for (const std::string& key : {keyOf("General"), parent + "\\" + application, parent})
+            RegDeleteKeyExA(HKEY_LOCAL_MACHINE, key.c_str(), KEY_WOW64_32KEY, 0);
     }
 
     [[nodiscard]] std::string keyOf(const std::string& section) const {
@@ -76,6 +80,27 @@ TEST_F(RegistryStoreTest, OnlyStringsAreReadAndEndAtTheirFirstNul) {
     EXPECT_EQ(store.read(application, "General", "Cut"), "ab");
     EXPECT_EQ(store.read(application, "General", "Open"), "ab");
     EXPECT_EQ(store.read(application, "General", "None").value_or(""), "");
+}
+
+TEST_F(RegistryStoreTest, WhatA32BitProgramLeftIsReadAndNeverWritten) {
+    HKEY view = nullptr;
+    ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, keyOf("General").c_str(), 0, nullptr, 0,
+                              KEY_ALL_ACCESS | KEY_WOW64_32KEY, nullptr, &view, nullptr),
+              ERROR_SUCCESS);
+    const auto putInto32Bit = [&](const char* name, const char* text) {
+        RegSetKeyValueA(view, nullptr, name, REG_SZ, text, static_cast<DWORD>(strlen(text) + 1));
+    };
+    for (const char* name : {"Name", "Dword"})
+        putInto32Bit(name, "old");
+    EXPECT_EQ(store.read(application, "General", "Name"), "old");
+    EXPECT_TRUE(store.write(application, "General", "Name", "new"));
+    putInto32Bit("Name", "older");
+    EXPECT_EQ(store.read(application, "General", "Name"), "new");
+    EXPECT_EQ(raw(keyOf("General"), "Name"), std::string("1:new\0", 6));
+    // A value that is no string hides it all the same.
+    put("Dword", REG_DWORD, std::string("\x31\0\0\0", 4));
+    EXPECT_EQ(store.read(application, "General", "Dword"), std::nullopt);
+    RegCloseKey(view);
 }
 
 TEST_F(RegistryStoreTest, ALeadingSeparatorOfTheKeyIsDropped) {

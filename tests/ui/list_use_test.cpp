@@ -136,8 +136,10 @@ TEST_F(ListUseTest, RowsAreCopiedAndSavedAsTheyAreShown) {
                                 "Göteborgs lager,lager.corvale.example,Yes\r\n"))
         << csv;
     EXPECT_EQ(std::ranges::count(csv, '\n'), 1 + list().model()->rowCount());
+#ifndef Q_OS_WIN // the dialog itself lets no such name through there
     boxes.expectBox(QMessageBox::Critical, "The list could not be saved!");
     save("/dev/null/hosts.csv");
+#endif
 }
 
 TEST_F(ListUseTest, QtsOwnDialogsSpeakSwedish) {

@@ -1,19 +1,17 @@
 #include "tests/link/support/scripted_peer.h"
 
 #include "link/link_receiver.h"
+#include "tests/link/support/sockets.h"
 #include "tests/support/hex.h"
 
 #include <gtest/gtest.h>
 
-#include <arpa/inet.h>
-#include <netinet/tcp.h>
-#include <poll.h>
-#include <sys/socket.h>
-#include <unistd.h>
 #include <utility>
 
 namespace tollwick {
 namespace {
+
+constexpr int kStopCheck = 10; // milliseconds between two looks at `stopping_`
 
 std::vector<ScriptedPeer::Acts> greeted(std::vector<ScriptedPeer::Acts> answers) {
     answers.insert(answers.begin(), script::kGreeting);
@@ -27,14 +25,14 @@ ScriptedPeer::ScriptedPeer(std::vector<Acts> answers)
 
 ScriptedPeer::ScriptedPeer(std::vector<std::vector<Acts>> connections)
     : script_(std::move(connections)) {
-    listener_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    listener_ = sockets::open();
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t size = sizeof address;
     auto* any = reinterpret_cast<sockaddr*>(&address);
     if (::bind(listener_, any, size) != 0 || ::listen(listener_, 8) != 0 ||
-        ::getsockname(listener_, any, &size) != 0 || ::pipe(stop_) != 0) {
+        ::getsockname(listener_, any, &size) != 0) {
         ADD_FAILURE() << "The peer cannot listen";
         return;
     }
@@ -48,11 +46,9 @@ ScriptedPeer::~ScriptedPeer() {
         stopping_ = true;
     }
     wake_.notify_one();
-    ::close(stop_[1]);
     if (thread_.joinable())
         thread_.join();
-    ::close(stop_[0]);
-    ::close(listener_);
+    sockets::close(listener_);
 }
 
 void ScriptedPeer::release() {
@@ -69,15 +65,14 @@ bool ScriptedPeer::awaitRelease() {
 
 void ScriptedPeer::run() {
     for (std::size_t index = 0; waitReadable(listener_); ++index) {
-        const int socket = ::accept(listener_, nullptr, nullptr);
-        const int on = 1;
-        ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+        const int socket = sockets::accept(listener_);
+        sockets::setOption(socket, IPPROTO_TCP, TCP_NODELAY, 1);
         {
             const std::lock_guard lock(mutex_);
             ++connections_;
         }
         serve(socket, script_[std::min(index, script_.size() - 1)]);
-        ::close(socket);
+        sockets::close(socket);
         const std::lock_guard lock(mutex_);
         ++ended_;
     }
@@ -96,7 +91,7 @@ void ScriptedPeer::serve(int socket, const std::vector<Acts>& script) {
     char buffer[16 * 1024];
     std::string text;
     for (bool open = goesOn(); open && waitReadable(socket);) {
-        const ssize_t count = ::recv(socket, buffer, sizeof buffer, 0);
+        const auto count = ::recv(socket, buffer, sizeof buffer, 0);
         if (count <= 0)
             return;
         framer.append({buffer, static_cast<std::size_t>(count)});
@@ -112,9 +107,19 @@ void ScriptedPeer::serve(int socket, const std::vector<Acts>& script) {
     }
 }
 
-bool ScriptedPeer::waitReadable(int descriptor) const {
-    pollfd watched[] = {{stop_[0], POLLIN, 0}, {descriptor, POLLIN, 0}};
-    return ::poll(watched, 2, -1) > 0 && watched[0].revents == 0;
+bool ScriptedPeer::waitReadable(int socket) const {
+    sockets::Polled watched{};
+    watched.fd = static_cast<decltype(watched.fd)>(socket);
+    watched.events = POLLIN;
+    for (;;) {
+        {
+            const std::lock_guard lock(mutex_);
+            if (stopping_)
+                return false;
+        }
+        if (const int ready = sockets::poll(&watched, kStopCheck); ready != 0)
+            return ready > 0;
+    }
 }
 
 std::string describe(const Comrecord& record) {
@@ -129,8 +134,8 @@ namespace script {
 
 ScriptedPeer::Act send(std::string_view bytes) {
     return [bytes = std::string(bytes)](ScriptedPeer&, int socket) {
-        const auto size = static_cast<ssize_t>(bytes.size());
-        return ::send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL) == size;
+        const auto size = static_cast<int>(bytes.size());
+        return ::send(socket, bytes.data(), size, sockets::kNoSignal) == size;
     };
 }
 bool await(ScriptedPeer& peer, int) {
@@ -141,11 +146,11 @@ bool close(ScriptedPeer&, int) {
 }
 bool reset(ScriptedPeer&, int socket) {
     const linger at_once{1, 0};
-    ::setsockopt(socket, SOL_SOCKET, SO_LINGER, &at_once, sizeof at_once);
+    sockets::setOption(socket, SOL_SOCKET, SO_LINGER, at_once);
     return false;
 }
 bool endSending(ScriptedPeer&, int socket) {
-    return ::shutdown(socket, SHUT_WR) == 0;
+    return ::shutdown(socket, sockets::kSending) == 0;
 }
 std::string line(const Comrecord& reply) {
     return encodeLine(reply, ScriptedPeer::kKey, 77);

@@ -44,7 +44,7 @@ private:
     void run();
     void serve(int socket, const std::vector<Acts>& script);
     // False when the peer is to stop.
-    [[nodiscard]] bool waitReadable(int descriptor) const;
+    [[nodiscard]] bool waitReadable(int socket) const;
     template <class Value>
     Value locked(const Value& value) const {
         const std::lock_guard lock(mutex_);
@@ -53,7 +53,6 @@ private:
 
     std::vector<std::vector<Acts>> script_;
     int listener_ = -1;
-    int stop_[2] = {-1, -1}; // closing the second end wakes the thread
     int port_ = 0;
 
     mutable std::mutex mutex_; // guards what follows
