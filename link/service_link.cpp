@@ -134,6 +134,8 @@ Integer ServiceLink::WaitForReply() {
     }
     input_lock_->unlockInput();
     waiting_ = false;
+    if (receiver_.hasLine())
+        QMetaObject::invokeMethod(this, &ServiceLink::takeNextLine, Qt::QueuedConnection);
     const Integer reply = std::exchange(ReplyArrived_, Integer{0});
     return reply != 0 ? reply : result::NoReply;
 }
@@ -183,7 +185,10 @@ void ServiceLink::DataArrival(std::string_view arrived) {
 }
 
 void ServiceLink::takeNextLine() {
-    if (receiver_.hasLine())
+    // A reply that the wait has yet to see is not overwritten; the wait's end looks for what is
+    // left.
+    const bool unseen_reply = waiting_ && ReplyArrived_ != 0;
+    if (receiver_.hasLine() && !unseen_reply)
         DataArrival({});
 }
 
