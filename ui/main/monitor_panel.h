@@ -27,8 +27,6 @@ public:
     // The connection was lost: nothing is known of a transport any more.
     void forgetTransport();
 
-    [[nodiscard]] const SpeedGraph& graph() const { return *graph_; }
-
 signals:
     // A transport has ended and the user wants to be told.
     void transportEnded();
