@@ -76,7 +76,7 @@ bool LoginSequence::connect() {
                   numericValue(main_.connection.ServerConnectPort));
     while (link_.isConnecting())
         link_.processEvents();
-    if (link_.isOpen())
+    if (link_.hasConnected())
         return true;
     progress_.setInfo({});
     std::string text;

@@ -64,6 +64,7 @@ void ServiceLink::Connect(const std::string& host, double port) {
     Close();
     host_ = host;
     failed_ = false;
+    has_connected_ = false;
     if (!(port >= 1 && port <= 65535)) {
         failed_ = true;
         last_error_number_ = errorNumber(QAbstractSocket::SocketAddressNotAvailableError);
@@ -157,6 +158,7 @@ void ServiceLink::processEvents() {
 }
 
 void ServiceLink::onConnected() {
+    has_connected_ = true;
     socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1);
 }
 
@@ -193,6 +195,9 @@ void ServiceLink::takeNextLine() {
 }
 
 void ServiceLink::onDisconnected() {
+    // A reply that came together with the close is still the reply.
+    while (receiver_.hasLine() && ((waiting_ && ReplyArrived_ == 0) || report_))
+        DataArrival({});
     closeSocket(NoReply::LinkClosed);
 }
 

@@ -62,6 +62,8 @@ public:
 
     [[nodiscard]] bool isConnecting() const;
     [[nodiscard]] bool isOpen() const;
+    // True when the last Connect() got its connection, even if that has ended since.
+    [[nodiscard]] bool hasConnected() const { return has_connected_; }
     [[nodiscard]] bool hasFailed() const { return failed_; }
     // The state's number, for messages.
     [[nodiscard]] int stateNumber() const { return socket_.state(); }
@@ -120,6 +122,7 @@ private:
     QTcpSocket socket_;
     LinkReceiver receiver_;
     std::string host_;
+    bool has_connected_ = false;
     bool failed_ = false;
     bool given_up_ = false;
     long last_error_number_ = 0;

@@ -77,18 +77,19 @@ void ConsoleTest::inDialogs(const Work& open, const std::vector<Act>& acts) {
     EXPECT_EQ(count, acts.size()) << "dialogs that came up";
 }
 
-void ConsoleTest::inRequest(const Work& request, const Work& act) {
+void ConsoleTest::inRequest(const Work& request, const Work& act,
+                            const std::function<bool()>& is_due) {
     bool came = false;
     QTimer later;
     later.callOnTimeout([&] {
-        if (came || !context().link.isWaiting())
+        if (came || !context().link.isWaiting() || !is_due())
             return;
         came = true;
         act();
     });
     later.start(5);
     request();
-    EXPECT_TRUE(came) << "nothing was waited for";
+    EXPECT_TRUE(came) << "what was waited for never came";
 }
 
 void ConsoleTest::type(const std::string& text) {

@@ -66,8 +66,10 @@ protected:
     // is closed; each of them gets its act. One that is still up after that fails the test.
     void inDialogs(const Work& open, const std::vector<Act>& acts);
     void inDialog(const Work& open, const Act& act) { inDialogs(open, {act}); }
-    // Runs `request`, which waits for a reply, and `act` during the wait.
-    void inRequest(const Work& request, const Work& act);
+    // Runs `request`, which waits for a reply, and `act` during the wait, once it `is_due`.
+    void inRequest(
+        const Work& request, const Work& act,
+        const std::function<bool()>& is_due = [] { return true; });
 
     // Types into the control that has the focus, which Tab moves on.
     static void type(const std::string& text);
