@@ -14,7 +14,7 @@ namespace {
 // A wait gives the socket this long before it looks after the windows, and the windows are looked
 // after at least this often however fast replies come in.
 constexpr int kSliceMs = 5;
-constexpr int kEventsEveryMs = 10;
+constexpr int kEventsEveryMs = 20;
 constexpr int kReportCheckMs = 50;
 
 long errorNumber(QAbstractSocket::SocketError error) {
@@ -117,10 +117,10 @@ void ServiceLink::SendComrecord(const Comrecord& record) {
     ReplyArrived_ = 0;
     if (!isOpen())
         return;
-    removeScratchFile();
     const std::string line = encodeLine(record, receiver_.SessionKey, randomStart());
     socket_.write(line.data(), static_cast<qint64>(line.size()));
     socket_.flush();
+    removeScratchFile(); // while the service is at work
 }
 
 Integer ServiceLink::WaitForReply() {
@@ -130,7 +130,7 @@ Integer ServiceLink::WaitForReply() {
     input_lock_->lockInput();
     while (ReplyArrived_ == 0 && isOpen()) {
         pump();
-        if (timedOut())
+        if (ReplyArrived_ == 0 && timedOut())
             break;
     }
     input_lock_->unlockInput();

@@ -68,6 +68,12 @@ void keepOut(const QRegularExpression& unwanted, QLineEdit* edit) {
     });
 }
 
+// Spares the layout what changes nothing.
+void setShown(QWidget* widget, bool is_shown) {
+    if (widget->isHidden() == is_shown)
+        widget->setVisible(is_shown);
+}
+
 void withoutMnemonic(QAbstractButton* button) {
     button->setText(button->text().remove('&'));
 }
@@ -77,7 +83,6 @@ void withoutMnemonic(QAbstractButton* button) {
 HostSetupForm::HostSetupForm(ConsoleContext& context, QWidget* parent)
     : QDialog(parent), context_(context), ui_(std::make_unique<Ui::HostSetupForm>()),
       lists_(context.main.texts()) {
-    const BusyPointer busy(context.progress);
     ui_->setupUi(this);
     setWindowModality(Qt::WindowModal);
     ui_->buttonLayout->addWidget(helpButton(context, this));
@@ -85,9 +90,13 @@ HostSetupForm::HostSetupForm(ConsoleContext& context, QWidget* parent)
     setCaptions();
     fillLists();
     SetComSpeeds();
-    ShowAllData();
     connectSignals();
     ui_->HostSetupNameTxt->setFocus();
+    // Which they remember, and measure their texts for.
+    for (const QLabel* label : findChildren<QLabel*>())
+        label->sizeHint();
+    for (const QAbstractButton* button : findChildren<QAbstractButton*>())
+        button->sizeHint();
 }
 
 HostSetupForm::~HostSetupForm() {
@@ -224,9 +233,6 @@ void HostSetupForm::connectSignals() {
     for (QLineEdit* edit : findChildren<QLineEdit*>())
         keepOut(lineBreaks(), edit);
     ui_->RemoteHostNameTxt->installEventFilter(this);
-    // A name that came with other characters can still be edited.
-    if (!ui_->RemoteHostNameTxt->text().contains(noNodeNameCharacters()))
-        keepOut(noNodeNameCharacters(), ui_->RemoteHostNameTxt);
 }
 
 bool HostSetupForm::eventFilter(QObject* watched, QEvent* event) {
@@ -244,12 +250,16 @@ bool HostSetupForm::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void HostSetupForm::ShowAllData() {
+    const BusyPointer busy(context_.progress);
     entry_ = entryOf(context_.data.current_host);
     showEntry(entry_);
     fetchLists();
     showConnectSpeed();
     SetConnectFrames();
     protocolChanged();
+    // A name that came with other characters can still be edited.
+    if (!ui_->RemoteHostNameTxt->text().contains(noNodeNameCharacters()))
+        keepOut(noNodeNameCharacters(), ui_->RemoteHostNameTxt);
 }
 
 void HostSetupForm::showEntry(const HostEntry& entry) {
@@ -440,9 +450,9 @@ std::string HostSetupForm::scriptText() const {
 void HostSetupForm::SetConnectFrames() {
     const ConnectFrames frames = connectFrames(connectUsing(), ui_->chkUseTapi->isChecked(),
                                                context_.data.settings.service_version);
-    ui_->Win95ModemFrame->setVisible(frames.telephony);
-    ui_->ModemFrame->setVisible(frames.modem);
-    ui_->RasFrame->setVisible(frames.ras);
+    setShown(ui_->Win95ModemFrame, frames.telephony);
+    setShown(ui_->ModemFrame, frames.modem);
+    setShown(ui_->RasFrame, frames.ras);
     if (frames.ras_only)
         setRasOnlyVisible(*frames.ras_only);
 }
@@ -451,7 +461,7 @@ void HostSetupForm::setRasOnlyVisible(bool visible) {
     for (QWidget* widget : std::initializer_list<QWidget*>{
              ui_->RasUserCap, ui_->RasUsernameTxt, ui_->RasPasswCap, ui_->RasPasswordTxt,
              ui_->UseCurrentTcp, ui_->HostLookupCap, ui_->HostLupTm, ui_->HostSetTxpSecCap})
-        widget->setVisible(visible);
+        setShown(widget, visible);
 }
 
 void HostSetupForm::ChangeTapiDataFromLists() {
@@ -465,7 +475,7 @@ void HostSetupForm::protocolChanged() {
     const bool sizes_count = ui_->UucpProtocolLbx->currentIndex() != kProtocolT;
     for (QWidget* widget : std::initializer_list<QWidget*>{ui_->PackSizeLabel, ui_->PackSizeLbx,
                                                            ui_->WinSizeLabel, ui_->WindowsSizeLbx})
-        widget->setVisible(sizes_count);
+        setShown(widget, sizes_count);
 }
 
 void HostSetupForm::pageChanged(int page) {

@@ -23,8 +23,13 @@ namespace tollwick {
 class HostSetupForm : public QDialog {
     Q_OBJECT
 public:
+    // Without a host as yet.
     HostSetupForm(ConsoleContext& context, QWidget* parent);
     ~HostSetupForm() override;
+
+    // Shows the current host and fetches what the service knows: script, devices, locations and
+    // dial-up entries. To be called once, before the dialog is shown.
+    void ShowAllData();
 
     // Checks and saves; closes when that is done or the link has failed.
     void accept() override;
@@ -37,9 +42,6 @@ private:
     void fillLists();
     void connectSignals();
 
-    // Shows the current host and fetches what the service knows: script, devices, locations and
-    // dial-up entries.
-    void ShowAllData();
     void showEntry(const HostEntry& entry);
     // Fetches in their order; the first failure, which has been told, ends it.
     void fetchLists();

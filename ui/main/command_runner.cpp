@@ -7,6 +7,8 @@
 #include "ui/main/list_view.h"
 #include "ui/main/node_keys.h"
 
+#include <QTimer>
+
 #include <algorithm>
 
 namespace tollwick {
@@ -17,6 +19,8 @@ CommandRunner::CommandRunner(ConsoleContext& context, ConfigTree& tree, ListView
       editors_(
           context, [&list] { return list.selectedKey(); },
           [this](std::string_view node_key) { rebuild(node_key); }, window) {}
+
+CommandRunner::~CommandRunner() = default;
 
 void CommandRunner::run(Action action) {
     switch (action) {
@@ -59,6 +63,8 @@ void CommandRunner::run(Action action) {
 
 void CommandRunner::showNode(const std::string& node_key) {
     list_.showContents(node_key, listContents(node_key, context_.data, context_.main.texts()));
+    if (node_key == node::UucpHosts)
+        prepareHostForm();
 }
 
 void CommandRunner::rebuild(std::string_view node_key) {
@@ -76,48 +82,65 @@ void CommandRunner::changeLogin() {
     rebuild(node::LoginAccount);
 }
 
-template <class Form>
-void CommandRunner::showForm(Text caption, std::string_view node_key) {
-    Form form(context_, window_);
+void CommandRunner::showScheduleForm(Text caption) {
+    ScheduleForm form(context_, window_);
     form.setWindowTitle(context_.caption(caption));
     form.exec();
-    rebuild(node_key);
 }
 
-template <class Form, class Record>
-void CommandRunner::editSelected(std::vector<Record>& records, Record& current, Text caption,
-                                 std::string_view node_key) {
+void CommandRunner::showHostForm(Text caption) {
+    makeHostForm();
+    const std::unique_ptr<HostSetupForm> form = std::move(next_host_form_);
+    form->ShowAllData();
+    form->setWindowTitle(context_.caption(caption));
+    form->exec();
+    prepareHostForm();
+}
+
+void CommandRunner::prepareHostForm() {
+    QTimer::singleShot(0, window_, [this] { makeHostForm(); });
+}
+
+void CommandRunner::makeHostForm() {
+    if (!next_host_form_)
+        next_host_form_ = std::make_unique<HostSetupForm>(context_, window_);
+}
+
+template <class Record>
+void CommandRunner::editSelected(std::vector<Record>& records, Record& current,
+                                 const std::function<void()>& show_form) {
     const Record* record = selected(records);
     if (!record)
         return;
     const auto row = static_cast<std::size_t>(record - records.data());
     current = *record;
-    Form form(context_, window_);
-    form.setWindowTitle(context_.caption(caption));
-    form.exec();
+    show_form();
     // Taken back in every case: after a cancel it is what it was.
     records.at(row) = current;
-    rebuild(node_key);
 }
 
 void CommandRunner::addSchedule() {
     context_.data.current_schedule = EmptyScheduleRecord;
-    showForm<ScheduleForm>(Text::AddScheduleCaption, node::Schedule);
+    showScheduleForm(Text::AddScheduleCaption);
+    rebuild(node::Schedule);
 }
 
 void CommandRunner::EditSchedule() {
-    editSelected<ScheduleForm>(context_.data.schedules, context_.data.current_schedule,
-                               Text::EditScheduleCaption, node::Schedule);
+    editSelected(context_.data.schedules, context_.data.current_schedule,
+                 [this] { showScheduleForm(Text::EditScheduleCaption); });
+    rebuild(node::Schedule);
 }
 
 void CommandRunner::addHost() {
     context_.data.current_host = EmptyHostRecord;
-    showForm<HostSetupForm>(Text::AddHostCaption, node::UucpHosts);
+    showHostForm(Text::AddHostCaption);
+    rebuild(node::UucpHosts);
 }
 
 void CommandRunner::EditHost() {
-    editSelected<HostSetupForm>(context_.data.hosts, context_.data.current_host,
-                                Text::EditHostCaption, node::UucpHosts);
+    editSelected(context_.data.hosts, context_.data.current_host,
+                 [this] { showHostForm(Text::EditHostCaption); });
+    rebuild(node::UucpHosts);
 }
 
 template <class Record>

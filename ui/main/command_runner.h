@@ -5,17 +5,22 @@
 #include "ui/main/command_rules.h"
 #include "ui/main/console_context.h"
 
+#include <functional>
+#include <memory>
+
 class QWidget;
 
 namespace tollwick {
 
 class ConfigTree;
+class HostSetupForm;
 class ListView;
 
 class CommandRunner {
 public:
     // `window` is what the dialogs belong to.
     CommandRunner(ConsoleContext& context, ConfigTree& tree, ListView& list, QWidget* window);
+    ~CommandRunner();
 
     void run(Action action);
 
@@ -40,13 +45,13 @@ private:
     void deleteHost();
     void deleteMail();
     void refreshOutbox();
-    // Shows a dialog for a new record, which it adds to its list itself.
-    template <class Form>
-    void showForm(Text caption, std::string_view node_key);
-    // Shows a dialog for the selected record, as `current`.
-    template <class Form, class Record>
-    void editSelected(std::vector<Record>& records, Record& current, Text caption,
-                      std::string_view node_key);
+    // A dialog for the current record; it adds a new one to its list itself.
+    void showScheduleForm(Text caption);
+    void showHostForm(Text caption);
+    // Shows the dialog for the selected record, as `current`.
+    template <class Record>
+    void editSelected(std::vector<Record>& records, Record& current,
+                      const std::function<void()>& show_form);
     // The element of `records` that the user sees as selected, or nullptr.
     template <class Record>
     Record* selected(std::vector<Record>& records);
@@ -56,11 +61,16 @@ private:
     bool isConfirmed(Text question);
     void sendCommand(Integer UucpCommandRecord::*flag);
 
+    // Makes the host dialog that is shown next as soon as there is nothing else to do.
+    void prepareHostForm();
+    void makeHostForm();
+
     ConsoleContext& context_;
     ConfigTree& tree_;
     ListView& list_;
     QWidget* window_;
     SettingEditors editors_;
+    std::unique_ptr<HostSetupForm> next_host_form_;
 };
 
 } // namespace tollwick
