@@ -99,7 +99,7 @@ QWidget* ScheduleForm::widgetOf(ScheduleField field) const {
 }
 
 void ScheduleForm::accept() {
-    context_.errors.guard(Routine::AddSchedule, [&](Integer&) { save(); });
+    context_.guardEntry(Routine::AddSchedule, [&] { save(); });
 }
 
 void ScheduleForm::save() {

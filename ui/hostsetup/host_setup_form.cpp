@@ -560,7 +560,7 @@ void HostSetupForm::loadLocalScript() {
 }
 
 void HostSetupForm::accept() {
-    context_.errors.guard(Routine::SaveHost, [&](Integer&) { save(); });
+    context_.guardEntry(Routine::SaveHost, [&] { save(); });
 }
 
 void HostSetupForm::save() {

@@ -29,6 +29,20 @@ struct ConsoleContext {
 
     [[nodiscard]] std::string_view text(Text text) const { return main.texts()(text); }
     [[nodiscard]] QString caption(Text text) const { return toQString(main.texts()(text)); }
+    // Runs what takes an entered number. One that does not fit is told here, since the error
+    // handler merely logs it.
+    template <class Body>
+    void guardEntry(Routine routine, Body&& body) const {
+        errors.guard(routine, [&](Integer&) {
+            try {
+                body();
+            } catch (const RunTimeError& error) {
+                if (error.number() == error_number::Overflow)
+                    prompter.exclamation(text(Text::NumberTooLarge));
+                throw;
+            }
+        });
+    }
     // Has the status bar say that nothing is going on.
     void showIdle() const {
         progress.setInfo(text(link.isOpen() ? Text::Ready : Text::StatusConnectionClosed));

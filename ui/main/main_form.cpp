@@ -253,7 +253,7 @@ void Twmainform::run(Command command) {
 void Twmainform::run(Action action) {
     if (!context_.link.isOpen())
         return;
-    context_.errors.guard(routineOf(action), [&](Integer&) { commands_.run(action); });
+    context_.guardEntry(routineOf(action), [&] { commands_.run(action); });
 }
 
 void Twmainform::showSelectedNode() {
