@@ -12,16 +12,13 @@
 namespace tollwick {
 namespace {
 
+using E = HostEntry;
+using H = HostRecord;
+
 std::string bytesOf(const HostRecord& record) {
     Comrecord comrecord;
     packRecord(record, comrecord);
     return {comrecord.ComrecordData.data(), wireSize<HostRecord>()};
-}
-
-template <std::size_t N>
-void setBytes(FixedText<N>& field, std::string bytes, char padding) {
-    bytes.resize(N, padding);
-    bytes.copy(field.data(), N);
 }
 
 // A host whose every text field holds these bytes, filled up, and whose every number is another
@@ -31,247 +28,185 @@ HostRecord filledHost(const std::string& text, char padding) {
     int count = 2;
     forEachField<HostRecord>([&](const auto& field) {
         auto& value = record.*field.member;
-        if constexpr (std::is_arithmetic_v<std::decay_t<decltype(value)>>)
+        if constexpr (std::is_arithmetic_v<std::decay_t<decltype(value)>>) {
             value = static_cast<std::decay_t<decltype(value)>>(count++);
-        else
-            setBytes(value, text, padding);
+        } else {
+            std::string bytes = text;
+            bytes.resize(value.bytes().size(), padding);
+            bytes.copy(value.data(), bytes.size());
+        }
     });
-    setBytes(record.password, scramble(HostPasswordKey, toAnsi("smörgås"), 0x5A), padding);
-    setBytes(record.uucp_password, scramble(HostPasswordKey, "", 1), padding);
-    setBytes(record.ras_password, scramble(HostPasswordKey, " x ", 255), padding);
     record.host_lookup_timeout = 30;
     return record;
+}
+const HostRecord kHost = filledHost("abc", ' ');
+
+// The record after the dialog has shown it and `change` has been made there.
+HostRecord changed(const HostRecord& before, const std::function<void(E&)>& change,
+                   bool has_telephony = true) {
+    HostEntry entry = entryOf(before);
+    change(entry);
+    HostRecord after = before;
+    storeEntry(entry, has_telephony, after);
+    return after;
 }
 
 TEST(HostEntry, AHostThatIsNotChangedKeepsEveryByte) {
     std::string all_bytes = "x";
     for (int byte = 1; byte < 256; ++byte)
         all_bytes += static_cast<char>(byte);
-    for (const std::string& text :
-         {std::string("abc"), std::string("  abc"), std::string(1000, 'x'), all_bytes,
-          fromHex("61 00 62 20 20 00 20"), fromHex("00 61"), fromHex("E5 E4 F6 80 8D FF")})
-        for (const char padding : {' ', '\0'})
-            for (const bool has_telephony : {true, false}) {
-                SCOPED_TRACE(toHex(text) + (padding ? " blanks" : " NULs"));
-                const HostRecord before = filledHost(text, padding);
-                HostRecord after = before;
-                storeEntry(entryOf(before), has_telephony, after);
-                EXPECT_EQ(toHex(bytesOf(after)), toHex(bytesOf(before)));
-            }
-}
-
-// What a control is changed to, and the bytes that this comes to.
-struct Change {
-    const char* name;
-    std::function<void(HostEntry&)> change;
-    std::size_t offset;
-    std::size_t width; // of a text, which is padded with blanks
-    std::string bytes;
-};
-
-// clang-format off
-#define TEXT_FIELD(member, offset, width) \
-    {#member, [](HostEntry& e) { e.member = " New!"; }, offset, width, " New!"}
-#define NUMBER_FIELD(member, offset, width) \
-    {#member, [](HostEntry& e) { e.member.text = " 17 "; }, offset, width, \
-     fromHex(width == 4 ? "11 00*3" : "11 00")}
-#define POSITION_FIELD(member, offset, stored) \
-    {#member, [](HostEntry& e) { e.member.index = 1; }, offset, 2, fromHex(stored)}
-#define BOX_FIELD(member, offset) \
-    {#member, [](HostEntry& e) { e.member = !e.member; }, offset, 2, fromHex("00 00")}
-const Change kChanges[] = {
-    TEXT_FIELD(display_name, 518, 60), TEXT_FIELD(mail_domain, 578, 60), BOX_FIELD(active, 638),
-    POSITION_FIELD(connect_using, 640, "01 00"), TEXT_FIELD(local_uucp_name, 642, 30),
-    TEXT_FIELD(remote_uucp_name, 702, 30), TEXT_FIELD(login_name, 762, 60),
-    TEXT_FIELD(uucp_login_name, 882, 60), POSITION_FIELD(uucp_protocol, 1002, "01 00"),
-    NUMBER_FIELD(uucp_timeout, 1004, 2), TEXT_FIELD(tapi_device, 1006, 100),
-    NUMBER_FIELD(retry_time, 1259, 2), NUMBER_FIELD(call_retries, 1261, 2),
-    TEXT_FIELD(script_file_name, 1263, 255), BOX_FIELD(do_not_use_tapi, 1518),
-    TEXT_FIELD(phone_number, 1520, 60), TEXT_FIELD(modem.make, 1584, 30),
-    TEXT_FIELD(modem.model, 1614, 30), TEXT_FIELD(modem.reset, 1644, 30),
-    TEXT_FIELD(modem_init, 1674, 60), TEXT_FIELD(modem.attention, 1734, 30),
-    TEXT_FIELD(modem.busy, 1764, 30), TEXT_FIELD(modem.connect, 1794, 30),
-    TEXT_FIELD(modem.dial, 1824, 30), TEXT_FIELD(modem.hang_up, 1854, 30),
-    TEXT_FIELD(modem.answer, 1884, 30), POSITION_FIELD(com_port, 1914, "01 00"),
-    POSITION_FIELD(connect_speed, 1920, "01 00"), POSITION_FIELD(data_bits, 1922, "01 00"),
-    POSITION_FIELD(stop_bits, 1924, "01 00"), POSITION_FIELD(parity, 1926, "01 00"),
-    TEXT_FIELD(tapi_location, 1928, 30), NUMBER_FIELD(dial_timeout, 1992, 4),
-    BOX_FIELD(default_domain, 1996), POSITION_FIELD(window_size, 1998, "02 00"),
-    POSITION_FIELD(packet_size, 2000, "02 00"), TEXT_FIELD(ras_host, 2002, 60),
-    NUMBER_FIELD(uucp_tcp_port, 2062, 2), TEXT_FIELD(ras_user_name, 2066, 30),
-    BOX_FIELD(do_not_use_active_connection, 2176), NUMBER_FIELD(host_lookup_timeout, 2178, 2),
-    BOX_FIELD(transport_when_in_queue, 2180), NUMBER_FIELD(mail_limit, 2182, 2),
-    {"modem.make_position", [](HostEntry& e) { e.modem.make_position = -1; }, 1580, 2, "\xFF\xFF"},
-    {"modem.model_position", [](HostEntry& e) { e.modem.model_position = 258; }, 1582, 2, "\2\1"},
-    {"modem.max_speed", [](HostEntry& e) { e.modem.max_speed = 115200; }, 1916, 4,
-     fromHex("00 C2 01 00")},
-    {"ras_entry", [](HostEntry& e) { e.ras_entry.name = "New!"; }, 2146, 30, "New!"},
-    {"ras_entry_position", [](HostEntry& e) { e.ras_entry.position = 9; }, 2064, 2,
-     fromHex("09 00")},
-};
-// clang-format on
-
-class HostEntryTest : public testing::Test {
-protected:
-    // The record after `change` of the dialog.
-    HostRecord changed(const std::function<void(HostEntry&)>& change, bool has_telephony = true) {
-        HostEntry entry = entryOf(before);
-        change(entry);
-        HostRecord after = before;
-        storeEntry(entry, has_telephony, after);
-        return after;
-    }
-
-    HostRecord before = filledHost("abc", ' ');
-};
-
-TEST_F(HostEntryTest, EachControlChangesItsOwnFieldOnly) {
-    for (const Change& change : kChanges) {
-        SCOPED_TRACE(change.name);
-        const HostRecord after = changed(change.change);
-        std::string expected = bytesOf(before);
-        std::string bytes = change.bytes;
-        bytes.resize(change.width, ' ');
-        expected.replace(change.offset, change.width, bytes);
-        EXPECT_NE(expected, bytesOf(before));
-        EXPECT_EQ(toHex(bytesOf(after)), toHex(expected));
-        HostRecord again = after; // and the dialog shows it from there
-        storeEntry(entryOf(after), true, again);
-        EXPECT_EQ(again, after);
-    }
-}
-
-TEST_F(HostEntryTest, PositionsAndNumbersThatNoListHoldsAreKept) {
-    using H = HostRecord;
-    for (Integer H::*field :
-         {&H::connect_using, &H::uucp_protocol, &H::com_port, &H::connect_speed, &H::data_bits,
-          &H::stop_bits, &H::parity, &H::ras_entry_position, &H::modem_make_position,
-          &H::call_retries, &H::uucp_tcp_port, &H::mail_limit, &H::host_lookup_timeout})
-        before.*field = -32768;
-    before.dial_timeout = -2147483647 - 1;
-    before.packet_size = -32767; // the position below it is the lowest one
-    before.window_size = 32767;
-    before.active = 256; // ticked for any number, and stored as -1 when it is changed
-    before.default_domain = 0;
-    EXPECT_TRUE(entryOf(before).active);
-    EXPECT_FALSE(entryOf(before).default_domain);
-    EXPECT_EQ(changed([](HostEntry&) {}), before);
-    EXPECT_EQ(changed([](HostEntry& e) { e.default_domain = true; }).default_domain, kTrue);
-}
-
-TEST_F(HostEntryTest, PasswordsAreScrambledInTheRecord) {
-    if (!ansiIsWindows1252())
-        GTEST_SKIP();
-    const struct {
-        std::string HostEntry::*entry;
-        std::size_t offset, width;
-    } passwords[] = {{&HostEntry::password, 822, 60},
-                     {&HostEntry::uucp_password, 942, 60},
-                     {&HostEntry::ras_password, 2096, 50}};
-    for (const auto& password : passwords)
-        for (const std::string& plain : {std::string("räksmörgås"), std::string(" a b "),
-                                         std::string(), std::string(password.width / 2 - 1, 'p')}) {
-            SCOPED_TRACE(plain);
-            const HostRecord after = changed([&](HostEntry& e) { e.*password.entry = plain; });
-            const std::string bytes = bytesOf(after);
-            const std::string stored = bytes.substr(password.offset, password.width);
-            EXPECT_EQ(fromAnsi(unscramble(HostPasswordKey, withoutTrailingBlanks(stored))), plain);
-            std::string expected = bytesOf(before);
-            expected.replace(password.offset, password.width, stored);
-            EXPECT_EQ(toHex(bytes), toHex(expected));
-            EXPECT_EQ(entryOf(after).*password.entry, plain);
+    for (const std::string& text : {std::string("  abc"), std::string(1000, 'x'), all_bytes,
+                                    fromHex("61 00 62 20 20 00 20"), fromHex("00 61")})
+        for (const char padding : {' ', '\0'}) {
+            const HostRecord host = filledHost(text, padding);
+            EXPECT_EQ(toHex(bytesOf(changed(host, [](E&) {}))), toHex(bytesOf(host)));
         }
 }
 
-TEST_F(HostEntryTest, DefaultsStandInForMissingNumbersAndBlankModemCommands) {
-    for (const Integer timeout : std::initializer_list<Integer>{-5, 0, 1, 2}) {
-        HostRecord record;
-        record.uucp_timeout = timeout;
-        const HostEntry entry = entryOf(record);
-        EXPECT_EQ(entry.uucp_timeout.text, timeout < 2 ? "12" : "2");
-        EXPECT_EQ(entry.retry_time.text, "5");
-        EXPECT_EQ(entry.dial_timeout.text, "60");
-        EXPECT_EQ(entry.call_retries.text, "0");
-        EXPECT_EQ(entry.packet_size.index, -1);
+// What each kind of control is changed to, and the bytes that this comes to, low byte first.
+template <class Shown>
+using Change = std::pair<Shown, std::string_view>;
+const std::tuple kChanges{Change<std::string>{" New!", " New!"},
+                          Change<NumberField>{{" 17 "}, "\x11"}, Change<ListPosition>{{1}, "\1"},
+                          Change<ListPositionFrom1>{{1}, "\2"}, Change<bool>{false, {"\0\0", 2}}};
+
+// Where in the record a control stands, and its change, which tells the bytes.
+struct Control {
+    std::size_t offset;
+    std::function<std::string_view(E&)> change;
+};
+template <class Shown>
+std::string_view alter(Shown& shown) {
+    const auto& [value, bytes] = std::get<Change<Shown>>(kChanges);
+    shown = value;
+    return bytes;
+}
+template <class Shown>
+Control at(std::size_t offset, Shown E::*field) {
+    return {offset, [field](E& entry) { return alter(entry.*field); }};
+}
+Control at(std::size_t offset, std::string CurrentModem::*field) {
+    return {offset, [field](E& entry) { return alter(entry.modem.*field); }};
+}
+
+TEST(HostEntry, EachControlChangesItsOwnFieldOnly) {
+    using M = CurrentModem;
+    // clang-format off
+    const Control controls[] = {
+        at(518, &E::display_name), at(578, &E::mail_domain), at(638, &E::active),
+        at(640, &E::connect_using), at(642, &E::local_uucp_name), at(702, &E::remote_uucp_name),
+        at(762, &E::login_name), at(882, &E::uucp_login_name), at(1002, &E::uucp_protocol),
+        at(1004, &E::uucp_timeout), at(1006, &E::tapi_device), at(1259, &E::retry_time),
+        at(1261, &E::call_retries), at(1263, &E::script_file_name), at(1518, &E::do_not_use_tapi),
+        at(1520, &E::phone_number), at(1584, &M::make), at(1614, &M::model), at(1644, &M::reset),
+        at(1674, &E::modem_init), at(1734, &M::attention), at(1764, &M::busy),
+        at(1794, &M::connect), at(1824, &M::dial), at(1854, &M::hang_up), at(1884, &M::answer),
+        at(1914, &E::com_port), at(1920, &E::connect_speed), at(1922, &E::data_bits),
+        at(1924, &E::stop_bits), at(1926, &E::parity), at(1928, &E::tapi_location),
+        at(1992, &E::dial_timeout), at(1996, &E::default_domain), at(1998, &E::window_size),
+        at(2000, &E::packet_size), at(2002, &E::ras_host), at(2062, &E::uucp_tcp_port),
+        at(2066, &E::ras_user_name), at(2176, &E::do_not_use_active_connection),
+        at(2178, &E::host_lookup_timeout), at(2180, &E::transport_when_in_queue),
+        at(2182, &E::mail_limit),
+        {1580, [](E& e) { e.modem.make_position = -1; return "\xFF\xFF"; }},
+        {1582, [](E& e) { e.modem.model_position = 258; return "\2\1"; }},
+        {1916, [](E& e) { e.modem.max_speed = 115200; return std::string_view("\0\xC2\1\0", 4); }},
+        {2146, [](E& e) { return alter(e.ras_entry.name); }},
+        {2064, [](E& e) { e.ras_entry.position = 9; return "\x9"; }}};
+    // clang-format on
+    for (const Control& control : controls) {
+        SCOPED_TRACE(control.offset);
+        std::string_view bytes;
+        const HostRecord after = changed(kHost, [&](E& entry) { bytes = control.change(entry); });
+        std::string expected = bytesOf(kHost);
+        expected.replace(control.offset, bytes.size(), bytes);
+        EXPECT_NE(expected, bytesOf(kHost));
+        EXPECT_EQ(toHex(bytesOf(after)), toHex(expected));
+        EXPECT_EQ(changed(after, [](E&) {}), after); // and the dialog shows it from there
     }
+    // Telephony names belong to services that offer it.
+    const auto move = [](E& entry) { entry.tapi_device = entry.tapi_location = "Lund"; };
+    EXPECT_EQ(changed(kHost, move, false), kHost);
+}
+
+TEST(HostEntry, PositionsAndNumbersThatNoListHoldsAreKept) {
+    HostRecord host = kHost;
+    for (Integer H::*field : {&H::connect_using, &H::ras_entry_position, &H::call_retries})
+        host.*field = -32768;
+    host.packet_size = -32767; // the position below it is the lowest one
+    host.window_size = 32767;
+    host.active = 256; // ticked for any number, and stored as -1 when it is changed
+    host.default_domain = 0;
+    EXPECT_TRUE(entryOf(host).active);
+    EXPECT_EQ(changed(host, [](E&) {}), host);
+    EXPECT_EQ(changed(host, [](E& e) { e.default_domain = true; }).default_domain, kTrue);
+}
+
+TEST(HostEntry, PasswordsAreScrambledInTheRecord) {
+    if (!ansiIsWindows1252())
+        GTEST_SKIP();
+    const std::tuple<std::string E::*, std::size_t, std::size_t> passwords[] = {
+        {&E::password, 822, 60}, {&E::uucp_password, 942, 60}, {&E::ras_password, 2096, 50}};
+    for (const auto& [field, offset, width] : passwords) {
+        const std::string plain = "räksmörgås" + std::string(width / 2 - 12, 'p') + ' ';
+        const HostRecord after = changed(kHost, [&](E& entry) { entry.*field = plain; });
+        const std::string stored = bytesOf(after).substr(offset, width);
+        EXPECT_EQ(fromAnsi(unscramble(HostPasswordKey, stored)), plain);
+        EXPECT_EQ(entryOf(after).*field, plain);
+        EXPECT_EQ(toHex(bytesOf(after)), toHex(bytesOf(kHost).replace(offset, width, stored)));
+    }
+}
+
+TEST(HostEntry, DefaultsStandInForMissingNumbersAndBlankModemCommands) {
     HostRecord record = filledHost("  ", '\0');
-    record.modem_max_speed = 0;
+    record.modem_max_speed = record.retry_time = 0;
+    record.dial_timeout = 0;
+    record.uucp_timeout = 1;
     storeEntry(entryOf(record), true, record);
-    EXPECT_EQ(record.modem_make.text(), "None");
-    EXPECT_EQ(toHex(record.modem_model.bytes()), "2020" + toHex(std::string(28, '\0')));
     EXPECT_EQ(record.modem_max_speed, 115200);
-    EXPECT_EQ(record.modem_connect.text() + record.modem_attention.text(), "CONNECTAT");
-    EXPECT_EQ(record.modem_hang_up.text() + record.modem_reset.text(), "ATH^MATZ^M");
-    EXPECT_EQ(record.modem_answer.text() + record.modem_dial.text(), "ATA^MATDT");
-    EXPECT_EQ(record.modem_busy.text(), "BUSY");
-    EXPECT_EQ(record.modem_init.text(), "");
+    EXPECT_EQ(record.retry_time, 5);
+    EXPECT_EQ(record.dial_timeout, 60);
+    EXPECT_EQ(record.uucp_timeout, 12);
+    EXPECT_EQ(entryOf(kHost).uucp_timeout.text, std::to_string(kHost.uucp_timeout));
+    std::string commands;
+    for (auto H::*field :
+         {&H::modem_make, &H::modem_model, &H::modem_reset, &H::modem_attention, &H::modem_busy,
+          &H::modem_connect, &H::modem_dial, &H::modem_hang_up, &H::modem_answer})
+        commands += (record.*field).text() + ' ';
+    EXPECT_EQ(commands, "None  ATZ^M AT BUSY CONNECT ATDT ATH^M ATA^M ");
 }
 
-TEST_F(HostEntryTest, TelephonyNamesBelongToServicesThatOfferIt) {
-    const auto change = [](HostEntry& entry) {
-        entry.tapi_device.clear();
-        entry.tapi_location = "Lund";
-    };
-    EXPECT_EQ(changed(change, false), before);
-    EXPECT_EQ(changed(change).tapi_device.bytes(), std::string(100, ' '));
-    EXPECT_EQ(changed(change).tapi_location.text(), "Lund");
-}
-
-TEST_F(HostEntryTest, ADialUpEntryIsStoredByPositionAndName) {
+TEST(HostEntry, ADialUpEntryIsStoredByPositionAndName) {
     const std::string name = "A name that is longer than its field";
-    const auto choose = [this](const RasChoice& choice) {
-        return changed([&choice](HostEntry& e) { e.ras_entry = choice; });
-    };
-    EXPECT_EQ(choose({0, name}).ras_entry_position, 0);
-    EXPECT_EQ(choose({0, name}).ras_entry.text(), name.substr(0, 30));
-    EXPECT_EQ(asStored("  " + name, &HostRecord::ras_entry), name.substr(0, 28));
-    before = choose({});
-    EXPECT_EQ(before.ras_entry_position, -1);
-    EXPECT_EQ(before.ras_entry.text(), "");
-    before.ras_entry_position = 4; // without an entry, whatever position it has is kept
-    EXPECT_EQ(choose({}).ras_entry_position, 4);
+    HostRecord host = changed(kHost, [&](E& e) { e.ras_entry = {0, name}; });
+    EXPECT_EQ(host.ras_entry_position, 0);
+    EXPECT_EQ(host.ras_entry.text(), name.substr(0, 30));
+    EXPECT_EQ(asStored("  " + name, &H::ras_entry), name.substr(0, 28));
+    const auto clear = [](E& e) { e.ras_entry = {}; };
+    host = changed(host, clear);
+    EXPECT_EQ(host.ras_entry_position, -1);
+    EXPECT_EQ(host.ras_entry.text(), "");
+    host.ras_entry_position = 4; // without an entry, whatever position it has is kept
+    EXPECT_EQ(changed(host, clear), host);
 }
 
-TEST_F(HostEntryTest, NumbersAreReadFromTheHeadOfTheTextAndRefusedBeyondTheirRange) {
-    const HostRecord record = changed([](HostEntry& entry) {
-        entry.uucp_timeout.text = "2.5"; // to the even neighbour
-        entry.retry_time.text = "abc";
-        entry.call_retries.text = "-3x";
-        entry.dial_timeout.text = "2147483647";
-        entry.uucp_tcp_port.text = "32767";
-        entry.mail_limit.text = "";
-    });
-    EXPECT_EQ(record.uucp_timeout, 2);
-    EXPECT_EQ(record.retry_time, 0);
-    EXPECT_EQ(record.call_retries, -3);
-    EXPECT_EQ(record.dial_timeout, 2147483647);
-    EXPECT_EQ(record.uucp_tcp_port, 32767);
-    EXPECT_EQ(record.mail_limit, 0);
-    using E = HostEntry;
-    for (NumberField E::*field :
-         {&E::mail_limit, &E::call_retries, &E::retry_time, &E::dial_timeout, &E::uucp_timeout,
-          &E::uucp_tcp_port, &E::host_lookup_timeout}) {
-        HostEntry entry = entryOf(before);
-        entry.display_name = "New";
-        (entry.*field).text = field == &E::dial_timeout ? "2147483648" : "-32769";
-        HostRecord after = before;
-        const auto store = [&] { return storeEntry(entry, true, after), 0; };
-        EXPECT_EQ(errorOf(store), error_number::Overflow);
-        EXPECT_EQ(after, before);
-    }
-}
-
-TEST_F(HostEntryTest, AHostLookupIsCapped) {
-    const std::tuple<const char*, Integer, bool> cases[] = {{"31", 30, true},   {"30.1", 30, true},
-                                                            {"1e30", 30, true}, {"30", 30, false},
-                                                            {"", 0, false},     {"-1", -1, false}};
-    for (const auto& [text, stored, exceeds] : cases) {
-        HostEntry entry = entryOf(before);
-        HostRecord after = before;
+TEST(HostEntry, NumbersBeyondTheirRangeAreRefusedAndAHostLookupIsCapped) {
+    HostRecord host = kHost;
+    HostEntry entry = entryOf(host);
+    const auto store = [&] { return storeEntry(entry, true, host), 0; };
+    entry.display_name = "New";
+    entry.mail_limit.text = "-32769";
+    EXPECT_EQ(errorOf(store), error_number::Overflow);
+    entry.mail_limit.text = "0";
+    entry.dial_timeout.text = "2147483648";
+    EXPECT_EQ(errorOf(store), error_number::Overflow);
+    EXPECT_EQ(host, kHost);
+    entry.dial_timeout.text = "1";
+    for (const auto& [text, stored] : {std::pair{"30.1", 30}, {"1e30", 30}, {"30", 30}, {"", 0}}) {
         entry.host_lookup_timeout.text = text;
-        EXPECT_EQ(exceedsHostLookupTimeout(entry), exceeds) << text;
-        storeEntry(entry, true, after);
-        EXPECT_EQ(after.host_lookup_timeout, stored) << text;
+        EXPECT_EQ(exceedsHostLookupTimeout(entry), *text != '\0' && text != std::string("30"));
+        store();
+        EXPECT_EQ(host.host_lookup_timeout, stored) << text;
     }
 }
 
