@@ -4,10 +4,7 @@
 #include "link/requests.h"
 #include "tests/link/support/scripted_peer.h"
 #include "tests/support/recording_prompter.h"
-
-#include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QThread>
+#include "tests/support/wait_until.h"
 
 #include <chrono>
 
@@ -17,19 +14,6 @@ using Strings = std::vector<std::string>;
 
 // Short enough for a test to wait for it.
 inline constexpr Single kShortTimeout = 0.05F;
-
-// False when the condition does not come true for so long that it never will.
-template <class Condition>
-bool waitUntil(Condition condition) {
-    const QDeadlineTimer deadline(20'000);
-    while (!condition()) {
-        if (deadline.hasExpired())
-            return false;
-        QCoreApplication::processEvents();
-        QThread::msleep(1);
-    }
-    return true;
-}
 
 // Counts how often input was locked, and whether it is.
 struct CountingLock : InputLock {
@@ -68,8 +52,7 @@ private:
     std::chrono::steady_clock::time_point set_at_ = std::chrono::steady_clock::now();
 };
 
-class Console {
-public:
+struct Console {
     explicit Console(Integer language = kEnglish) : texts(language) { link.setInputLock(lock); }
     explicit Console(const ScriptedPeer& peer, Integer language = kEnglish) : Console(language) {
         connectTo(peer);
