@@ -37,7 +37,7 @@ TEST_F(ErrorHandlerTest, EachNumberHasItsBoxAndItsEntryInTheLog) {
         {{61}, // the exclamation marks differ
          fatal + "Disk " + kDrive + " is full, Make some room on this disk and restart Corvale!",
          fatal + "Disk " + kDrive + " is full!Make some room on this disk and restart Corvale!"},
-        {{321, 336, 338},
+        {{336, 338},
          fatal + "Corrupt or missing system file!, Try replacing Corvale OCX files",
          fatal + "Corrupt or missing system file!Try replacing Corvale OCX files!"},
         {{0, 8, 60, 77, 279, 296, 322, 339, -6, 2147483647}, "Unknown error!, "}};

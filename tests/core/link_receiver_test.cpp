@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <random>
 #include <set>
 
 namespace tollwick {
@@ -185,13 +184,6 @@ TEST_F(LinkReceiverTest, GarbageIsUnpackedAsFarAsItGoes) {
     // Lone halves of a line end belong to the line.
     EXPECT_EQ(arrive("\n\r"), Nothing);
     EXPECT_EQ(arrive("\r\n"), Record);
-    std::mt19937 random(2);
-    for (int round = 0; round < 60; ++round) {
-        std::string noise(1000, '\0');
-        for (char& byte : noise)
-            byte = "\r\n\0 0123456789ABCDEFabcdefxyz\xFF"[random() % 31];
-        feed(noise);
-    }
     // NULs neither end a line nor hide the line behind it.
     feed(std::string("10\0\0zz\r\n", 8) + kEnd);
     EXPECT_EQ(records.back(), "03");

@@ -1,10 +1,12 @@
-// What the lists show, in which order, and how they are taken elsewhere.
+// What the lists and the monitor show, and how lists are ordered and taken elsewhere.
 #include "ui/dialogs/schedule_rules.h"
 #include "ui/main/list_contents.h"
 #include "ui/main/list_export.h"
 #include "ui/main/list_order.h"
 #include "ui/main/node_keys.h"
 #include "ui/main/setting_rows.h"
+#include "ui/main/speed_history.h"
+#include "ui/main/transport_watch.h"
 
 #include <gtest/gtest.h>
 
@@ -144,6 +146,46 @@ TEST(ListExport, CellsKeepTheirPlaces) {
     EXPECT_EQ(tabSeparated(rows), "a b\tc  d\n1,234 kB\tsay \"hi\"\n");
     EXPECT_EQ(commaSeparated(rows), "\xEF\xBB\xBF"
                                     "a\tb,\"c\r\nd\"\r\n\"1,234 kB\",\"say \"\"hi\"\"\"\r\n");
+}
+
+bool ended(TransportWatch& watch, const char* state, Long file_number = 0) {
+    UucpStatusRecord record;
+    record.state = state;
+    record.file_number = file_number;
+    return watch.hasEnded(record);
+}
+
+TEST(TransportWatch, TellsTheEndOnce) {
+    TransportWatch watch;
+    EXPECT_FALSE(ended(watch, "Idle") || ended(watch, "Dialing") || ended(watch, "Sending", 1));
+    EXPECT_FALSE(watch.hasEnded(UucpStatusRecord())) << "no answer is no end";
+    EXPECT_FALSE(ended(watch, "Dialing")) << "the next host is called";
+    EXPECT_FALSE(ended(watch, "Sending", 2));
+    EXPECT_TRUE(ended(watch, "Idle"));
+    EXPECT_FALSE(ended(watch, "Idle"));
+}
+
+TEST(TransportWatch, AnUnknownStateThatStaysIsTheEnd) {
+    TransportWatch watch; // the monitor was opened during a transport
+    EXPECT_FALSE(ended(watch, "Sending", 5));
+    for (int i = 1; i < TransportWatch::kQuietStatuses; ++i)
+        EXPECT_FALSE(ended(watch, "Resting")) << i;
+    EXPECT_TRUE(ended(watch, "Resting"));
+    EXPECT_FALSE(ended(watch, "Sending", 1));
+    EXPECT_TRUE(ended(watch, "Resting")) << "known from then on";
+    watch.reset();
+    EXPECT_FALSE(ended(watch, "Resting"));
+}
+
+TEST(SpeedHistory, ForgetsWhatIsOlderThanItsSpan) {
+    SpeedHistory history;
+    history.add(0, 33'600);
+    history.add(1, -5);
+    history.add(SpeedHistory::kSpan, 1200);
+    EXPECT_EQ(history.highest(), 33'600);
+    history.add(SpeedHistory::kSpan + 0.5, 2400);
+    EXPECT_EQ(history.samples().front().speed, 0);
+    EXPECT_EQ(history.highest(), 2400);
 }
 
 } // namespace
