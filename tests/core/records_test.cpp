@@ -64,53 +64,42 @@ TEST(Records, HaveTheKnownBytes) {
     EXPECT_EQ(unpacked<SettingsRecord>(fromHex("0000 000080c0")).service_version, -4.0F);
 }
 
-// Where a member stands among the fields of its record, counted from 1.
-template <class Record, class Type>
-std::size_t ordinalOf(Type Record::*member) {
-    std::size_t ordinal = 0;
-    std::size_t found = 0;
+// The names of a record's fields in their order, which is also that of its members.
+template <class Record>
+std::string namesOf() {
+    const Record record;
+    const void* previous = nullptr;
+    std::string names;
     forEachField<Record>([&](const auto& field) {
-        ++ordinal;
-        if constexpr (std::is_same_v<std::decay_t<decltype(field)>, Field<Record, Type>>)
-            found = field.member == member ? ordinal : found;
+        const void* const place = &(record.*field.member);
+        EXPECT_TRUE(std::less<>()(previous, place)) << field.name;
+        previous = place;
+        const std::string_view name = field.name;
+        names.append(name.starts_with("unnamed") ? "-" : name).append(" ");
     });
-    return found;
+    return names;
 }
 
-// Takes members that follow one another from the field `ordinal` on.
-template <class... Members>
-void expectOrder(std::size_t ordinal, Members... members) {
-    (..., [&](auto member) { EXPECT_EQ(ordinalOf(member), ordinal++); }(members));
-}
-
-// The samples know no names: here each member is tied to its place.
-TEST(Records, MembersStandInTheirOrder) {
-    using S = ScheduleRecord;
-    expectOrder(1, &S::identity, &S::day, &S::timed, &S::interval);
-    expectOrder(6, &S::at_time);
-    expectOrder(8, &S::between_first, &S::between_second, &S::delay);
-    expectOrder(12, &S::record_number);
-    using H = HostRecord; // where its other members stand, the test of the host's dialog knows
-    expectOrder(1, &H::state, &H::record_number, &H::spool_directory);
-    using T = SettingsRecord;
-    expectOrder(2, &T::service_version);
-    expectOrder(5, &T::smtp_service_ip, &T::smtp_service_port, &T::smtp_forward_ip,
-                &T::smtp_forward_port, &T::admin_ip, &T::admin_port, &T::schedule_activated,
-                &T::doc_viewer, &T::allow_priority, &T::uucp_prior_command, &T::uucp_after_command,
-                &T::remote_debugging_level, &T::force_send_params, &T::discharge_cr,
-                &T::mail_logging, &T::uucp_transfer_logging, &T::smtp_logging, &T::script_logging,
-                &T::uucp_advanced_logging, &T::uucp_command_logging, &T::com_logging,
-                &T::mail_log_period, &T::uucp_transfer_log_period, &T::smtp_log_period,
-                &T::script_log_period, &T::uucp_advanced_log_period, &T::uucp_command_log_period,
-                &T::com_log_period);
-    using O = OutboxRecord;
-    expectOrder(1, &O::recipient, &O::node, &O::file_name);
-    using U = UucpStatusRecord;
-    expectOrder(1, &U::queued_files, &U::file_number, &U::file_size);
-    expectOrder(5, &U::percent, &U::average_speed, &U::state, &U::file_name);
-    expectOrder(1, &LoginRecord::user_id, &LoginRecord::password);
-    expectOrder(1, &ScriptRecord::file_name, &ScriptRecord::text);
-    expectOrder(1, &UucpCommandRecord::transport_now, &UucpCommandRecord::cancel_transport);
+// The samples know no names: here each is tied to its place.
+TEST(Records, FieldsStandInTheirOrder) {
+    EXPECT_EQ(namesOf<ScheduleRecord>(), "identity day timed interval - at_time - between_first "
+                                         "between_second delay - record_number - ");
+    // Where its other fields stand, the test of the host's dialog knows.
+    EXPECT_TRUE(namesOf<HostRecord>().starts_with("state record_number spool_directory "));
+    EXPECT_EQ(namesOf<SettingsRecord>(),
+              "- service_version - - smtp_service_ip smtp_service_port smtp_forward_ip "
+              "smtp_forward_port admin_ip admin_port schedule_activated doc_viewer allow_priority "
+              "uucp_prior_command uucp_after_command remote_debugging_level force_send_params "
+              "discharge_cr mail_logging uucp_transfer_logging smtp_logging script_logging "
+              "uucp_advanced_logging uucp_command_logging com_logging mail_log_period "
+              "uucp_transfer_log_period smtp_log_period script_log_period "
+              "uucp_advanced_log_period uucp_command_log_period com_log_period - - - - ");
+    EXPECT_EQ(namesOf<OutboxRecord>(), "recipient node file_name - size ");
+    EXPECT_EQ(namesOf<UucpStatusRecord>(),
+              "queued_files file_number file_size - percent average_speed state file_name ");
+    EXPECT_EQ(namesOf<LoginRecord>(), "user_id password ");
+    EXPECT_EQ(namesOf<ScriptRecord>(), "file_name text ");
+    EXPECT_EQ(namesOf<UucpCommandRecord>(), "transport_now cancel_transport ");
 }
 
 TEST(Records, FixedTextIsCutAndPadded) {
