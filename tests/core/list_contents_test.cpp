@@ -102,15 +102,17 @@ TEST(ListContents, EverySettingIsShownFromItsFieldAndASwitchAsAnIcon) {
         for (const SettingRow& row : settingRows()) {
             const bool is_on = imageOf(row, settings) == kSwitchOnImage;
             if (is_on || valueText(row, settings) == "7")
-                rows += std::string(row.key) + (is_on ? "! " : " ");
+                rows += std::string(row.key) + (is_on ? "!" : "");
         }
+        rows += ' ';
     });
-    EXPECT_EQ(rows, "SmtpServiceIp SmtpServicePort smtpforwardip smtpforwardport adminip adminport "
-                    "Scheduleactivated! docviewer allowpriority! uucppriorcmd uucpaftercmd "
-                    "remotedebugginglevel forcesendparams! dischargecr! maillogging! "
-                    "uucptransferlogging! smtplogging! scriptlogging! uucpadvlogging! "
-                    "uucpcmdlogging! comlogging! maillogging uucptransferlogging smtplogging "
-                    "scriptlogging uucpadvlogging uucpcmdlogging comlogging ");
+    EXPECT_EQ(rows,
+              "    SmtpServiceIp SmtpServicePort smtpforwardip smtpforwardport adminip adminport "
+              "Scheduleactivated! docviewer allowpriority! uucppriorcmd uucpaftercmd "
+              "remotedebugginglevel forcesendparams! dischargecr! maillogging! "
+              "uucptransferlogging! smtplogging! scriptlogging! uucpadvlogging! "
+              "uucpcmdlogging! comlogging! maillogging uucptransferlogging smtplogging "
+              "scriptlogging uucpadvlogging uucpcmdlogging comlogging     ");
 }
 
 TEST(ListOrder, MailsSortBySizeAndByAlphabetAndLogsByTheirPeriod) {
@@ -163,6 +165,8 @@ TEST(TransportWatch, TellsTheEndOnce) {
 TEST(TransportWatch, AnUnknownStateThatStaysIsTheEnd) {
     TransportWatch watch; // the monitor was opened during a transport
     EXPECT_FALSE(ended(watch, "Sending", 5));
+    for (int i = 1; i < TransportWatch::kQuietStatuses; ++i)
+        EXPECT_FALSE(ended(watch, "Dialing") || ended(watch, "Logging in")) << "states that change";
     for (int i = 1; i < TransportWatch::kQuietStatuses; ++i)
         EXPECT_FALSE(ended(watch, "Resting")) << i;
     EXPECT_TRUE(ended(watch, "Resting"));
