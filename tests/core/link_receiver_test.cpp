@@ -36,7 +36,8 @@ constexpr struct {
     std::string_view line;
 } kLines[] = {{127, "46007800000000000800050061646d696e0600736563726574", // authenticate
                "7FF79E3F7E4E2E74294514220F2FB776879B80FA37DF3F8F9822\r\n"},
-              {16, "03", "1021\r\n"}, // end of list
+              {184, "32001e0001", "B8D8B1E6A798\r\n"}, // first schedule asked for
+              {16, "03", "1021\r\n"},                  // end of list
               {97, "01000000ffffffff", "6150391051603F643E\r\n"}};
 // Texts that scrambling does not make, but unscrambling takes, and what they give.
 constexpr std::pair<std::string_view, std::string_view> kOddTexts[] = {
