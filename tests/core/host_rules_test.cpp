@@ -61,8 +61,8 @@ TEST(HostEntry, AHostThatIsNotChangedKeepsEveryByte) {
         all_bytes += static_cast<char>(byte);
     for (const std::string& text : {std::string("  abc"), std::string(1000, 'x'), all_bytes,
                                     fromHex("61 00 62 20 20 00 20"), fromHex("00 61")})
-        for (const int first_number : {-32768, 32000}) {
-            const HostRecord host = filledHost(text, first_number < 0 ? ' ' : '\0', first_number);
+        for (const auto& [padding, first_number] : {std::pair{' ', -32768}, {'\0', 32000}}) {
+            const HostRecord host = filledHost(text, padding, first_number);
             EXPECT_EQ(toHex(bytesOf(changed(host, [](E&) {}))), toHex(bytesOf(host)));
         }
 }
@@ -196,9 +196,11 @@ TEST(HostEntry, NumbersBeyondTheirRangeAreRefusedAndAHostLookupIsCapped) {
     EXPECT_EQ(errorOf(store), error_number::Overflow);
     EXPECT_EQ(host, kHost);
     entry.mail_limit.text = "0";
-    for (const auto& [text, stored] : {std::pair{"30.1", 30}, {"1e30", 30}, {"30", 30}, {"", 0}}) {
+    const std::tuple<const char*, Integer, bool> lookups[] = {
+        {"30.1", 30, true}, {"1e30", 30, true}, {"30", 30, false}, {"", 0, false}};
+    for (const auto& [text, stored, exceeds] : lookups) {
         entry.host_lookup_timeout.text = text;
-        EXPECT_EQ(exceedsHostLookupTimeout(entry), std::string_view(text).size() > 2);
+        EXPECT_EQ(exceedsHostLookupTimeout(entry), exceeds) << text;
         store();
         EXPECT_EQ(host.host_lookup_timeout, stored) << text;
     }

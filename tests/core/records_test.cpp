@@ -105,17 +105,12 @@ TEST(Records, FieldsStandInTheirOrder) {
 TEST(Records, FixedTextIsCutAndPadded) {
     FixedText<5> text;
     EXPECT_EQ(toHex(text.bytes()), "0000000000");
-    for (const auto& [assigned, bytes] :
-         {std::pair{"12:30:59", "12:30"}, {"a", "a    "}, {"", "     "}}) {
-        text = assigned;
-        EXPECT_EQ(text.bytes(), bytes);
-    }
+    text = "";
+    EXPECT_EQ(text.bytes(), "     ");
     text.setBytes(std::string_view("a b \0", 5));
     EXPECT_EQ(text.text(), "a b");
-    if (ansiIsWindows1252()) {
-        text = "ääääää"; // a letter is one byte
-        EXPECT_EQ(toHex(text.bytes()), "e4e4e4e4e4");
-    }
+    text = "ääääää"; // a letter is one byte
+    EXPECT_EQ(text.bytes(), toAnsi("äääää"));
 }
 
 TEST(Records, AShortReplyReadsAsNuls) {

@@ -52,7 +52,7 @@ TEST_F(ResponderTest, ServesNothingBeforeALogin) {
 }
 
 TEST_F(ResponderTest, RefusesWhatItDoesNotKnow) {
-    for (const int operation : {0, 10, 20, 30, 40, 50, 60, 70, -1, 32767})
+    for (const int operation : {0, 50, -1, 32767})
         for (const int object_class : {0, 10, 110, 160, -1})
             EXPECT_EQ(resultOf(Operation(operation), Class(object_class)), result::Refused)
                 << operation << '/' << object_class;
