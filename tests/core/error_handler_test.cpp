@@ -1,11 +1,12 @@
+// What goes wrong: its number, its words, and its entries in the three logs.
 #include "app/error_handler.h"
+#include "tests/support/hex.h"
 #include "tests/support/recording_prompter.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/test_log.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <new>
 #include <system_error>
 
@@ -13,105 +14,124 @@ namespace tollwick {
 namespace {
 
 #ifdef _WIN32
-constexpr const char* kLogFolder = "C:\\no such folder\\Logs";
-#define DRIVE "C:"
+const std::string kDrive = "C:";
 #else
-constexpr const char* kLogFolder = "/no such folder/Logs";
-#define DRIVE "/"
+const std::string kDrive = "/";
 #endif
 
-TEST(ErrorHandler, EachNumberHasItsBoxItsMessageAndItsAdvice) {
+class ErrorHandlerTest : public testing::Test, protected TestLog {
+protected:
+    TemporaryFolder folder;
+    RecordingPrompter prompter;
+    ErrorHandler handler{prompter, writer};
+};
+
+TEST_F(ErrorHandlerTest, EachNumberHasItsBoxAndItsEntryInTheLog) {
     const std::string fatal = "Fatal error: ";
-    // clang-format off
     const struct {
         std::vector<Long> numbers;
-        std::string message, advice = {}, box = {}; // an empty box: none is shown
+        std::string entry;
+        std::string box = {}; // empty: none is shown
     } rows[] = {
-        {{6}, "Overflow"}, {{9}, "Subscript is out of range"}, {{52}, "Invalid filename!"},
-        {{53}, "Could not find file!"}, {{55}, "Tried to open same file twice!"},
-        {{62}, "Tried to write beyond file end"}, {{70}, "Permission to access file is denied"},
-        {{280, 281, 288, 295}, "DDE session failed!"},
-        {{7}, fatal + "Out of memory!", "Free up some memory and restart Corvale",
-         fatal + "Out of memoryFree up some memory and restart Corvale!, vbCritical, ProgramName"},
-        {{48, 298}, fatal + "Cannot load DLL!", "",
-         fatal + "Cannot load DLL!Press OK to terminate!, vbCritical, ProgramName"},
-        {{61}, fatal + "Disk " DRIVE " is full", "Make some room on this disk and restart Corvale!",
-         fatal + "Disk " DRIVE " is full!Make some room on this disk and restart Corvale!"},
-        {{67}, fatal + "Too many files are open!", "Increase 'Files=' in your CONFIG.SYS",
-         fatal + "Too many files are open!Increase 'Files=' in your CONFIG.SYS"},
-        {{75, 76}, fatal + "Directory is missing!",
-         "Inspect corvale directory structure and recreate missing directorys!",
-         fatal + "Directory is missing!Inspect corvale directory structure and recreate missing "
-         "directorys!"},
-        {{321, 336, 337, 338}, fatal + "Corrupt or missing system file!",
-         "Try replacing Corvale OCX files",
+        {{280, 295}, "DDE session failed!, "},
+        {{61}, // the exclamation marks differ
+         fatal + "Disk " + kDrive + " is full, Make some room on this disk and restart Corvale!",
+         fatal + "Disk " + kDrive + " is full!Make some room on this disk and restart Corvale!"},
+        {{336, 338},
+         fatal + "Corrupt or missing system file!, Try replacing Corvale OCX files",
          fatal + "Corrupt or missing system file!Try replacing Corvale OCX files!"},
-        {{325}, fatal + "Resource file is missing!!!!!", "Email support!",
-         fatal + "Resource file is missing!!!!Email support!"},
-        {{326}, fatal + "Corrupt or missing system file!",
-         "Please e-mail support and describe exactly 'when' and how this error occured!",
-         "The localized text that was about to be shown, could not be found in this language. "
-         "Please e-mail support and describe exactly 'when' and how this error occured!"},
-        {{335}, fatal + "Cannot access system registry!",
-         "Study MS Windows documentation for resolving this error!",
-         fatal + "Cannot access system registry!Study MS Windows documentation for resolving this "
-         "error!"},
-        {{0, 5, 8, 10, 47, 49, 51, 54, 56, 60, 63, 66, 68, 69, 71, 74, 77, 279, 296, 297, 299, 320,
-          322, 324, 327, 334, 339, -6, 2147483647}, "Unknown error!"}};
-    // clang-format on
+        {{0, 8, 60, 77, 279, 296, 322, 339, -6, 2147483647}, "Unknown error!, "}};
+    writer.setFolder(joinPath(kDrive, "no such folder"));
     for (const auto& row : rows)
         for (const Long number : row.numbers) {
-            SCOPED_TRACE(number);
-            TestLog log;
-            log.writer.setFolder(kLogFolder);
-            RecordingPrompter prompter;
             if (!row.box.empty())
                 prompter.expectBox(BoxIcon::Critical, row.box);
-            ErrorHandler(prompter, log.writer)(number, Routine::Main, 1);
-            EXPECT_EQ(log.system.entries, std::vector{"M: " + row.message + ", " + row.advice +
-                                                      "(See corvale.log for details)"});
+            handler(number, Routine::Main, 1);
+            EXPECT_EQ(system.entries.back(), "M: " + row.entry + "(See corvale.log for details)")
+                << number;
+            EXPECT_TRUE(prompter.done()) << number;
         }
 }
 
-TEST(ErrorHandler, GuardGivesEveryExceptionItsNumber) {
-    const auto failing = [](std::errc code) {
-        return
-            [code] { throw std::filesystem::filesystem_error("test", std::make_error_code(code)); };
-    };
-    const std::pair<std::function<void()>, Long> cases[] = {
-        {[] { throw RunTimeError(6); }, 6},
-        {[] { throw std::bad_alloc(); }, 7},
-        {[] { static_cast<void>(std::vector<int>().at(0)); }, 9},
-        {[] { throw std::runtime_error("something else"); }, 5},
-        {[] { throw 1; }, 5},
-        {failing(std::errc::no_such_file_or_directory), 53},
-        {failing(std::errc::no_space_on_device), 61},
-        {failing(std::errc::too_many_files_open), 67},
-        {failing(std::errc::permission_denied), 70},
-        {failing(std::errc::directory_not_empty), 75},
-        {failing(std::errc::not_a_directory), 76},
-        {failing(std::errc::filename_too_long), 52}};
-    struct : Prompter {
-        void tell(BoxIcon, std::string_view) override {}
-        Answer ask(BoxIcon, std::string_view, Answer) override { return Answer::No; }
-        void beep() override {}
-    } prompter;
-    for (const auto& [body, number] : cases) {
-        const TemporaryFolder folder;
-        TestLog log;
-        log.writer.setFolder(folder.text());
-        ErrorHandler handler(prompter, log.writer);
-        EXPECT_TRUE(handler.guard(Routine::Exit, [](Integer& step) { EXPECT_EQ(step, 0); }));
-        EXPECT_TRUE(log.system.entries.empty());
-        EXPECT_FALSE(handler.guard(Routine::AddSchedule, [&body](Integer& step) {
-            step = 3;
-            body();
-            ++step;
-        }));
-        const std::string written = folder.read("Tollwick.log");
-        EXPECT_NE(written.find(" ; (" + std::to_string(number) + "/102:3) ; "), std::string::npos)
-            << number << ": " << written;
+TEST_F(ErrorHandlerTest, GuardReportsWhatEscapes) {
+    writer.setFolder(folder.text());
+    EXPECT_TRUE(handler.guard(Routine::Exit, [](Integer& step) { EXPECT_EQ(step, 0); }));
+    EXPECT_EQ(folder.names(), std::vector<std::string>());
+    EXPECT_FALSE(handler.guard(Routine::AddSchedule, [](Integer& step) {
+        step = 3;
+        throw RunTimeError(6);
+    }));
+    EXPECT_EQ(folder.read("Tollwick.log"),
+              "03-07-1999 ; 04:05:06:07 ; A:Overflow ; (6/102:3) ; \r\n");
+}
+
+template <class Exception>
+Long numberOf(const Exception& thrown) {
+    try {
+        throw Exception(thrown);
+    } catch (...) {
+        return currentErrorNumber();
     }
+}
+
+TEST(RunTimeErrors, EveryExceptionHasItsNumber) {
+    EXPECT_EQ(numberOf(RunTimeError(6)), 6);
+    EXPECT_EQ(numberOf(std::bad_alloc()), 7);
+    EXPECT_EQ(numberOf(std::out_of_range("at")), 9);
+    EXPECT_EQ(numberOf(1), 5);
+    using enum std::errc;
+    const std::pair<std::errc, Long> files[] = {
+        {no_such_file_or_directory, 53}, {no_space_on_device, 61},  {too_many_files_open, 67},
+        {permission_denied, 70},         {directory_not_empty, 75}, {not_a_directory, 76},
+        {filename_too_long, 52}};
+    for (const auto& [code, number] : files)
+        EXPECT_EQ(numberOf(std::system_error(make_error_code(code))), number);
+}
+
+TEST(LogWriter, LinesAndRecordsHaveTheirKnownBytes) {
+    EXPECT_EQ(logLine({1999, 3, 7, 4, 5, 6, 7}, "Could not find file!", "Look for it", 53, 61, 2),
+              "03-07-1999 ; 04:05:06:07 ; A:Could not find file! ; (53/61:2) ; Look for it\r\n");
+    // Date, seconds since midnight, error number, kind 9, routine, step.
+    EXPECT_EQ(toHex(logRecord({2000, 1, 1, 0, 0, 0, 0}, 326, 61, 4)),
+              "a5420f00000000004601000009003d000400");
+    EXPECT_EQ(toHex(logRecord({1999, 3, 7, 12, 30, 15, 50}, -2, -32768, -1)),
+              "631c0f0080d72f47feffffff09000080ffff");
+}
+
+TEST_F(ErrorHandlerTest, TheLogsGrowAndMarkEveryRepetitionOfANumber) {
+    folder.write("Tollwick.log", "no line end");
+    writer.setFolder(folder.text());
+    std::string lines = "no line end";
+    std::string records;
+    for (const auto& [number, marked] : {std::pair{0, false},
+                                         {0, true},
+                                         {53, false},
+                                         {53, true},
+                                         {53, true},
+                                         {6, false},
+                                         {53, false}}) {
+        ++clock.time.minute;
+        writer.LogWrite("text", "Wait", number, 66, 1);
+        lines += logLine(clock.time, marked ? "Loop->text" : "text", "Wait", number, 66, 1);
+        records += logRecord(clock.time, number, 66, 1);
+        EXPECT_EQ(system.entries.back(), "M: text, Wait(See corvale.log for details)");
+    }
+    EXPECT_EQ(folder.read("Tollwick.log"), lines);
+    EXPECT_EQ(folder.read("error.log"), records);
+}
+
+TEST_F(ErrorHandlerTest, WhatCannotBeLoggedIsLostSilently) {
+    writer.LogWrite("before the folder is known", "", 1, 1, 1);
+    EXPECT_FALSE(std::filesystem::exists("Tollwick.log"));
+    writer.setFolder(folder.text("missing"));
+    writer.LogWrite("into a missing folder", "", 2, 1, 1);
+    EXPECT_FALSE(std::filesystem::exists(folder / "missing"));
+    // One log that cannot be written does not keep the other from being written.
+    std::filesystem::create_directory(folder / "error.log");
+    writer.setFolder(folder.text());
+    writer.LogWrite("beside a folder", "", 3, 1, 1);
+    EXPECT_NE(folder.read("Tollwick.log").find("A:beside a folder"), std::string::npos);
+    EXPECT_EQ(system.entries.size(), 3U);
 }
 
 } // namespace

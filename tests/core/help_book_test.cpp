@@ -29,23 +29,18 @@ std::string outline(const std::vector<HelpEntry>& entries) {
 
 TEST(HelpBook, ReadsTopicsContentsAndIndex) {
     ASSERT_EQ(kBook.topics().size(), 2u);
-    const HelpTopic* login = kBook.topic("login");
-    const HelpTopic* hosts = kBook.topic("hosts");
-    ASSERT_TRUE(login && hosts);
-    EXPECT_EQ(login->title, "Logging in");
-    EXPECT_EQ(login->keywords, (Strings{"password", "Öppna", "user"}));
-    EXPECT_EQ(login->text, "Type the **pass**word, see [hosts](UUCP).\n@title is text here\n");
-    EXPECT_EQ(hosts->title, "hosts");
-    EXPECT_EQ(hosts->text, "How to log in to ÅÄÖ hosts.\n");
-    EXPECT_EQ(kBook.topic("Login"), nullptr);
-
+    const HelpTopic& login = kBook.topics()[0];
+    EXPECT_EQ(login.title, "Logging in");
+    EXPECT_EQ(login.keywords, (Strings{"password", "Öppna", "user"}));
+    EXPECT_EQ(login.text, "Type the **pass**word, see [hosts](UUCP).\n@title is text here\n");
+    EXPECT_EQ(kBook.topics()[1].title, "hosts");
+    EXPECT_EQ(kBook.topics()[1].text, "How to log in to ÅÄÖ hosts.\n");
     EXPECT_EQ(outline(kBook.contents()),
               "Getting started>(Logging in>login()More>(Gone>())Hosts>hosts())Last>hosts()");
-    EXPECT_EQ(kBook.firstTopic(), login);
+    EXPECT_EQ(kBook.firstTopic(), &login);
     // All topics, when the outline leads to none.
     EXPECT_EQ(outline(HelpBook::parse("@topic a\n@topic b\n", "Heading\n").contents()),
               "a>a()b>b()");
-
     Strings keywords; // sorted and merged without case
     for (const HelpKeyword& entry : kBook.index())
         keywords.push_back(entry.keyword);
@@ -54,18 +49,18 @@ TEST(HelpBook, ReadsTopicsContentsAndIndex) {
 }
 
 TEST(HelpBook, SearchWantsEveryWordAndPutsTitlesFirst) {
-    const std::pair<const char*, Strings> cases[] = {
-        {"LOG", {"login", "hosts"}},
-        {"hosts", {"hosts", "login"}},
-        {" log  åäö ", {"hosts"}},
-        {"ÖPPNA", {"login"}},
-        {"log nowhere", {}},
-        {"uucp", {}}, // an address of a link is not read
-        {" \t", {}}};
+    const std::pair<const char*, std::string> cases[] = {
+        {"LOG", "login hosts "},
+        {"hosts", "hosts login "},
+        {" log  åäö ", "hosts "},
+        {"ÖPPNA", "login "},
+        {"log nowhere", ""},
+        {" \t", ""},
+        {"uucp", ""}}; // an address of a link is not read
     for (const auto& [words, expected] : cases) {
-        Strings ids;
+        std::string ids;
         for (const HelpTopic* topic : kBook.search(words))
-            ids.push_back(topic->id);
+            ids += topic->id + ' ';
         EXPECT_EQ(ids, expected) << words;
     }
 }
@@ -83,10 +78,7 @@ TEST(HelpBook, IsBoundedWhateverItIsReadFrom) {
     for (const auto* level = &large.contents(); !level->empty(); level = &level->back().children)
         ++depth;
     EXPECT_LE(depth, HelpBook::kMaxDepth);
-
-    EXPECT_EQ(HelpBook::parse("", "").firstTopic(), nullptr);
-    EXPECT_TRUE(
-        HelpBook::parse("@topic \n@title\n@keywords ,\n\xC3](", "=\n \xC3").topics().empty());
+    EXPECT_EQ(HelpBook::parse("@topic \n@title\n\xC3](", "=\n \xC3").firstTopic(), nullptr);
 }
 
 } // namespace

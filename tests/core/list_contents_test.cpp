@@ -1,6 +1,13 @@
+// What the lists and the monitor show, and how lists are ordered and taken elsewhere.
+#include "link/record_packing.h"
 #include "ui/dialogs/schedule_rules.h"
 #include "ui/main/list_contents.h"
+#include "ui/main/list_export.h"
+#include "ui/main/list_order.h"
 #include "ui/main/node_keys.h"
+#include "ui/main/setting_rows.h"
+#include "ui/main/speed_history.h"
+#include "ui/main/transport_watch.h"
 
 #include <gtest/gtest.h>
 
@@ -15,147 +22,169 @@ std::string joined(const std::vector<std::string>& cells) {
     std::string line;
     for (const std::string& cell : cells)
         line += cell + '|';
-    return line.substr(0, line.size() - 1);
+    return line;
 }
 
-ListRow onlyRow(std::string_view node_key, const ServiceData& data,
-                const StringTable& texts = kTexts) {
+// The cells of a row that has been added last.
+std::string lastRow(std::string_view node_key, const ServiceData& data,
+                    const StringTable& texts = kTexts) {
     const ListContents contents = listContents(node_key, data, texts);
-    EXPECT_EQ(contents.row_count, 1U);
-    return contents.row(0);
+    return joined(contents.row(contents.row_count - 1).cells);
 }
 
-TEST(ListContents, ColumnsHaveTheirWidths) {
-    const std::pair<std::string_view, std::string> cases[] = {
-        {"loginaccount", "Login account 3000"},
-        {"schedule", "Day 0|When 0|Between 0|Delay 0"},
-        {"uucphosts", "DisplayName 1720|Domain 1000|Active 500"},
-        {"logs", "Available logs 0|Period 0"},
-        {"admin", "Options 1800|Setting 1200"},
-        {"options", "Options 1550|Setting 2150"},
-        {"uucpdaemon", "Options 2500|Setting 2000"},
-        {"smtpserver", "Function: 1900|Setting 1200"},
-        {"smtpforward", "Function 2000|Setting 1200"},
-        {"uucpmonitor", "Item: 1800|Status: 4000"},
-        {"outbox", "To: 0|Via node: 0|File size: 0|File name: 0"},
-        {"servername", ""},
-        {"configuration", ""},
-        {"system", ""},
-        {"view", ""},
-        {"", ""},
-        {"Logs", ""}};
-    const ServiceData data;
-    for (const auto& [node, expected] : cases) {
-        std::vector<std::string> columns; // title and width in twips
-        const ListContents contents = listContents(node, data, kTexts);
-        for (const ListColumn& column : contents.columns)
-            columns.push_back(column.title + ' ' + std::to_string(column.width));
-        EXPECT_EQ(joined(columns), expected) << node;
-        EXPECT_TRUE(!expected.empty() || contents.row_count == 0) << node;
-    }
-}
-
-TEST(ListContents, SchedulesSayWhen) {
-    const struct {
-        int day, timed, interval;
-        const char *at, *first, *second, *delay;
-        std::string cells;
-    } cases[] = {
-        {0, 1, 0, "07:30", "00:00", "23:59", "0", "Monday|At: 07:30|00:00 - 23:59|0"},
-        {9, 0, 0, "00:00", "08:00", "17:00", "59", "Every day|Every: 5 min|08:00 - 17:00|59"},
-        {6, 0, 9, "", "", "", "0", "Sunday|Every: 12 hou||0"}, // six characters of the interval
-        {7, 0, 10, "", "08:00", "", "0", "Weekdays|Every: |08:00 - |0"},
-        {10, 0, 11, "", "", "", "-1", "|Every: ||-1"},
-        {-1, 1, -1, "1:00", "", "", "0", "|At: 1:00||0"},
-    };
-    for (const auto& c : cases) {
-        ServiceData data;
-        storeSchedule({c.day, c.timed == 0, c.interval, c.at, c.first, c.second, c.delay},
-                      data.schedules.emplace_back());
-        EXPECT_EQ(joined(onlyRow(node::Schedule, data).cells), c.cells);
-    }
-    ServiceData data;
-    data.schedules.emplace_back();
-    EXPECT_EQ(joined(onlyRow(node::Schedule, data, StringTable(kSwedish)).cells),
-              "Måndag|Varje: 5 min||0");
-}
-
-TEST(ListContents, NumbersAreGroupedAndNamed) {
-    const std::tuple<Long, const char*, const char*> cases[] = {
-        {0, "0 kB", "0 kB"},           {999, "999 kB", "0 kB"},
-        {1000, "1,000 kB", "1 kB"},    {1'234'567, "1,234,567 kB", "1,234 kB"},
-        {-1500, "-1,500 kB", "-1 kB"}, {2'147'483'647, "2,147,483,647 kB", "2,147,483 kB"}};
-    for (const auto& [size, mail, monitor] : cases) { // in kB and in bytes
-        ServiceData data;
-        data.outbox.emplace_back().size = size;
-        EXPECT_EQ(onlyRow(node::Outbox, data).cells.at(2), mail);
-        data.uucp_status.file_size = size;
-        EXPECT_EQ(monitorTexts(data.uucp_status).at(4), monitor);
-    }
-    const UucpStatusRecord status{1234, 7, 0, 0, 55, 33600, VarText("Sending  "), VarText("D.1")};
-    EXPECT_EQ(monitorTexts(status),
-              (std::array<std::string, kMonitorRows>{"Sending", "1234", "7", "D.1", "0 kB", "55 %",
-                                                     "33600 bps"}));
-}
-
-TEST(ListContents, SwitchesShowTheirStateAsAnIcon) {
-    using S = SettingsRecord;
-    // A switch without a period shows "-" in the value column.
-    const std::tuple<std::string, Integer S::*, Integer S::*> cases[] = {
-        {"allowpriority", &S::allow_priority, nullptr},
-        {"Scheduleactivated", &S::schedule_activated, nullptr},
-        {"dischargecr", &S::discharge_cr, nullptr},
-        {"forcesendparams", &S::force_send_params, nullptr},
-        {"maillogging", &S::mail_logging, &S::mail_log_period},
-        {"uucptransferlogging", &S::uucp_transfer_logging, &S::uucp_transfer_log_period},
-        {"smtplogging", &S::smtp_logging, &S::smtp_log_period},
-        {"scriptlogging", &S::script_logging, &S::script_log_period},
-        {"comlogging", &S::com_logging, &S::com_log_period},
-        {"uucpcmdlogging", &S::uucp_command_logging, &S::uucp_command_log_period},
-        {"uucpadvlogging", &S::uucp_advanced_logging, &S::uucp_advanced_log_period}};
-    for (const auto& [key, value, period] : cases) {
-        ServiceData data;
-        data.settings.*value = kTrue;
-        if (period)
-            data.settings.*period = 365;
-        std::string changed;
-        for (const std::string_view node_key : {node::Options, node::UucpDaemon, node::Logs}) {
-            const ListContents contents = listContents(node_key, data, kTexts);
-            for (std::size_t i = 0; i < contents.row_count; ++i)
-                if (const ListRow row = contents.row(i);
-                    row.image == "squareselected" || row.cells.at(1) == "365")
-                    changed += row.key + ' ' + std::string(row.image) + ' ' + row.cells.at(1);
-        }
-        EXPECT_EQ(changed, key + " squareselected " + (period ? "365" : "-"));
-    }
+// The first cells of the rows that are left, in their order.
+std::string ordered(const ListContents& contents, ListSort sort, std::string_view filter = {}) {
+    std::vector<std::string> cells;
+    for (const std::size_t row : orderedRows(contents, sort, filter))
+        cells.push_back(contents.cell(row, 0));
+    return joined(cells);
 }
 
 TEST(ListContents, RowsFollowTheirRecordsAndCanBeToldApart) {
     ServiceData data;
-    data.user_id = "åsa";
-    EXPECT_EQ(onlyRow(node::LoginAccount, data).cells, std::vector<std::string>{"åsa"});
-
-    HostRecord host;
-    host.record_number = 3;
+    std::vector<std::string> columns; // title and width in twips
+    for (const ListColumn& column : listContents(node::UucpHosts, data, kTexts).columns)
+        columns.push_back(column.title + ' ' + std::to_string(column.width));
+    EXPECT_EQ(joined(columns), "DisplayName 1720|Domain 1000|Active 500|");
+    HostRecord& host = data.hosts.emplace_back();
     host.display_name = "Lager";
+    EXPECT_EQ(lastRow(node::UucpHosts, data), "Lager||No|");
     host.active = kTrue;
-    data.hosts = {host};
-    const ListContents hosts = listContents(node::UucpHosts, data, kTexts);
-    EXPECT_EQ(joined(hosts.row(0).cells), "Lager||Yes");
-    data.hosts[0].active = kFalse;
-    EXPECT_EQ(joined(hosts.row(0).cells), "Lager||No");
+    EXPECT_EQ(lastRow(node::UucpHosts, data), "Lager||Yes|");
 
+    const UucpStatusRecord status{1234, 7,     -1'234'567,           0,
+                                  55,   33600, VarText("Sending  "), VarText("D.1")};
+    EXPECT_EQ(monitorTexts(status),
+              (std::array<std::string, kMonitorRows>{"Sending", "1234", "7", "D.1", "-1,234 kB",
+                                                     "55 %", "33600 bps"}));
     // The same file for two recipients, and the other way round.
-    for (const auto& [recipient, file] : {std::pair{"a", "1"}, {"b", "1"}, {"a", "2"}}) {
-        OutboxRecord& mail = data.outbox.emplace_back();
-        mail.recipient = recipient;
-        mail.file_name = file;
-    }
-    const ListContents outbox = listContents(node::Outbox, data, kTexts);
     std::set<std::string> identities;
-    for (std::size_t i = 0; i < outbox.row_count; ++i)
-        identities.insert(outbox.row(i).identity);
+    for (const auto& [to, file] : {std::pair{"a", "1"}, {"b", "1"}, {"a", "2"}}) {
+        data.outbox.push_back({VarText(to), VarText("n"), VarText(file), VarText(), 1234});
+        identities.insert(
+            listContents(node::Outbox, data, kTexts).row(data.outbox.size() - 1).identity);
+    }
     EXPECT_EQ(identities.size(), 3U);
+    EXPECT_EQ(lastRow(node::Outbox, data), "a|n|1,234 kB|2|");
+}
+
+TEST(ListContents, SchedulesSayWhenAndSortByIt) {
+    const std::pair<ScheduleEntry, std::string> cases[] = {
+        {{4, false, 0, "9:05", "10:00", "23:59", "5"}, "Friday|At: 9:05|10:00 - 23:59|5|"},
+        {{0, false, 0, "10:00", "", "", "20"}, "Monday|At: 10:00||20|"},
+        {{9, true, 9, "", "9:30", "", "100"}, "Every day|Every: 12 hou|9:30 - |100|"},
+        {{6, true, 0, "", "00:00", "17:00", "-1"}, "Sunday|Every: 5 min|00:00 - 17:00|-1|"}};
+    ServiceData data;
+    for (const auto& [entry, cells] : cases) {
+        storeSchedule(entry, data.schedules.emplace_back());
+        EXPECT_EQ(lastRow(node::Schedule, data), cells);
+    }
+    const ListContents contents = listContents(node::Schedule, data, kTexts);
+    EXPECT_EQ(ordered(contents, {0, false}), "Monday|Friday|Sunday|Every day|");
+    EXPECT_EQ(ordered(contents, {1, false}), "Friday|Monday|Sunday|Every day|");
+    EXPECT_EQ(ordered(contents, {2, false}), "Monday|Sunday|Every day|Friday|");
+    EXPECT_EQ(ordered(contents, {3, false}), "Sunday|Friday|Monday|Every day|");
+    storeSchedule({10, true, 11, "", "", "", "0"}, data.schedules[0]); // positions of no list
+    storeSchedule({-1, true, -1, "", "", "", "0"}, data.schedules[3]);
+    EXPECT_EQ(joined(contents.row(0).cells), "|Every: ||0|");
+    EXPECT_EQ(lastRow(node::Schedule, data, StringTable(kSwedish)), "|Varje: ||0|");
+}
+
+TEST(ListContents, EverySettingIsShownFromItsFieldAndASwitchAsAnIcon) {
+    std::string rows; // that show something else for each field of the record, in its order
+    forEachField<SettingsRecord>([&rows](const auto& field) {
+        SettingsRecord settings;
+        auto& value = settings.*field.member;
+        if constexpr (std::is_same_v<std::decay_t<decltype(value)>, VarText>)
+            value = "7";
+        else if constexpr (std::is_integral_v<std::decay_t<decltype(value)>>)
+            value = 7;
+        for (const SettingRow& row : settingRows()) {
+            const bool is_on = imageOf(row, settings) == kSwitchOnImage;
+            if (is_on || valueText(row, settings) == "7")
+                rows += std::string(row.key) + (is_on ? "!" : "");
+        }
+        rows += ' ';
+    });
+    EXPECT_EQ(rows,
+              "    SmtpServiceIp SmtpServicePort smtpforwardip smtpforwardport adminip adminport "
+              "Scheduleactivated! docviewer allowpriority! uucppriorcmd uucpaftercmd "
+              "remotedebugginglevel forcesendparams! dischargecr! maillogging! "
+              "uucptransferlogging! smtplogging! scriptlogging! uucpadvlogging! "
+              "uucpcmdlogging! comlogging! maillogging uucptransferlogging smtplogging "
+              "scriptlogging uucpadvlogging uucpcmdlogging comlogging     ");
+}
+
+TEST(ListOrder, MailsSortBySizeAndByAlphabetAndLogsByTheirPeriod) {
+    ServiceData data;
+    for (const auto& [to, size] : {std::pair{"Örjan", 9},
+                                   {"bo", 1000},
+                                   {"Åsa", 20},
+                                   {"Ärla", 20},
+                                   {"Zoe", 300},
+                                   {"axel", 20}})
+        data.outbox.push_back({VarText(to), VarText(), VarText(), VarText(), size});
+    const ListContents contents = listContents(node::Outbox, data, kTexts);
+    EXPECT_EQ(ordered(contents, {}), "Örjan|bo|Åsa|Ärla|Zoe|axel|");
+    EXPECT_EQ(ordered(contents, {0, false}), "axel|bo|Zoe|Åsa|Ärla|Örjan|");
+    EXPECT_EQ(ordered(contents, {2, false}), "Örjan|Åsa|Ärla|axel|Zoe|bo|"); // alike: as they came
+    EXPECT_EQ(ordered(contents, {2, true}), "bo|Zoe|Åsa|Ärla|axel|Örjan|");
+    EXPECT_EQ(ordered(contents, {4, false}), ordered(contents, {}));
+    EXPECT_EQ(ordered(contents, {0, true}, "Å"), "Åsa|");
+    EXPECT_EQ(ordered(contents, {2, true}, "20 kb"), "Åsa|Ärla|axel|");
+    data.settings.mail_log_period = 30;
+    data.settings.smtp_log_period = 100;
+    const ListContents logs = listContents(node::Logs, data, kTexts);
+    EXPECT_EQ(logs.cell(orderedRows(logs, {1, true}, {})[0], 1), "100");
+}
+
+TEST(ListExport, CellsKeepTheirPlaces) {
+    const std::vector<TableRow> rows = {{"a\tb", "c\r\nd"}, {"1,234 kB", "say \"hi\""}};
+    EXPECT_EQ(tabSeparated(rows), "a b\tc  d\n1,234 kB\tsay \"hi\"\n");
+    EXPECT_EQ(commaSeparated(rows), "\xEF\xBB\xBF"
+                                    "a\tb,\"c\r\nd\"\r\n\"1,234 kB\",\"say \"\"hi\"\"\"\r\n");
+}
+
+bool ended(TransportWatch& watch, const char* state, Long file_number = 0) {
+    UucpStatusRecord record;
+    record.state = state;
+    record.file_number = file_number;
+    return watch.hasEnded(record);
+}
+
+TEST(TransportWatch, TellsTheEndOnce) {
+    TransportWatch watch;
+    EXPECT_FALSE(ended(watch, "Idle") || ended(watch, "Dialing") || ended(watch, "Sending", 1));
+    EXPECT_FALSE(watch.hasEnded(UucpStatusRecord())) << "no answer is no end";
+    EXPECT_FALSE(ended(watch, "Dialing")) << "the next host is called";
+    EXPECT_FALSE(ended(watch, "Sending", 2));
+    EXPECT_TRUE(ended(watch, "Idle"));
+    EXPECT_FALSE(ended(watch, "Idle"));
+}
+
+TEST(TransportWatch, AnUnknownStateThatStaysIsTheEnd) {
+    TransportWatch watch; // the monitor was opened during a transport
+    EXPECT_FALSE(ended(watch, "Sending", 5));
+    for (int i = 1; i < TransportWatch::kQuietStatuses; ++i)
+        EXPECT_FALSE(ended(watch, "Dialing") || ended(watch, "Logging in")) << "states that change";
+    for (int i = 1; i < TransportWatch::kQuietStatuses; ++i)
+        EXPECT_FALSE(ended(watch, "Resting")) << i;
+    EXPECT_TRUE(ended(watch, "Resting"));
+    EXPECT_FALSE(ended(watch, "Sending", 1));
+    EXPECT_TRUE(ended(watch, "Resting")) << "known from then on";
+    watch.reset();
+    EXPECT_FALSE(ended(watch, "Resting"));
+}
+
+TEST(SpeedHistory, ForgetsWhatIsOlderThanItsSpan) {
+    SpeedHistory history;
+    history.add(0, 33'600);
+    history.add(1, -5);
+    history.add(SpeedHistory::kSpan, 1200);
+    EXPECT_EQ(history.highest(), 33'600);
+    history.add(SpeedHistory::kSpan + 0.5, 2400);
+    EXPECT_EQ(history.samples().front().speed, 0);
+    EXPECT_EQ(history.highest(), 2400);
 }
 
 } // namespace

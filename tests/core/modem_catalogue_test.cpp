@@ -34,133 +34,106 @@ struct Modem {
     }
 };
 
+ModemCatalogue catalogueOf(const std::vector<Modem>& modems) {
+    std::string bytes = bytesOf(static_cast<Long>(modems.size()));
+    for (const Modem& modem : modems)
+        bytes += modem.bytes();
+    return ModemCatalogue::parse(bytes);
+}
+
 Strings textsOf(const ModemRecord& modem) {
     return {modem.make,  modem.model,  modem.init, modem.attention, modem.hang_up,
             modem.reset, modem.answer, modem.dial, modem.busy,      modem.connect};
 }
 
-class ModemCatalogueTest : public testing::Test {
-protected:
-    ModemCatalogue load(std::string_view bytes) {
-        folder.write("MODEMS.DAT", bytes);
-        return ModemCatalogue::load(folder.text("MODEMS.DAT"));
-    }
-    ModemCatalogue loadModems(const std::vector<Modem>& modems) {
-        std::string bytes = bytesOf(static_cast<Long>(modems.size()));
-        for (const Modem& modem : modems)
-            bytes += modem.bytes();
-        return load(bytes);
-    }
-
-    TemporaryFolder folder;
-};
-
-TEST_F(ModemCatalogueTest, ReadsEveryFieldFromItsPlace) {
-    const ModemCatalogue catalogue =
-        loadModems({{.make = "  Tr\xF6sta", // "Trösta" in the code page
-                     .model = std::string("V.32\0left over", 14),
-                     .number = 77,
-                     .init = std::string("AT&F S0=0^M  \0\0", 15),
-                     .max_speed = 115200}});
-    ASSERT_EQ(catalogue.records().size(), 1U);
-    const ModemRecord& modem = catalogue.records()[0];
-    EXPECT_FALSE(modem.deleted);
+TEST(ModemCatalogue, ReadsEveryFieldFromItsPlace) {
+    const ModemCatalogue catalogue = catalogueOf({{.make = "  Tr\xF6sta", // in the code page
+                                                   .model = std::string("V.32\0left over", 14),
+                                                   .number = 77,
+                                                   .max_speed = 115200}});
+    const ModemRecord& modem = catalogue.records().at(0);
     EXPECT_EQ(modem.record_number, 77);
     EXPECT_EQ(modem.max_speed, 115200);
-    EXPECT_EQ(textsOf(modem), (Strings{"Trösta", "V.32", "AT&F S0=0^M", "ATT", "HANG", "RESET",
-                                       "ANSWER", "DIAL", "BUSY!", "CONN"}));
+    EXPECT_EQ(textsOf(modem), (Strings{"Trösta", "V.32", "ATI^M", "ATT", "HANG", "RESET", "ANSWER",
+                                       "DIAL", "BUSY!", "CONN"}));
 }
 
-TEST_F(ModemCatalogueTest, ListsLiveMakesOnceAndTheirModelsInTheOrderOfTheFile) {
+TEST(ModemCatalogue, ListsLiveMakesOnceAndTheirModelsInTheOrderOfTheFile) {
     const std::string deleted = "\xFF\xFF";
     const std::string odd("\x01\x80", 2); // no state that is known, and so not deleted
     const ModemCatalogue catalogue =
-        loadModems({{.make = "Zorn", .model = "Two", .number = 5},
-                    {.make = "acme", .model = "Small", .state = odd},
-                    {.make = "Gone", .state = deleted, .number = 900},
-                    {.make = " Zorn", .model = "One", .max_speed = 1},
-                    {.make = "Zorn", .model = "Dead", .state = deleted},
-                    {.make = "Zorn", .model = "One", .max_speed = 2}});
-    EXPECT_EQ(catalogue.makes(), (Strings{"Zorn", "acme"}));
+        catalogueOf({{.make = "Zorn", .model = "Two", .number = 5},
+                     {.make = "acme", .state = odd},
+                     {.make = "Gone", .state = deleted, .number = 900},
+                     {.make = " Zorn", .model = "One", .max_speed = 1},
+                     {.make = "Zorn", .model = "Dead", .state = deleted},
+                     {.make = "Zorn", .model = "One", .max_speed = 2},
+                     {.make = "Bell"}});
+    EXPECT_EQ(catalogue.makes(), (Strings{"Bell", "Zorn", "acme"}));
     EXPECT_EQ(catalogue.modelsOf("Zorn"), (Strings{"Two", "One", "One"}));
     EXPECT_EQ(catalogue.modelsOf("Gone"), Strings{});
     EXPECT_EQ(catalogue.largestRecordNumber(), 900);
-    ASSERT_NE(catalogue.find("Zorn", "One"), nullptr);
-    EXPECT_EQ(catalogue.find("Zorn", "One")->max_speed, 1);
-    for (const auto& [make, model] : std::vector<std::pair<const char*, const char*>>{
-             {"Gone", "Model"}, {"Zorn", "Dead"}, {"zorn", "One"}, {"Zorn", "one"}})
+    EXPECT_EQ(catalogue.find("Zorn", "One"), &catalogue.records()[3]);
+    for (const auto& [make, model] :
+         {std::pair{"Gone", "Model"}, {"Zorn", "Dead"}, {"zorn", "One"}, {"Zorn", "one"}})
         EXPECT_EQ(catalogue.find(make, model), nullptr) << make << ' ' << model;
+    for (const std::string& make : catalogue.makes())
+        EXPECT_TRUE(catalogue.SearchModemList(make)) << make;
+    for (const char* make : {"", "Bel", "bell", "Gone", "Zorn ", "z"})
+        EXPECT_FALSE(catalogue.SearchModemList(make)) << make;
 }
 
-TEST_F(ModemCatalogueTest, FindsEveryMakeAndNothingBesideThem) {
-    for (int size = 0; size <= 9; ++size) {
-        std::vector<Modem> modems;
-        for (int i = size; i > 0; --i)
-            modems.push_back({.make = "M" + std::to_string(2 * i)});
-        const ModemCatalogue catalogue = loadModems(modems);
-        for (const Modem& modem : modems)
-            EXPECT_TRUE(catalogue.SearchModemList(modem.make)) << modem.make << " of " << size;
-        for (const char* other : {"", "L", "m2", "M2 ", "M2!", "M3", "M9", "N"})
-            EXPECT_FALSE(catalogue.SearchModemList(other)) << other << " of " << size;
-    }
-}
-
-TEST_F(ModemCatalogueTest, TakesWhatADamagedFileReallyHolds) {
+TEST(ModemCatalogue, TakesWhatADamagedFileReallyHolds) {
     const std::string two = Modem{.make = "A"}.bytes() + Modem{.make = "B"}.bytes();
     const std::pair<std::string, Strings> cases[] = {
         {bytesOf(1) + two, {"A"}},
-        {bytesOf(2'000'000'000) + two, {"A", "B"}},
-        {bytesOf(2147483647) + two.substr(0, two.size() - 1), {"A"}},
-        {bytesOf(2) + two.substr(0, 10), {}},
+        {bytesOf(2147483647) + two, {"A", "B"}},
+        {bytesOf(2) + two.substr(0, two.size() - 1), {"A"}},
         {bytesOf(-1) + two, {}},
         {std::string(1, '\1'), {}},
         // Records of nothing but NULs are live ones without a make.
         {bytesOf(3) + std::string(2 * ModemCatalogue::kRecordSize, '\0'), {""}}};
-    for (const auto& [bytes, makes] : cases)
-        EXPECT_EQ(load(bytes).makes(), makes) << bytes.size();
+    const TemporaryFolder folder;
+    const std::string file = folder.text("MODEMS.DAT");
+    for (const auto& [bytes, makes] : cases) {
+        folder.write("MODEMS.DAT", bytes);
+        EXPECT_EQ(ModemCatalogue::load(file).makes(), makes) << bytes.size();
+    }
     EXPECT_EQ(folder.names(), Strings{"MODEMS.DAT"});
     // Only a file without contents is deleted.
-    EXPECT_TRUE(load("").records().empty());
+    folder.write("MODEMS.DAT", "");
+    EXPECT_TRUE(ModemCatalogue::load(file).records().empty());
     EXPECT_EQ(folder.names(), Strings{});
-    EXPECT_TRUE(ModemCatalogue::load(folder.text("MODEMS.DAT")).records().empty());
     EXPECT_TRUE(ModemCatalogue::load(folder.text()).records().empty());
 }
 
 TEST(ModemDefaults, FillOnlyWhatIsBlank) {
-    const ModemRecord blank = withDefaults({});
-    EXPECT_EQ(textsOf(blank), (Strings{"Generic 2400 Baud Modem", "", "AT^M", "AT", "ATH^M",
+    ModemRecord modem = withDefaults({});
+    EXPECT_EQ(textsOf(modem), (Strings{"Generic 2400 Baud Modem", "", "AT^M", "AT", "ATH^M",
                                        "ATZ^M", "ATA^M", "ATDT", "BUSY", "CONNECT"}));
-    EXPECT_EQ(blank.max_speed, 2400);
-    ModemRecord own = blank;
-    own.make = "Acme";
-    own.init = "AT&F^M";
-    own.dial = "ATDP";
-    own.max_speed = 300;
-    own = withDefaults(own);
-    EXPECT_EQ(textsOf(own), (Strings{"Acme", "", "AT&F^M", "AT", "ATH^M", "ATZ^M", "ATA^M", "ATDP",
-                                     "BUSY", "CONNECT"}));
-    EXPECT_EQ(own.max_speed, 300);
+    EXPECT_EQ(modem.max_speed, 2400);
+    modem.init = "AT&F^M";
+    modem.max_speed = 300;
+    EXPECT_EQ(textsOf(withDefaults(modem)), textsOf(modem));
+    EXPECT_EQ(withDefaults(modem).max_speed, 300);
 }
 
 #ifdef TOLLWICK_MODEMS_DAT
 TEST(ShippedModems, CanBeChosenAndFitTheirHostWhole) {
     const ModemCatalogue catalogue = ModemCatalogue::load(TOLLWICK_MODEMS_DAT);
     EXPECT_GE(catalogue.records().size(), 150U);
-    EXPECT_EQ(catalogue.largestRecordNumber(), static_cast<Long>(catalogue.records().size()));
     for (const ModemRecord& record : catalogue.records()) {
         SCOPED_TRACE(record.make + ' ' + record.model);
         EXPECT_EQ(catalogue.find(record.make, record.model), &record);
         const ModemRecord modem = withDefaults(record);
-        EXPECT_TRUE(modem.init.starts_with("AT")) << modem.init;
         // A speed that the connection page offers.
         EXPECT_TRUE((std::set{1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200})
                         .contains(modem.max_speed));
         // A host keeps less of some texts than the catalogue does.
-        EXPECT_LE(modem.init.size(), 60U);
-        for (const std::string& text : {modem.model, modem.hang_up, modem.connect})
-            EXPECT_LE(text.size(), 30U) << text;
+        EXPECT_TRUE(modem.init.size() <= 60U && modem.model.size() <= 30U &&
+                    modem.hang_up.size() <= 30U && modem.connect.size() <= 30U);
         for (const std::string& command : {modem.init, modem.hang_up, modem.reset, modem.answer})
-            EXPECT_TRUE(command.ends_with("^M")) << command;
+            EXPECT_TRUE(command.starts_with("AT") && command.ends_with("^M")) << command;
     }
 }
 #endif

@@ -1,5 +1,10 @@
+// What the console keeps from one start to the next.
 #include "app/settings_store.h"
+#include "tests/support/error_of.h"
 #include "tests/support/memory_settings_store.h"
+#include "ui/main/list_layout.h"
+#include "ui/main/recent_servers.h"
+#include "ui/main/window_placement.h"
 
 #include <gtest/gtest.h>
 
@@ -12,54 +17,102 @@ protected:
     Settings settings{store};
 };
 
-TEST_F(SettingsTest, BlankValuesReadAsTheDefault) {
-    using namespace std::string_literals;
-    const std::pair<std::string, std::string_view> cases[] = {
-        {"", "542"},      {" ", "542"},       {"   ", "542"}, {"\0 \0"s, "542"},
-        {" \0"s, "542"},  {"\0x"s, "542"},    {"25", "25"},   {"25  ", "25  "},
-        {"  25", "  25"}, {"25\0 26"s, "25"}, {"\t", "\t"}};
-    for (const auto& [stored, read] : cases) {
-        store.values["tollwick\\general\\serverconnectport"] = stored;
-        EXPECT_EQ(settings.read(setting::ServerConnectPort), read) << '"' << stored << '"';
-        EXPECT_EQ(settings.status(), kTrue);
-    }
-}
-
 TEST_F(SettingsTest, EachHasItsDefault) {
     using namespace setting;
-    const std::pair<Setting, std::string_view> cases[] = {{CountryCode, "1000"},
-                                                          {ComTimeout, "30"},
-                                                          {ServerConnectIp, "127.0.0.1"},
-                                                          {ServerConnectPort, "542"},
-                                                          {ServerConnectUsername, "admin"},
-                                                          {InstallDir, ""},
-                                                          {WindowStateRead, "0"},
-                                                          {WindowXpos, "0"},
-                                                          {WindowYpos, "0"},
-                                                          {WindowXsize, "7440"},
-                                                          {WindowYsize, "5235"},
-                                                          {SplitterPos, "2985"}};
-    for (const auto& [each, value] : cases) {
+    const std::pair<Setting, std::string_view> cases[] = {
+        {CountryCode, "1000"},      {ComTimeout, "30"},    {ServerConnectIp, "127.0.0.1"},
+        {ServerConnectPort, "542"}, {InstallDir, ""},      {ServerConnectUsername, "admin"},
+        {WindowStateRead, "0"},     {WindowXpos, "0"},     {WindowYpos, "0"},
+        {WindowXsize, "7440"},      {WindowYsize, "5235"}, {SplitterPos, "2985"}};
+    for (const auto& [each, value] : cases)
         EXPECT_EQ(settings.read(each), value) << each.name;
-        EXPECT_EQ(settings.status(), kFalse);
+}
+
+TEST_F(SettingsTest, BlankValuesReadAsTheDefaultAndAFailedWriteIsLost) {
+    using namespace std::string_literals;
+    settings.write(setting::ServerConnectPort, "");
+    std::string& stored = store.values.at("tollwick\\general\\serverconnectport");
+    EXPECT_EQ(stored, " ");
+    for (const std::string& blank : {""s, "  "s, " \0 "s, "\0x"s}) {
+        stored = blank;
+        EXPECT_EQ(settings.read(setting::ServerConnectPort), "542") << '"' << blank << '"';
+        EXPECT_EQ(settings.status(), kTrue);
+    }
+    stored = " 25 \0 26"s;
+    store.writable = false;
+    settings.write(setting::ServerConnectPort, "110");
+    EXPECT_EQ(settings.status(), kFalse);
+    EXPECT_EQ(settings.read(setting::ServerConnectPort), " 25 ");
+}
+
+TEST_F(SettingsTest, ThePlacementOfTheWindowIsHeldTo16BitsSaveForTheSplitter) {
+    storePlacement(settings, {window_state::Maximized, -120, 45, 57'600, 32'400, 40'000});
+    const auto stored = store.values;
+    const WindowPlacement read = readPlacement(settings);
+    EXPECT_EQ(std::tuple(read.state, read.left, read.top, read.width, read.height),
+              std::tuple(window_state::Maximized, -120, 45, 32'767, 32'400));
+    for (const auto& [name, number] : stored) {
+        store.values[name] = "32768";
+        EXPECT_EQ(errorOf([&] { return readPlacement(settings); }),
+                  name.ends_with("splitterpos") ? 0 : error_number::Overflow)
+            << name;
+        store.values[name] = number;
+    }
+    // Of a minimized window nothing else is stored.
+    storePlacement(settings, {window_state::Minimized, 1, 2, 3, 4, 5});
+    store.values["tollwick\\environment\\windowstate"] = "2";
+    EXPECT_EQ(store.values, stored);
+}
+
+TEST(WindowPlacement, OnlyTheDesignSizeAtZeroIsCentredAndTheSplitterKeepsItsMargins) {
+    EXPECT_TRUE((WindowPlacement{0, -60, 60, 7110, 4455, 0}.isCentred())) << "their sum counts";
+    EXPECT_FALSE((WindowPlacement{0, 0, 1, 7110, 4455, 0}.isCentred()));
+    EXPECT_FALSE((WindowPlacement{0, 0, 0, 7440, 4455, 0}.isCentred()));
+    const struct {
+        int position, window, dragged, laid_out;
+    } cases[] = {{1500, 7440, 1500, 1500},
+                 {-300, 7440, 500, 1500},
+                 {7440, 7440, 6940, 5940},
+                 {2000, 2700, 2000, 1200},
+                 {0, 2700, 500, 1200}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(draggedSplitter(c.position, c.window), c.dragged) << c.position;
+        EXPECT_EQ(laidOutSplitter(c.position, c.window), c.laid_out) << c.position;
     }
 }
 
-TEST_F(SettingsTest, WhatIsWrittenCanBeReadAndAnEmptyTextIsABlank) {
-    settings.write(setting::ServerConnectIp, "");
-    EXPECT_EQ(store.values.at("tollwick\\general\\serverconnectip"), " ");
-    settings.WriteSetting("Other", "Section", "Name", " x ");
-    EXPECT_EQ(settings.ReadSetting("Other", "Section", "Name", "default"), " x ");
-    // One value under two spellings.
-    EXPECT_EQ(setting::WindowStateWritten.name, "Windowstate");
-    EXPECT_EQ(setting::WindowStateRead.name, "WindowState");
-    settings.write(setting::WindowStateWritten, "2");
-    EXPECT_EQ(settings.read(setting::WindowStateRead), "2");
+TEST_F(SettingsTest, TheLastTenServersAreKeptWithoutDoublesLatestFirst) {
+    for (const char* host : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "10", "5"})
+        rememberServer(settings, {host, "542", "admin"});
+    rememberServer(settings, {"5", "543", "åsa|b"});
+    rememberServer(settings, {"a|b", "1", "x"}); // could not be read back
+    std::string servers;
+    for (const RecentServer& each : readRecentServers(settings))
+        servers += each.host + ':' + each.port + ':' + each.user + ' ';
+    EXPECT_EQ(servers, "5:543:åsa|b 5:542:admin 10:542:admin 9:542:admin 8:542:admin 7:542:admin "
+                       "6:542:admin 4:542:admin 3:542:admin 2:542:admin ");
+    settings.write({"Servers", "Server1", ""}, "no separator");
+    settings.write({"Servers", "Server2", ""}, "::1|542|");
+    EXPECT_EQ(readRecentServers(settings)[0], (RecentServer{"::1", "542", ""}));
+}
 
-    store.writable = false; // a failed write is lost silently
-    settings.write(setting::ServerConnectIp, "10.0.0.1");
-    EXPECT_EQ(settings.status(), kFalse);
-    EXPECT_EQ(settings.read(setting::ServerConnectIp), "127.0.0.1");
+TEST_F(SettingsTest, ALayoutIsKeptForEachListAndABadOneIsNone) {
+    storeListLayout(settings, "outbox", {{1500, 900, 450, 3000}, {2, true}});
+    const ListLayout kept = readListLayout(settings, "outbox", 4);
+    EXPECT_EQ(kept.widths, (std::vector{1500, 900, 450, 3000}));
+    EXPECT_EQ(kept.sort, (ListSort{2, true}));
+    EXPECT_TRUE(readListLayout(settings, "schedule", 4).widths.empty());
+    // Another number of columns than when it was stored, and what is no number.
+    EXPECT_TRUE(readListLayout(settings, "outbox", 3).widths.empty());
+    EXPECT_EQ(readListLayout(settings, "outbox", 2).sort, ListSort());
+    for (const char* bad : {"100 x", "1 2 3 4 5", "99999999999 1 1 1", "1 2 3 4 -"}) {
+        settings.write({"Lists", "outboxWidths", ""}, bad);
+        settings.write({"Lists", "outboxSort", ""}, bad);
+        EXPECT_TRUE(readListLayout(settings, "outbox", 4).widths.empty()) << bad;
+        EXPECT_EQ(readListLayout(settings, "outbox", 4).sort, ListSort()) << bad;
+    }
+    settings.write({"Lists", "outboxWidths", ""}, "-5 0 999999 300");
+    EXPECT_EQ(readListLayout(settings, "outbox", 4).widths, (std::vector{150, 150, 60000, 300}));
 }
 
 } // namespace

@@ -16,19 +16,16 @@ namespace tollwick {
 const StringTable kTexts(kSwedish);
 
 template <class Record>
-const Record& readFrom(std::string_view bytes, Record& record) {
+void readFrom(std::string_view bytes, Record& record) {
     Comrecord packed;
     bytes.copy(packed.ComrecordData.data(), kDataBlockSize);
     unpackRecord(packed, record);
-    return record;
 }
 
 void convertTexts(Input& input) {
     const std::string text(input.rest);
     check(toAnsi(fromAnsi(text)) == text && isValidUtf8(fromAnsi(text)));
-    check(toAnsi(text).size() <= text.size() && toAnsi(fromAnsi(toAnsi(text))) == toAnsi(text));
-    const std::string upper = toUpper(text);
-    check(isValidUtf8(upper) && toUpper(upper) == upper && toLower(upper) == toLower(text));
+    check(toAnsi(text).size() <= text.size() && toUpper(toUpper(text)) == toUpper(text));
 }
 
 void readNumbers(Input& input) {
@@ -56,10 +53,9 @@ void editHost(Input& input) {
 
     const std::string number = input.text();
     HostRecord stored;
-    const HostRecord record = readFrom(input.rest, stored);
+    readFrom(input.rest, stored);
     const auto storeAsShown = [&]() noexcept { storeEntry(entryOf(stored), true, stored); };
     storeAsShown();
-    check(stored.password == record.password && stored.display_name == record.display_name);
     const HostRecord once = stored;
     storeAsShown();
     check(stored == once); // the defaults come in only the first time
@@ -68,7 +64,7 @@ void editHost(Input& input) {
     entry.display_name = entry.remote_uucp_name = name;
     entry.password = password;
     entry.uucp_timeout.text = entry.host_lookup_timeout.text = number;
-    if (!checkHost(entry, HostRecord(), {&record, 1}))
+    if (!checkHost(entry, HostRecord(), {&once, 1}))
         check(!trimmed(name).empty() && numericValue(number) >= 2);
     storeEntry(entry, true, stored);
     check(entryOf(stored).display_name == asStored(name, &HostRecord::display_name) &&
@@ -114,12 +110,8 @@ void arrangeLists(Input& input) {
         last = value;
     }
     check(!filter.empty() || rows.size() == contents.row_count);
-    std::size_t separators = 0, quotes = 0; // of cells and of rows
-    for (const char c : commaSeparated(table)) {
-        quotes += c == '"';
-        separators += quotes % 2 == 0 && (c == ',' || c == '\n');
-    }
-    check(quotes % 2 == 0 && separators == table.size() * contents.columns.size());
+    const std::string comma_separated = commaSeparated(table);
+    check(std::ranges::count(comma_separated, '"') % 2 == 0);
 }
 
 void fuzz(Input& input) {

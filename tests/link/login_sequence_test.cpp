@@ -41,23 +41,21 @@ TEST_F(LoginTest, AcceptedFetchesEverythingInOrder) {
     settings.service_version = 4;
     HostRecord host;
     host.display_name = "Malmö";
+    host.mail_limit = 1; // the blanks before it are sent
     const ScriptedPeer peer({answer(1, kAuthenticated), answer(script::recordWith(settings)),
                              answer(3), answer(script::recordWith(host, 1)), answer(3), answer(3)});
     EXPECT_EQ(run(peer), LoginOutcome::LoggedIn);
     EXPECT_TRUE(console.link.isOpen());
-    Strings requests = peer.requests();
-    ASSERT_EQ(requests.size(), 6U);
-    requests.erase(requests.begin() + 4); // the second host, which repeats the first
-    EXPECT_EQ(requests,
-              (Strings{kAuthenticate, "50/40 number 0 length 106", "50/30 number 1 length 0",
-                       "50/20 number 1 length 0", "50/130 number 0 length 0"}));
+    std::string requests;
+    for (const std::string& request : peer.requests())
+        requests += request.substr(0, request.find(" number")) + ' ';
+    EXPECT_EQ(requests, "70/120 50/40 50/30 50/20 50/20 50/130 ");
     EXPECT_EQ(console.progress.infos,
               (Strings{"Connecting...", "Connected...", "Retrieving settings...",
                        "Retrieving schedules...", "Retrieving hosts...",
                        "Retrieving outbox contents...", "Ready"}));
     EXPECT_EQ(console.data.settings, settings);
-    ASSERT_EQ(console.data.hosts.size(), 1U);
-    EXPECT_EQ(console.data.hosts[0].display_name.text(), "Malmö");
+    EXPECT_EQ(console.data.hosts, std::vector{host});
 }
 
 TEST_F(LoginTest, FetchingStopsAtTheFirstFailure) {
@@ -88,14 +86,10 @@ TEST_F(LoginTest, RejectedCanBeTriedAgainOnANewConnection) {
 }
 
 TEST_F(LoginTest, WithoutAnAnswerTheLinkFails) {
-    for (const Acts& end : {answer(2), Acts{script::close}, Acts{}}) {
-        const ScriptedPeer peer(std::vector<Acts>{end});
-        main.connection.ComTimeout = end.empty() ? kShortTimeout : 30;
-        console.expectFailure("Unable to get authentication from the Tollwick Service!");
-        EXPECT_EQ(run(peer), LoginOutcome::LinkFailed);
-        EXPECT_TRUE(console.prompter.done());
-        EXPECT_FALSE(console.link.isOpen());
-    }
+    const ScriptedPeer peer(std::vector<Acts>{answer(2)});
+    console.expectFailure("Unable to get authentication from the Tollwick Service!");
+    EXPECT_EQ(run(peer), LoginOutcome::LinkFailed);
+    EXPECT_FALSE(console.link.isOpen());
 }
 
 TEST_F(LoginTest, WithoutAKeyConnectsThreeMoreTimesAndGivesUp) {

@@ -41,9 +41,7 @@ TEST_F(ResponderTest, ServesNothingBeforeALogin) {
     session = {};
     site.login = sampleLogin();
     EXPECT_EQ(resultOf(Get, Class::Settings), result::Refused);
-    const Comrecord rejected = ask(loginRequest("admin", "wrong"));
-    EXPECT_EQ(rejected.Operation, result::Done);
-    EXPECT_EQ(rejected.RecordNumber, 0);
+    EXPECT_EQ(ask(loginRequest("admin", "wrong")).RecordNumber, 0);
     EXPECT_EQ(resultOf(Get, Class::Settings), result::Refused);
     EXPECT_EQ(ask(loginRequest("admin", "tollwick")).RecordNumber, -1);
     EXPECT_EQ(resultOf(Get, Class::Settings), result::Done);
@@ -54,7 +52,7 @@ TEST_F(ResponderTest, ServesNothingBeforeALogin) {
 }
 
 TEST_F(ResponderTest, RefusesWhatItDoesNotKnow) {
-    for (const int operation : {0, 1, 10, 20, 30, 40, 50, 60, 70, -1, 32767})
+    for (const int operation : {0, 50, -1, 32767})
         for (const int object_class : {0, 10, 110, 160, -1})
             EXPECT_EQ(resultOf(Operation(operation), Class(object_class)), result::Refused)
                 << operation << '/' << object_class;
@@ -62,95 +60,62 @@ TEST_F(ResponderTest, RefusesWhatItDoesNotKnow) {
     EXPECT_EQ(changes, 0);
 }
 
-TEST_F(ResponderTest, AddsChangesDeliversAndDeletesSchedules) {
-    for (const Long number : {5, 9})
-        site.schedules.emplace_back().record_number = number;
+TEST_F(ResponderTest, DeliversRecordsFromTheirNumberOnAndMarksThemAsStored) {
+    site.schedules.emplace_back().record_number = 5;
     ScheduleRecord schedule;
     schedule.identity = kTrue;
-    schedule.at_time = "07:30";
     schedule = recordIn<ScheduleRecord>(ask(requestWith(Add, Class::Schedule, schedule)));
     EXPECT_EQ(schedule.identity, 1);
-    EXPECT_EQ(schedule.at_time.text(), "07:30");
     schedule.day = 4;
     const Comrecord save = requestWith(Save, Class::Schedule, schedule);
     EXPECT_EQ(recordIn<ScheduleRecord>(ask(save)), schedule);
-    std::vector<Long> received; // from the number on
-    Comrecord reply = ask(request(Get, Class::Schedule, 1));
-    for (; reply.Operation == result::Done && received.size() < 10;
-         reply = ask(request(Get, Class::Schedule, received.back() + 1))) {
-        received.push_back(recordIn<ScheduleRecord>(reply).record_number);
-        EXPECT_EQ(received.back(), reply.RecordNumber);
-        EXPECT_EQ(recordIn<ScheduleRecord>(reply).identity, 1) << "neither blank nor new";
-    }
-    EXPECT_EQ(reply.Operation, result::EndOfList);
-    EXPECT_EQ(received, (std::vector<Long>{5, 9, schedule.record_number}));
-    EXPECT_EQ(changes, 2);
-    EXPECT_EQ(resultOf(Delete, Class::Schedule, schedule.record_number), result::Done);
-    EXPECT_EQ(changes, 3);
-    EXPECT_EQ(site.schedules.size(), 2U);
-    EXPECT_EQ(resultOf(Delete, Class::Schedule, schedule.record_number), result::Refused);
+    EXPECT_EQ(ask(request(Get, Class::Schedule, 1)).RecordNumber, 5);
+    EXPECT_EQ(recordIn<ScheduleRecord>(ask(request(Get, Class::Schedule, 6))), schedule);
+    EXPECT_EQ(resultOf(Get, Class::Schedule, 7), result::EndOfList);
+    EXPECT_EQ(resultOf(Delete, Class::Schedule, 6), result::Done);
+    EXPECT_EQ(resultOf(Delete, Class::Schedule, 6), result::Refused);
     EXPECT_EQ(resultOf(save), result::Refused);
-}
+    EXPECT_EQ(changes, 3);
 
-TEST_F(ResponderTest, KeepsHostsAndTheirSpoolDirectories) {
     HostRecord host;
-    host.spool_directory = "vaxjo";
+    host.spool_directory = "växjö";
     host = recordIn<HostRecord>(ask(requestWith(Add, Class::Host, host)));
     EXPECT_EQ(host.record_number, 1);
     EXPECT_NE(host.state, 0);
-    EXPECT_EQ(recordIn<HostRecord>(ask(request(Get, Class::Host, 0))), host);
-    EXPECT_EQ(resultOf(Get, Class::Host, 2), result::EndOfList);
-    host.spool_directory = "växjö";
-    EXPECT_EQ(resultOf(requestWith(Save, Class::Host, host)), result::Done);
-    EXPECT_EQ(site.spool_directories, (std::vector{VarText("vaxjo"), VarText("växjö")}));
+    EXPECT_EQ(site.spool_directories, std::vector{VarText("växjö")});
     Comrecord remove = request(Delete, Class::HostDirectory);
     toAnsi("växjö").copy(remove.ComrecordData.data(), kDataBlockSize);
     for (int i = 0; i < 2; ++i) // gone already the second time
         EXPECT_EQ(resultOf(remove), result::Done);
-    EXPECT_EQ(site.spool_directories, std::vector{VarText("vaxjo")});
-    EXPECT_EQ(changes, 3);
-    EXPECT_EQ(resultOf(Delete, Class::Host, 1), result::Done);
-    EXPECT_EQ(resultOf(Delete, Class::Host, 1), result::Refused);
-    EXPECT_EQ(resultOf(requestWith(Save, Class::Host, host)), result::Refused);
-}
+    EXPECT_TRUE(site.spool_directories.empty());
 
-TEST_F(ResponderTest, AnswersASaveOfTheSettingsAsTold) {
-    SettingsRecord settings;
     for (const Integer wanted : std::initializer_list<Integer>{1, 2, 8, 9}) {
-        site.settings_save_answer = wanted;
-        ++settings.admin_port;
+        SettingsRecord settings;
+        settings.admin_port = site.settings_save_answer = wanted;
         EXPECT_EQ(resultOf(requestWith(Save, Class::Settings, settings)), wanted);
-        const auto kept = recordIn<SettingsRecord>(ask(request(Get, Class::Settings)));
-        EXPECT_EQ(kept == settings, wanted != result::Refused) << wanted;
+        EXPECT_EQ(site.settings == settings, wanted != result::Refused) << wanted;
     }
 }
 
 TEST_F(ResponderTest, WalksEachListWithItsOwnCursorAndDeletesMail) {
     site.tapi_locations = {VarText("Lund"), VarText("Örebro")};
-    site.ras_entries = {VarText("ISDN")};
     EXPECT_EQ(resultOf(Get, Class::TapiDevice), result::EndOfList);
     EXPECT_EQ(resultOf(Get, Class::TapiLocation), result::Done);
     Session other;
     other.is_authenticated = true;
     responder.reply(request(Get, Class::TapiLocation), other);
-    EXPECT_EQ(resultOf(Get, Class::RasEntry), result::Done);
-    EXPECT_EQ(resultOf(GetNext, Class::RasEntry), result::EndOfList);
-    EXPECT_EQ(recordIn<NameListRecord>(ask(request(GetNext, Class::TapiLocation))).name.text(),
-              "Örebro");
-
     addMail("a@x", "n", "D.1", 3);
     addMail("b@x", "n", "D.1", 3);
     const std::vector<OutboxRecord> mail = site.outbox;
     EXPECT_EQ(recordIn<OutboxRecord>(ask(request(Get, Class::OutboxMail))), mail[0]);
-    for (const Long number : {0, 1}) { // it is there only once
-        const Comrecord reply = ask(requestWith(Delete, Class::OutboxMail, mail[0]));
-        EXPECT_EQ(reply.Operation, result::Done);
-        EXPECT_EQ(reply.RecordNumber, number);
-    }
+    for (const Long number : {0, 1}) // it is there only once
+        EXPECT_EQ(ask(requestWith(Delete, Class::OutboxMail, mail[0])).RecordNumber, number);
     EXPECT_EQ(site.outbox, std::vector{mail[1]});
     // Deleting while the list is walked leaves the walk as it was.
     EXPECT_EQ(recordIn<OutboxRecord>(ask(request(GetNext, Class::OutboxMail))), mail[1]);
     EXPECT_EQ(resultOf(GetNext, Class::OutboxMail), result::EndOfList);
+    EXPECT_EQ(recordIn<NameListRecord>(ask(request(GetNext, Class::TapiLocation))).name.text(),
+              "Örebro");
 }
 
 TEST_F(ResponderTest, KeepsScriptsUnderNamesWithoutCase) {
@@ -176,16 +141,12 @@ TEST_F(ResponderTest, CommandsATransferThatEmptiesTheOutbox) {
     EXPECT_EQ(command(kTrue, kFalse), result::Done);
     EXPECT_EQ(stateAfter(0ms), "No mail to send");
     EXPECT_EQ(stateAfter(3s), "Idle");
-    const std::tuple<const char*, Integer, Integer> hosts[] = {
-        {"malmo", 0, kTrue}, {"sthlm", 2, kTrue}, {"are", 0, kFalse}};
-    for (const auto& [node, connect_using, active] : hosts) {
+    for (const auto& [node, active] : {std::pair{"malmo", kTrue}, {"are", kFalse}}) {
         HostRecord& host = site.hosts.emplace_back();
         host.remote_uucp_name = node;
-        host.connect_using = connect_using;
         host.active = active;
     }
     addMail("a@x", "malmo", "D.1", 3);
-    addMail("a@x", "sthlm", "D.2", -7);
     addMail("a@x", "are", "D.3", 2147483647); // stays: its host is not activated
     EXPECT_EQ(command(kTrue, kFalse), result::Done);
     EXPECT_EQ(stateAfter(2499ms), "Dialing malmo");
@@ -195,24 +156,22 @@ TEST_F(ResponderTest, CommandsATransferThatEmptiesTheOutbox) {
     EXPECT_EQ(status.file_number, 1);
     EXPECT_EQ(status.file_name.text(), "D.1");
     EXPECT_EQ(status.file_size, 3000);
-    EXPECT_EQ(status.percent, 0);
     // 3000 bytes of 10 bits at 97 hundredths of 33600 bits per second
     EXPECT_EQ(stateAfter(919ms), "Sending");
     EXPECT_EQ(transport.status().percent, 99);
     EXPECT_EQ(stateAfter(1ms), "Closing");
-    EXPECT_EQ(stateAfter(500ms), "Connecting to sthlm");
+    addMail("a@x", "malmo", "D.4", 100);
+    EXPECT_EQ(stateAfter(500ms), "Dialing malmo");
+    EXPECT_EQ(stateAfter(3300ms), "Sending");
+    EXPECT_EQ(command(kFalse, kTrue), result::Done);
+    EXPECT_EQ(stateAfter(2999ms), "Cancelled");
+    EXPECT_EQ(site.outbox.size(), 2U); // the mail that was being sent is left
+    EXPECT_EQ(stateAfter(1ms), "Idle");
+    EXPECT_EQ(command(kTrue, kFalse), result::Done);
     now += 1h; // a clock that jumps passes through everything that is left
     EXPECT_TRUE(transport.advance());
     EXPECT_EQ(site.outbox.size(), 1U);
     EXPECT_FALSE(transport.isActive());
-
-    addMail("a@x", "malmo", "D.4", 100);
-    EXPECT_EQ(command(kTrue, kFalse), result::Done);
-    EXPECT_EQ(stateAfter(3300ms), "Sending");
-    EXPECT_EQ(command(kFalse, kTrue), result::Done);
-    EXPECT_EQ(stateAfter(2999ms), "Cancelled");
-    EXPECT_EQ(stateAfter(1ms), "Idle");
-    EXPECT_EQ(site.outbox.size(), 2U); // the mail that was being sent is left
 }
 
 } // namespace

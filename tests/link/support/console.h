@@ -4,10 +4,7 @@
 #include "link/requests.h"
 #include "tests/link/support/scripted_peer.h"
 #include "tests/support/recording_prompter.h"
-
-#include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QThread>
+#include "tests/support/wait_until.h"
 
 #include <chrono>
 
@@ -17,19 +14,6 @@ using Strings = std::vector<std::string>;
 
 // Short enough for a test to wait for it.
 inline constexpr Single kShortTimeout = 0.05F;
-
-// False when the condition does not come true for so long that it never will.
-template <class Condition>
-bool waitUntil(Condition condition) {
-    const QDeadlineTimer deadline(20'000);
-    while (!condition()) {
-        if (deadline.hasExpired())
-            return false;
-        QCoreApplication::processEvents();
-        QThread::msleep(1);
-    }
-    return true;
-}
 
 // Counts how often input was locked, and whether it is.
 struct CountingLock : InputLock {
@@ -49,27 +33,22 @@ struct RecordingProgress : Progress {
 };
 
 // Runs from the time of day that the test sets.
-class RunningClock : public Clock {
-public:
+struct RunningClock : Clock {
     void set(int hour, int minute, int second) {
-        set_to_ = std::chrono::seconds(hour * 3600 + minute * 60 + second);
-        set_at_ = std::chrono::steady_clock::now();
+        midnight = std::chrono::steady_clock::now() - std::chrono::hours(hour) -
+                   std::chrono::minutes(minute) - std::chrono::seconds(second);
     }
     [[nodiscard]] LocalTime now() const override {
-        using namespace std::chrono;
-        const auto time = set_to_ + duration_cast<milliseconds>(steady_clock::now() - set_at_);
-        const int hundredths = static_cast<int>(time.count() / 10 % (24 * 360'000));
+        const auto time = std::chrono::steady_clock::now() - midnight;
+        const auto hundredths = static_cast<int>(time / std::chrono::milliseconds(10));
         const int minutes = hundredths / 6'000;
         return {1999, 3, 7, minutes / 60, minutes % 60, hundredths / 100 % 60, hundredths % 100};
     }
-
-private:
-    std::chrono::milliseconds set_to_ = std::chrono::hours(12);
-    std::chrono::steady_clock::time_point set_at_ = std::chrono::steady_clock::now();
+    std::chrono::steady_clock::time_point midnight =
+        std::chrono::steady_clock::now() - std::chrono::hours(12);
 };
 
-class Console {
-public:
+struct Console {
     explicit Console(Integer language = kEnglish) : texts(language) { link.setInputLock(lock); }
     explicit Console(const ScriptedPeer& peer, Integer language = kEnglish) : Console(language) {
         connectTo(peer);

@@ -4,12 +4,15 @@
 
 #include "link/record_packing.h"
 
-#include <condition_variable>
+#include <QMutex>
+#include <QSemaphore>
+#include <QTcpSocket>
+#include <QThread>
+
+#include <atomic>
 #include <functional>
-#include <mutex>
+#include <memory>
 #include <string>
-#include <string_view>
-#include <thread>
 #include <vector>
 
 namespace tollwick {
@@ -19,7 +22,7 @@ public:
     static constexpr std::string_view kKey = "k3y.of-the+peer!0123456789ABCDEF";
 
     // One thing that the peer does; false when the connection is over.
-    using Act = std::function<bool(ScriptedPeer&, int socket)>;
+    using Act = std::function<bool(ScriptedPeer&, QTcpSocket&)>;
     using Acts = std::vector<Act>;
 
     // Connections beyond those given go like the last of them. On each come first its greeting
@@ -30,40 +33,28 @@ public:
     ~ScriptedPeer();
 
     // Lets an act script::await go on.
-    void release();
+    void release() { releases_.release(); }
     bool awaitRelease();
 
     [[nodiscard]] int port() const { return port_; }
     // Connections so far, and those of them that have ended, whoever ended them.
-    [[nodiscard]] std::size_t connections() const { return locked(connections_); }
-    [[nodiscard]] std::size_t ended() const { return locked(ended_); }
+    [[nodiscard]] std::size_t connections() const { return connections_; }
+    [[nodiscard]] std::size_t ended() const { return ended_; }
     // The requests of all connections, each as describe() has it.
-    [[nodiscard]] std::vector<std::string> requests() const { return locked(requests_); }
+    [[nodiscard]] std::vector<std::string> requests() const;
 
 private:
     void run();
-    void serve(int socket, const std::vector<Acts>& script);
-    // False when the peer is to stop.
-    [[nodiscard]] bool waitReadable(int socket) const;
-    template <class Value>
-    Value locked(const Value& value) const {
-        const std::lock_guard lock(mutex_);
-        return value;
-    }
+    void serve(QTcpSocket& socket, const std::vector<Acts>& script);
 
     std::vector<std::vector<Acts>> script_;
-    int listener_ = -1;
     int port_ = 0;
-
-    mutable std::mutex mutex_; // guards what follows
-    std::condition_variable wake_;
-    std::size_t releases_ = 0; // that nobody has awaited yet
-    bool stopping_ = false;
+    QSemaphore listening_, releases_;
+    std::atomic<bool> stopping_ = false;
+    std::atomic<std::size_t> connections_ = 0, ended_ = 0;
+    mutable QMutex mutex_; // guards the requests
     std::vector<std::string> requests_;
-    std::size_t connections_ = 0;
-    std::size_t ended_ = 0;
-
-    std::thread thread_;
+    std::unique_ptr<QThread> thread_;
 };
 
 // "50/30 number 1 length 0", and " data " with hex digits when there are any.
@@ -74,10 +65,10 @@ namespace script {
 using Acts = ScriptedPeer::Acts;
 
 ScriptedPeer::Act send(std::string_view bytes);
-bool await(ScriptedPeer& peer, int socket); // until the test says release()
-bool close(ScriptedPeer& peer, int socket);
-bool reset(ScriptedPeer& peer, int socket);
-bool endSending(ScriptedPeer& peer, int socket); // goes on reading
+bool await(ScriptedPeer& peer, QTcpSocket& socket); // until the test says release()
+bool close(ScriptedPeer& peer, QTcpSocket& socket);
+bool reset(ScriptedPeer& peer, QTcpSocket& socket);
+bool endSending(ScriptedPeer& peer, QTcpSocket& socket); // goes on reading
 inline const Acts kGreeting = {send(ScriptedPeer::kKey)};
 
 inline Comrecord record(int result, Long number = 0) {
