@@ -113,7 +113,7 @@ TEST_F(SoakTest, NoPasswordIsLeftAnywhere) {
              });
     logIn();
     select("uucphosts", 1);
-    properties({playing("CancelButton")});
+    properties({typing("\x1b")});
     window().exitProgram();
     for (const std::string& secret : {wrong, std::string("fiskmås")}) {
         for (const auto& [key, value] : store.values)

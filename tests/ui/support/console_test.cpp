@@ -1,8 +1,6 @@
 #include "tests/ui/support/console_test.h"
 
 #include <QComboBox>
-#include <QContextMenuEvent>
-#include <QMenu>
 #include <QRegularExpression>
 #include <QTabWidget>
 #include <QTreeWidgetItemIterator>
@@ -179,16 +177,6 @@ void ConsoleTest::clickRow(int row, bool twice) {
         QTest::mouseDClick(list().viewport(), Qt::LeftButton, {}, place);
 }
 
-void ConsoleTest::clickInContextMenu(const char* name) {
-    ASSERT_TRUE(waitUntil([&] { return action(name)->isEnabled(); }));
-    const QPoint place = list().visualRect(list().currentIndex()).center();
-    QContextMenuEvent event(QContextMenuEvent::Mouse, place, list().viewport()->mapToGlobal(place));
-    QApplication::sendEvent(list().viewport(), &event);
-    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    ASSERT_TRUE(menu);
-    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action(name)).center());
-}
-
 Lines ConsoleTest::tree() {
     Lines lines;
     for (QTreeWidgetItemIterator item(window().tree()); *item; ++item) {
@@ -236,12 +224,26 @@ void ConsoleTest::restore() {
     });
 }
 
-void ConsoleTest::setFault(ObjectClass object_class, bool never_reply) {
+std::string ConsoleTest::refused(ObjectClass object_class, const std::string& message,
+                                 const Work& work) {
     onServer([&](Server& server) {
         server.faults().only_class = object_class;
-        server.faults().never_reply = never_reply;
-        if (!never_reply)
-            server.faults().result = result::Refused;
+        server.faults().result = result::Refused;
+    });
+    std::string status;
+    boxes.expectBox(kCritical, message, [&](QMessageBox&) {
+        EXPECT_TRUE(context().requests.isBusy()) << "told before anything else goes on";
+        status = info();
+    });
+    work();
+    EXPECT_TRUE(boxes.done());
+    return status;
+}
+
+void ConsoleTest::neverReply(ObjectClass object_class) {
+    onServer([&](Server& server) {
+        server.faults().only_class = object_class;
+        server.faults().never_reply = true;
     });
 }
 
@@ -267,34 +269,6 @@ Lines ConsoleTest::logged() {
     for (std::string line; std::getline(log, line);)
         lines.push_back(line.substr(line.find("A:") + 2));
     return lines;
-}
-
-std::string ConsoleTest::failing(Failure failure, ObjectClass object_class,
-                                 const std::string& message, const Work& work) {
-    boxes.expectBox(kCritical, message, [this](QMessageBox&) {
-        EXPECT_TRUE(context().requests.isBusy()) << "told before anything else goes on";
-    });
-    std::string status;
-    QObject here;
-    const auto strike = [&] {
-        if (!onServer([](Server& s) { return s.faults().concern(s.lastRequest()); }))
-            return;
-        status = info();
-        failure == Failure::ConnectionLost ? loseConnection() : runOutOfTime();
-    };
-    if (failure == Failure::ConnectionLostBefore) {
-        loseConnection();
-        EXPECT_TRUE(waitUntil([this] { return !context().link.isOpen(); }));
-    } else {
-        setFault(object_class, failure != Failure::Refused);
-    }
-    if (failure == Failure::TimedOut || failure == Failure::ConnectionLost)
-        onServer([&](Server& server) {
-            QObject::connect(&server, &Server::requestReceived, &here, strike,
-                             Qt::QueuedConnection);
-        });
-    work();
-    return status;
 }
 
 } // namespace tollwick

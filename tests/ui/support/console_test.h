@@ -3,7 +3,6 @@
 // person does, with keys that go where the focus is.
 #pragma once
 
-#include "link/record_packing.h"
 #include "simulator/sample_site.h"
 #include "simulator/server_thread.h"
 #include "tests/support/fixed_clock.h"
@@ -23,11 +22,6 @@
 #include <atomic>
 
 namespace tollwick {
-
-// The ways in which a request ends without its reply.
-enum class Failure { Refused, TimedOut, ConnectionLost, ConnectionLostBefore };
-inline constexpr Failure kFailures[] = {Failure::Refused, Failure::TimedOut,
-                                        Failure::ConnectionLost, Failure::ConnectionLostBefore};
 
 using Lines = std::vector<std::string>;
 using Work = std::function<void()>;
@@ -87,9 +81,6 @@ protected:
     // which "|" separates, "name" is clicked, "name=text" is entered over what is there, or chosen
     // in a list by its position, "name?text" has to show the text, and "?name" to have the focus.
     static void play(QDialog& dialog, const std::string& steps);
-    static Act playing(std::string steps) {
-        return [steps](QDialog& dialog) { play(dialog, steps); };
-    }
     // What the control shows: its text, its caption or its title.
     static std::string textOf(QWidget& parent, const char* name);
 
@@ -111,8 +102,6 @@ protected:
         clickNode(node);
         clickRow(row);
     }
-    // Opens the Tools menu on the selected row with the right mouse button, and clicks an entry.
-    void clickInContextMenu(const char* name);
     void properties(const std::vector<Act>& acts) {
         inDialogs([this] { trigger("PropertiesMenu"); }, acts);
     }
@@ -137,26 +126,14 @@ protected:
     }
     // Restores the service: the sample site, no faults, and no requests so far.
     void restore();
-    // The record of the latest request, which has to have this operation and class.
-    template <class Record>
-    Record sent(Operation operation, ObjectClass object_class) {
-        Record record;
-        const Comrecord request = onServer([](auto& server) { return server.lastRequest(); });
-        EXPECT_EQ(request.Operation, static_cast<Integer>(operation));
-        EXPECT_EQ(request.ObjectClass, static_cast<Integer>(object_class));
-        unpackRecord(request, record);
-        return record;
-    }
     // The text log, line by line, without the moment.
     Lines logged();
 
-    // Runs `work`, whose first request for this class of object fails in this way and is told with
-    // this message. Returns the status text during the request, if that was waited for.
-    std::string failing(Failure failure, ObjectClass object_class, const std::string& message,
-                        const Work& work);
-    // Has the service refuse, or never answer, requests for a class of object.
-    void refuse(ObjectClass object_class) { setFault(object_class, false); }
-    void neverReply(ObjectClass object_class) { setFault(object_class, true); }
+    // Runs `work`, whose first request for this class of object is refused and told with this
+    // message. Returns the status text at that moment.
+    std::string refused(ObjectClass object_class, const std::string& message, const Work& work);
+    // The service answers no request for this class of object.
+    void neverReply(ObjectClass object_class);
     void loseConnection() {
         onServer([](simulator::Server& server) { server.closeConnections(); });
     }
@@ -180,9 +157,6 @@ protected:
     BoxWatcher boxes;
     int ended = 0; // times that the process was ended
     std::unique_ptr<Console> console;
-
-private:
-    void setFault(ObjectClass object_class, bool never_reply);
 };
 
 } // namespace tollwick
