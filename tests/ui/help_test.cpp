@@ -18,25 +18,22 @@ namespace {
 
 class HelpDeskTest : public ConsoleTest {
 protected:
-    HelpWindow* help() {
-        for (QWidget* widget : QApplication::topLevelWidgets())
-            if (auto* found = qobject_cast<HelpWindow*>(widget); found && found->isVisible())
-                return found;
-        return nullptr;
-    }
     // The heading of the page that F1 brings up, which is then put away.
     std::string pageOnF1(QWidget& front) {
         QTest::keyClick(front.windowHandle(), Qt::Key_F1);
         return takePage();
     }
     std::string takePage() {
-        if (!help())
-            return "(no help)";
-        EXPECT_TRUE(QTest::qWaitForWindowActive(help()));
-        const QString text = help()->findChild<QTextBrowser*>("HelpPage")->toPlainText();
-        QTest::keyClick(help(), Qt::Key_Escape);
-        EXPECT_EQ(help(), nullptr);
-        return text.section('\n', 0, 0).toStdString();
+        for (QWidget* widget : QApplication::topLevelWidgets())
+            if (auto* help = qobject_cast<HelpWindow*>(widget); help && help->isVisible()) {
+                EXPECT_TRUE(QTest::qWaitForWindowActive(help));
+                QTest::keyClick(help, Qt::Key_Escape);
+                EXPECT_FALSE(help->isVisible());
+                return QString::fromStdString(textOf(*help, "HelpPage"))
+                    .section('\n', 0, 0)
+                    .toStdString();
+            }
+        return "(no help)";
     }
 };
 

@@ -1,6 +1,7 @@
 #include "tests/ui/support/console_test.h"
 
 #include <QComboBox>
+#include <QListWidget>
 #include <QRegularExpression>
 #include <QTabWidget>
 #include <QTreeWidgetItemIterator>
@@ -24,6 +25,10 @@ QWidget* focusWidget() {
         return false;
     })) << "no control has the focus";
     return QApplication::focusWidget();
+}
+
+void clickItem(QListWidget& list, const QListWidgetItem* item) {
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(item).center());
 }
 
 } // namespace
@@ -122,28 +127,34 @@ void ConsoleTest::play(QDialog& dialog, const std::string& steps) {
                 tabs->setCurrentWidget(page);
         focusWidget();
         ASSERT_TRUE(widget->isVisible() && widget->isEnabled());
-        if (auto* list = qobject_cast<QComboBox*>(widget)) {
-            list->setFocus();
+        if (auto* list = qobject_cast<QListWidget*>(widget)) {
+            clickItem(*list, list->item(std::stoi(text)));
+        } else if (qobject_cast<QComboBox*>(widget)) {
+            widget->setFocus();
             press(Qt::Key_Home);
             for (int i = 0; i < std::stoi(text); ++i)
                 press(Qt::Key_Down);
-            continue;
+        } else {
+            QTest::mouseClick(widget, Qt::LeftButton, {}, {8, widget->height() / 2});
+            if (at < 0)
+                continue;
+            QCoreApplication::processEvents();
+            press(Qt::Key_A, Qt::ControlModifier);
+            type("\b" + text);
         }
-        QTest::mouseClick(widget, Qt::LeftButton, {}, {8, widget->height() / 2});
-        if (at < 0)
-            continue;
-        QCoreApplication::processEvents();
-        press(Qt::Key_A, Qt::ControlModifier);
-        type("\b" + text);
     }
 }
 
 std::string ConsoleTest::textOf(QWidget& parent, const char* name) {
     const QWidget* widget = child(parent, name);
+    std::string items;
+    if (const auto* list = qobject_cast<const QListWidget*>(widget))
+        for (int row = 0; row < list->count(); ++row)
+            items += list->item(row)->text().toStdString() + ';';
     for (const char* property : {"text", "currentText", "title", "plainText"})
         if (widget->property(property).isValid())
             return widget->property(property).toString().toStdString();
-    return {};
+    return items;
 }
 
 void ConsoleTest::trigger(const char* name) {
@@ -248,19 +259,20 @@ void ConsoleTest::neverReply(ObjectClass object_class) {
 }
 
 int ConsoleTest::requestCount(ObjectClass object_class) {
-    const auto requests = onServer([](Server& server) { return server.requests(); });
-    return static_cast<int>(std::count_if(requests.begin(), requests.end(), [&](const auto& r) {
-        return r.object_class == static_cast<Integer>(object_class);
-    }));
+    return onServer([&](Server& server) {
+        return static_cast<int>(std::ranges::count_if(server.requests(), [&](const auto& request) {
+            return request.object_class == static_cast<Integer>(object_class);
+        }));
+    });
 }
 
 int ConsoleTest::saves() {
-    const auto requests = onServer([](Server& server) { return server.requests(); });
-    return static_cast<int>(std::count_if(requests.begin(), requests.end(), [](const auto& r) {
-        const auto operation = static_cast<Operation>(r.operation);
-        return operation == Operation::Add || operation == Operation::Save ||
-               operation == Operation::Delete;
-    }));
+    constexpr std::array kSaves{Operation::Add, Operation::Save, Operation::Delete};
+    return onServer([&](Server& server) {
+        return static_cast<int>(std::ranges::count_if(server.requests(), [&](const auto& request) {
+            return std::ranges::count(kSaves, static_cast<Operation>(request.operation)) > 0;
+        }));
+    });
 }
 
 Lines ConsoleTest::logged() {

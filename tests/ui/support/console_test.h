@@ -81,7 +81,7 @@ protected:
     // which "|" separates, "name" is clicked, "name=text" is entered over what is there, or chosen
     // in a list by its position, "name?text" has to show the text, and "?name" to have the focus.
     static void play(QDialog& dialog, const std::string& steps);
-    // What the control shows: its text, its caption or its title.
+    // What the control shows: its text, its caption, its title or its items.
     static std::string textOf(QWidget& parent, const char* name);
 
     Twmainform& window() { return *console->mainForm(); }
