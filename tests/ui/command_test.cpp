@@ -139,13 +139,12 @@ TEST_F(CommandTest, ADialogWhoseConnectionIsLostSavesNothingAndCloses) {
         select(node, 0);
         stopTimer();
         const std::vector<ScheduleRecord> schedules = context().data.schedules;
-        inDialog([&] { trigger(command); },
-                 [&](QDialog&) {
-                     loseConnection();
-                     EXPECT_TRUE(waitUntil([this] { return !context().link.isOpen(); }));
-                     boxes.expectBox(kCritical, message);
-                     type(keys);
-                 });
+        inDialog(command, [&](QDialog&) {
+            loseConnection();
+            EXPECT_TRUE(waitUntil([this] { return !context().link.isOpen(); }));
+            boxes.expectBox(kCritical, message);
+            type(keys);
+        });
         EXPECT_TRUE(boxes.done());
         EXPECT_EQ(context().data.schedules, schedules);
         window().menuTimer()->start();
@@ -192,7 +191,6 @@ TEST_F(CommandTest, EverythingSpeaksSwedish) {
     const std::tuple<const char*, int, const char*, const char*> dialogs[] = {
         {"loginaccount", 0, "PropertiesMenu", "Ändra inloggningsuppgifter"},
         {"schedule", 0, "AddMenu", "Lägg till schema"},
-        {"schedule", 0, "PropertiesMenu", "Redigera schema"},
         {"admin", 0, "PropertiesMenu", "Redigera IP-nummer"},
         {"uucphosts", 0, "PropertiesMenu", "Redigera värd"},
         {"uucphosts", 0, "SaveCsv", "Spara listan som..."}};
@@ -202,15 +200,14 @@ TEST_F(CommandTest, EverythingSpeaksSwedish) {
     EXPECT_EQ(info(), "Klar");
     for (const auto& [node, row, command, title] : dialogs) {
         select(node, row);
-        inDialog([&] { trigger(command); },
-                 [&](QDialog& dialog) {
-                     EXPECT_EQ(dialog.windowTitle(), title);
-                     if (auto* look_in = dialog.findChild<QLabel*>("lookInLabel"))
-                         EXPECT_EQ(look_in->text(), "Leta i:") << "Qt's own words, too";
-                     else
-                         EXPECT_EQ(textOf(dialog, "OkButton"), "&Ok");
-                     dialog.reject();
-                 });
+        inDialog(command, [&](QDialog& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), title);
+            if (auto* look_in = dialog.findChild<QLabel*>("lookInLabel"))
+                EXPECT_EQ(look_in->text(), "Leta i:") << "Qt's own words, too";
+            else
+                EXPECT_NE(textOf(dialog, "CancelButton").find("Avbryt"), std::string::npos);
+            dialog.reject();
+        });
     }
     select("schedule", 2);
     EXPECT_EQ(rowText(2), "setting schedule Vardagar|Varje: 15 min|08:00 - 17:00|5");

@@ -45,20 +45,19 @@ TEST_F(HelpDeskTest, F1OpensThePageOfWhatIsInFront) {
                                    install / ("Tollwick" + type));
     ASSERT_TRUE(start());
     EXPECT_EQ(pageOnF1(window()), "The administration console");
-    inDialog([this] { trigger("LoginMenu"); },
-             [this](QDialog& login) {
-                 EXPECT_EQ(pageOnF1(login), "Logging in");
-                 clickOn(login, "HelpButton");
-                 EXPECT_EQ(takePage(), "Logging in");
-                 login.reject();
-             });
+    inDialog("LoginMenu", [this](QDialog& login) {
+        EXPECT_EQ(pageOnF1(login), "Logging in");
+        clickOn(login, "HelpButton");
+        EXPECT_EQ(takePage(), "Logging in");
+        login.reject();
+    });
     logIn();
     clickNode("smtpforward");
     EXPECT_EQ(pageOnF1(window()), "SMTP Forward");
     trigger("ContentsMenu");
     EXPECT_EQ(takePage(), "The administration console");
     select("uucphosts", 0);
-    properties({[this](QDialog& host) {
+    inDialog("PropertiesMenu", [this](QDialog& host) {
         auto* tabs = child<QTabWidget>(host, "SysSetupTab");
         tabs->setCurrentIndex(1);
         EXPECT_EQ(pageOnF1(host), "Host setup: Transport");
@@ -66,7 +65,7 @@ TEST_F(HelpDeskTest, F1OpensThePageOfWhatIsInFront) {
         clickOn(host, "HelpButton");
         EXPECT_EQ(takePage(), "Host setup: Connection");
         host.reject();
-    }});
+    });
     select("outbox", 0);
     boxes.expectQuestion(
         "You have selected to delete a mail!\nDo you want to continue?", QMessageBox::No,

@@ -183,7 +183,7 @@ TEST_F(HostSetupTest, LinesTakeTheirCharactersOnly) {
     onServer([&](Server& s) { host(s, 1).remote_uucp_name = "räv"; });
     QApplication::clipboard()->setText(" ../r\r\nåv\u2028");
     inForm(2, [&] {
-        play("RemoteHostNameTxt=a b!Z_0-9.å@ö/\\:|RemoteHostNameTxt?abZ_0-9.");
+        play("RemoteHostNameTxt=a b!Z_0-9.å@ö/\\:");
         // As AltGr on the keys of other countries.
         QTest::keyClick(control("RemoteHostNameTxt"), '@', Qt::ControlModifier | Qt::AltModifier);
         press(Qt::Key_V, Qt::ControlModifier);

@@ -158,12 +158,10 @@ TEST_F(ListTest, RowsAreCopiedAndSavedAsTheyAreShown) {
 
     const std::string file = folder.text("hosts.csv");
     const auto save = [&](const std::string& name) {
-        inDialog(
-            [this] { trigger("SaveCsv"); },
-            [&](QDialog& dialog) {
-                child<QLineEdit>(dialog, "fileNameEdit")->setText(QString::fromStdString(name));
-                dialog.accept();
-            });
+        inDialog("SaveCsv", [&](QDialog& dialog) {
+            child<QLineEdit>(dialog, "fileNameEdit")->setText(QString::fromStdString(name));
+            dialog.accept();
+        });
     };
     save(file.substr(0, file.size() - 4)); // the suffix is added
     const std::string csv = readWholeFile(toPath(file), 10'000).value_or("");

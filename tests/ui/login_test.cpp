@@ -16,9 +16,6 @@ class LoginTest : public ConsoleTest {
 protected:
     LoginTest() { EXPECT_TRUE(start()); }
 
-    void openLogin(const Act& act) {
-        inDialog([this] { trigger("LoginMenu"); }, act);
-    }
     // A try that fails, and leaves the dialog ready for another.
     void fail(QDialog& login, QMessageBox::Icon icon, const char* message) {
         boxes.expectBox(icon, message);
@@ -30,7 +27,7 @@ protected:
 };
 
 TEST_F(LoginTest, SucceedsAsAPersonTypesIt) {
-    openLogin([&](QDialog& login) {
+    inDialog("LoginMenu", [&](QDialog& login) {
         EXPECT_EQ(login.windowTitle(), "Login");
         // The keys go where the focus is: first to the password, and Tab leads round to the name.
         EXPECT_EQ(focused(), "tbServerConnectPassword");
@@ -73,7 +70,7 @@ TEST_F(LoginTest, SucceedsAsAPersonTypesIt) {
 TEST_F(LoginTest, AWrongLoginLeavesTheDialogForAnotherTry) {
     set(setting::ServerConnectPort, "1");
     ASSERT_TRUE(start());
-    openLogin([&](QDialog& login) {
+    inDialog("LoginMenu", [&](QDialog& login) {
         // A larger font stretches the dialog as a whole.
         const double unit = login.height() / 1965.0;
         const auto expectLayout = [&](bool expanded, int height, int top, const char* text) {
@@ -106,7 +103,7 @@ TEST_F(LoginTest, AWrongLoginLeavesTheDialogForAnotherTry) {
 }
 
 TEST_F(LoginTest, CancelAfterAWrongLoginClosesTheConnection) {
-    openLogin([&](QDialog& login) {
+    inDialog("LoginMenu", [&](QDialog& login) {
         fail(login, kCritical, kRejected);
         EXPECT_TRUE(context().link.isOpen());
         clickOn(login, "btnCancel");
@@ -129,7 +126,7 @@ TEST_F(LoginTest, AKeyOnTheSecondConnectionWillDo) {
 
 TEST_F(LoginTest, WithoutAKeyIsGivenUpAndLogged) {
     onServer([](Server& s) { s.faults().send_no_key = true; });
-    openLogin([this](QDialog& login) {
+    inDialog("LoginMenu", [this](QDialog& login) {
         QTimer later;
         later.callOnTimeout([&] {
             if (!context().link.isOpen())
@@ -150,7 +147,7 @@ TEST_F(LoginTest, TheServersOfLateCompleteTheAddress) {
     ASSERT_TRUE(isLoggedOut());
     const std::string port = std::to_string(service.port());
     EXPECT_EQ(stored({"Servers", "Server1", ""}), "127.0.0.1|" + port + "|admin");
-    openLogin([&](QDialog& login) {
+    inDialog("LoginMenu", [&](QDialog& login) {
         play(login, "btnOptions|tbServerConnectPort=|tbServerConnectUsername=|"
                     "tbServerConnectIp=127");
         QAbstractItemView* popup =

@@ -9,7 +9,7 @@ class NewLoginFormTest : public ConsoleTest {
 protected:
     void change(const Act& act) {
         clickNode("loginaccount");
-        properties({act});
+        inDialog("PropertiesMenu", act);
     }
     // The pair as the console keeps it, "user/password".
     std::string kept() { return context().data.user_id + '/' + context().data.password; }
@@ -46,11 +46,10 @@ TEST_F(NewLoginFormTest, ChangesThePairThatTheNextLoginNeeds) {
     trigger("LogOffMenu");
     ASSERT_TRUE(isLoggedOut());
     boxes.expectBox(kCritical, "Authentication failure!\nCheck your password and try again.");
-    inDialog([this] { trigger("LoginMenu"); },
-             [](QDialog& login) {
-                 play(login, "tbServerConnectPassword=tollwick\n|tbServerConnectUsername=åsa|"
-                             "tbServerConnectPassword=hemlig\n");
-             });
+    inDialog("LoginMenu", [](QDialog& login) {
+        play(login, "tbServerConnectPassword=tollwick\n|tbServerConnectUsername=åsa|"
+                    "tbServerConnectPassword=hemlig\n");
+    });
     EXPECT_TRUE(context().link.isOpen());
 
     // An empty password is warned of and sent; blanks alone are as good, but not warned of.

@@ -14,7 +14,7 @@ protected:
     // Opens the form on a new schedule (-1), or on one of the list.
     void inForm(int row, const Act& act) {
         row < 0 ? clickNode("schedule") : select("schedule", row);
-        inDialog([&] { trigger(row < 0 ? "AddMenu" : "PropertiesMenu"); }, act);
+        inDialog(row < 0 ? "AddMenu" : "PropertiesMenu", act);
     }
     // What the controls hold, in the order of the form; the option that is selected is marked.
     static std::string shown(QDialog& form) {

@@ -112,7 +112,7 @@ TEST_P(TextEditTest, IsCheckedSentAndShown) {
             });
     expect(edit.refusal);
     expect(edit.notice);
-    properties(acts);
+    inDialogs([this] { trigger("PropertiesMenu"); }, acts);
     EXPECT_EQ(list().selectedKey(), edit.key);
     EXPECT_EQ(cell(edit.row), edit.shown);
     EXPECT_NE(settings(), before);
@@ -121,7 +121,7 @@ TEST_P(TextEditTest, IsCheckedSentAndShown) {
     // Confirmed unchanged it is sent without a notice, but for the level, if there is one.
     if (edit.notice.text == kDebugLevel.text)
         expect(kDebugLevel);
-    properties({typing("\n")});
+    inDialog("PropertiesMenu", typing("\n"));
     EXPECT_EQ(saves(), 2);
     EXPECT_EQ(cell(edit.row), edit.shown);
 }
@@ -139,7 +139,7 @@ TEST_F(SettingEditorTest, AFurtherAnswerOfTheServiceHidesTwoNewAddresses) {
     for (const auto& [node, notice, shown] : cases) {
         select(node, 0);
         expect(notice);
-        properties({typing("1.1.1.1\n")});
+        inDialog("PropertiesMenu", typing("1.1.1.1\n"));
         EXPECT_EQ(cell(0), shown) << node;
     }
 }
@@ -191,31 +191,20 @@ TEST_F(SettingEditorTest, ALogPeriodReachesTheServiceWithTheNextSave) {
                                                        {6, "", "8\n", "8"}}) {
         select("logs", row);
         const SettingsRecord last = settings();
-        properties({[&](QDialog& form) {
+        inDialog("PropertiesMenu", [&](QDialog& form) {
             expectForm(form, kPeriod, before); // 0 is shown as nothing
             type(entered);
-        }});
+        });
         EXPECT_EQ(site().settings, last);
         EXPECT_EQ(cell(row), period);
         EXPECT_EQ(list().selectedRow(), row);
     }
 }
 
-TEST_F(SettingEditorTest, ANumberPast16BitsIsLoggedAndTheConsoleGoesOn) {
+TEST_F(SettingEditorTest, AnEmptyDebuggingLevelGivesNoWarning) {
     logIn();
-    const std::size_t lines = logged().size();
-    for (const auto& [node, keys] : {std::pair{"admin", "40000.1.1.1\n"}, {"logs", "32768\n"}}) {
-        select(node, 0);
-        properties({typing(keys)});
-    }
-    EXPECT_EQ(settings(), site().settings);
-    EXPECT_EQ(saves(), 0);
-    ASSERT_EQ(logged().size(), lines + 2);
-    EXPECT_TRUE(logged()[lines].starts_with("Overflow ; (6/")) << logged()[lines];
-    EXPECT_TRUE(logged().back().starts_with("Loop->Overflow ; (6/")) << logged().back();
-    // Nor does an empty level give a warning.
     select("uucpdaemon", 2);
-    properties({typing("   \n")});
+    inDialog("PropertiesMenu", typing("   \n"));
     EXPECT_EQ(site().settings.remote_debugging_level.bytes(), "");
 }
 

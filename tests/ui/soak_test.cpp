@@ -99,16 +99,15 @@ TEST_F(SoakTest, NoPasswordIsLeftAnywhere) {
     const std::string wrong = "hemligt-1234";
     ASSERT_TRUE(start());
     boxes.expectBox(kCritical, "Authentication failure!\nCheck your password and try again.");
-    inDialog([this] { trigger("LoginMenu"); },
-             [&](QDialog& login) {
-                 type(wrong + '\n');
-                 for (QWidget* top : QApplication::topLevelWidgets())
-                     EXPECT_EQ(top->windowTitle().indexOf(wrong.c_str()), -1);
-                 login.reject();
-             });
+    inDialog("LoginMenu", [&](QDialog& login) {
+        type(wrong + '\n');
+        for (QWidget* top : QApplication::topLevelWidgets())
+            EXPECT_EQ(top->windowTitle().indexOf(wrong.c_str()), -1);
+        login.reject();
+    });
     logIn();
     select("uucphosts", 1);
-    properties({typing("\x1b")});
+    inDialog("PropertiesMenu", typing("\x1b"));
     window().exitProgram();
     for (const std::string& secret : {wrong, std::string("fiskmås")}) {
         for (const auto& [key, value] : store.values)

@@ -58,22 +58,21 @@ TEST_F(WaitingTest, TheLoginDialogStaysUntilTheTimeOut) {
     neverReply(ObjectClass::Login);
     boxes.expectBox(kCritical, "Unable to get authentication from the Tollwick Service!\n"
                                "The connection is terminated!");
-    inDialog([this] { trigger("LoginMenu"); },
-             [this](QDialog& login) {
-                 inRequest([&] { clickOn(login, "btnOk"); },
-                           [&] {
-                               EXPECT_EQ(info(), "Connected...");
-                               for (const char* name : {"btnOk", "btnCancel", "btnOptions"})
-                                   EXPECT_FALSE(child(login, name)->isEnabled()) << name;
-                               QTest::keyClick(&login, Qt::Key_Escape);
-                               QTest::keyClicks(child(login, "tbServerConnectUsername"), "x");
-                               login.close();
-                               EXPECT_TRUE(login.isVisible());
-                               runOutOfTime();
-                           });
-                 EXPECT_EQ(textOf(login, "tbServerConnectUsername"), "admin");
-                 clickOn(login, "btnCancel");
-             });
+    inDialog("LoginMenu", [this](QDialog& login) {
+        inRequest([&] { clickOn(login, "btnOk"); },
+                  [&] {
+                      EXPECT_EQ(info(), "Connected...");
+                      for (const char* name : {"btnOk", "btnCancel", "btnOptions"})
+                          EXPECT_FALSE(child(login, name)->isEnabled()) << name;
+                      QTest::keyClick(&login, Qt::Key_Escape);
+                      QTest::keyClicks(child(login, "tbServerConnectUsername"), "x");
+                      login.close();
+                      EXPECT_TRUE(login.isVisible());
+                      runOutOfTime();
+                  });
+        EXPECT_EQ(textOf(login, "tbServerConnectUsername"), "admin");
+        clickOn(login, "btnCancel");
+    });
     EXPECT_FALSE(context().link.isOpen());
 }
 

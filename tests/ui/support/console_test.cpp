@@ -48,8 +48,7 @@ bool ConsoleTest::start() {
 
 void ConsoleTest::logIn() {
     ASSERT_TRUE(console || start());
-    inDialog([this] { trigger("LoginMenu"); },
-             typing(std::string(simulator::kSamplePassword) + '\n'));
+    inDialog("LoginMenu", typing(std::string(simulator::kSamplePassword) + '\n'));
     ASSERT_TRUE(waitUntil([this] { return action("LogOffMenu")->isEnabled(); }));
     window().activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));

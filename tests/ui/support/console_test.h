@@ -60,6 +60,9 @@ protected:
     // is closed; each of them gets its act. One that is still up after that fails the test.
     void inDialogs(const Work& open, const std::vector<Act>& acts);
     void inDialog(const Work& open, const Act& act) { inDialogs(open, {act}); }
+    void inDialog(const char* action, const Act& act) {
+        inDialogs([&] { trigger(action); }, {act});
+    }
     // Runs `request`, which waits for a reply, and `act` during the wait, once it `is_due`.
     void inRequest(
         const Work& request, const Work& act,
@@ -101,9 +104,6 @@ protected:
     void select(const std::string& node, int row) {
         clickNode(node);
         clickRow(row);
-    }
-    void properties(const std::vector<Act>& acts) {
-        inDialogs([this] { trigger("PropertiesMenu"); }, acts);
     }
     // An act: types, and so confirms or goes on.
     static Act typing(std::string keys) {

@@ -24,12 +24,11 @@ protected:
         clickNode("uucphosts");
         if (row >= 0)
             clickRow(row);
-        inDialog([&] { trigger(row < 0 ? "AddMenu" : "PropertiesMenu"); },
-                 [&](QDialog& dialog) {
-                     EXPECT_EQ(dialog.objectName(), "HostSetupForm");
-                     form_ = &dialog;
-                     act();
-                 });
+        inDialog(row < 0 ? "AddMenu" : "PropertiesMenu", [&](QDialog& dialog) {
+            EXPECT_EQ(dialog.objectName(), "HostSetupForm");
+            form_ = &dialog;
+            act();
+        });
     }
     void inForm(int row, const std::string& steps) {
         inForm(row, [&] { play(steps); });
