@@ -9,9 +9,6 @@ namespace {
 
 using simulator::Server;
 
-constexpr const char* kSaveFailed =
-    "Unable to transmit data to the Tollwick Service!\nThe connection is terminated!";
-
 using CommandTest = ConsoleTest;
 
 struct Deletion {
@@ -128,12 +125,10 @@ TEST_F(CommandTest, DialogsOpenInEveryWayAndACancelSendsNothing) {
 }
 
 TEST_F(CommandTest, ADialogWhoseConnectionIsLostSavesNothingAndCloses) {
-    const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
-        {"smtpforward", "PropertiesMenu", "10.0.0.1\n",
-         "Unable to transfer new settings to the Tollwick Service!\n"
-         "The connection is terminated!"},
-        {"schedule", "PropertiesMenu", "s\n", kSaveFailed},
-        {"schedule", "AddMenu", "\t\t\t8:8\t9:9\n", kSaveFailed}};
+    const std::tuple<const char*, const char*, const char*, std::string> cases[] = {
+        {"smtpforward", "PropertiesMenu", "10.0.0.1\n", unable("transfer new settings to")},
+        {"schedule", "PropertiesMenu", "s\n", unable("transmit data to")},
+        {"schedule", "AddMenu", "\t\t\t8:8\t9:9\n", unable("transmit data to")}};
     for (const auto& [node, command, keys, message] : cases) {
         logIn();
         select(node, 0);

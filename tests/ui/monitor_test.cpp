@@ -110,10 +110,8 @@ TEST_F(MonitorTest, AStatusThatDoesNotComeIsWaitedForWithoutAWord) {
     // first box comes up, and is answered, while input is locked.
     tickTimes(11);
     ASSERT_TRUE(waitUntil([this] { return polls() == 2; }));
-    boxes.expectBox(kCritical, "Unable to get UUCP status from the Tollwick Service!\n"
-                               "The connection is terminated!");
-    boxes.expectBox(kCritical, "Unable to send UUCP-command to the Tollwick Service!\n"
-                               "The connection is terminated!");
+    boxes.expectBox(kCritical, unable("get UUCP status from"));
+    boxes.expectBox(kCritical, unable("send UUCP-command to"));
     inRequest([this] { trigger("UucpTransportNowMenu"); }, [this] { loseConnection(); });
     EXPECT_EQ(requestCount(ObjectClass::UucpCommand), 0);
     tick();

@@ -15,8 +15,7 @@ protected:
     // Refreshes the outbox, which fails, and acts during the wait, once it `is_due`.
     void refresh(
         const Work& act, const std::function<bool()>& is_due = [] { return true; }) {
-        boxes.expectBox(kCritical, "Unable to retrieve outbox information from the Tollwick "
-                                   "Service!\nThe connection is terminated!");
+        boxes.expectBox(kCritical, unable("retrieve outbox information from"));
         inRequest([this] { trigger("Refreshmenu"); }, act, is_due);
         EXPECT_TRUE(isLoggedOut());
         EXPECT_TRUE(boxes.done());
@@ -56,8 +55,7 @@ TEST_F(WaitingTest, NoWindowTakesInputUntilTheTimeOut) {
 TEST_F(WaitingTest, TheLoginDialogStaysUntilTheTimeOut) {
     ASSERT_TRUE(start());
     neverReply(ObjectClass::Login);
-    boxes.expectBox(kCritical, "Unable to get authentication from the Tollwick Service!\n"
-                               "The connection is terminated!");
+    boxes.expectBox(kCritical, unable("get authentication from"));
     inDialog("LoginMenu", [this](QDialog& login) {
         inRequest([&] { clickOn(login, "btnOk"); },
                   [&] {

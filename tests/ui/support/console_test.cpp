@@ -234,14 +234,14 @@ void ConsoleTest::restore() {
     });
 }
 
-std::string ConsoleTest::refused(ObjectClass object_class, const std::string& message,
+std::string ConsoleTest::refused(ObjectClass object_class, const std::string& what,
                                  const Work& work) {
     onServer([&](Server& server) {
         server.faults().only_class = object_class;
         server.faults().result = result::Refused;
     });
     std::string status;
-    boxes.expectBox(kCritical, message, [&](QMessageBox&) {
+    boxes.expectBox(kCritical, unable(what), [&](QMessageBox&) {
         EXPECT_TRUE(context().requests.isBusy()) << "told before anything else goes on";
         status = info();
     });

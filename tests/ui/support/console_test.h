@@ -27,6 +27,11 @@ using Lines = std::vector<std::string>;
 using Work = std::function<void()>;
 using Act = std::function<void(QDialog&)>;
 
+// How a failed request is told.
+inline std::string unable(const std::string& what) {
+    return "Unable to " + what + " the Tollwick Service!\nThe connection is terminated!";
+}
+
 // Milliseconds; far more than a loaded machine needs, and only a test that fails uses it up.
 inline constexpr int kPatience = 30'000;
 
@@ -129,9 +134,9 @@ protected:
     // The text log, line by line, without the moment.
     Lines logged();
 
-    // Runs `work`, whose first request for this class of object is refused and told with this
-    // message. Returns the status text at that moment.
-    std::string refused(ObjectClass object_class, const std::string& message, const Work& work);
+    // Runs `work`, whose first request for this class of object is refused and told as `unable` to
+    // do so. Returns the status text at that moment.
+    std::string refused(ObjectClass object_class, const std::string& what, const Work& work);
     // The service answers no request for this class of object.
     void neverReply(ObjectClass object_class);
     void loseConnection() {
