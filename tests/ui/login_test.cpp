@@ -85,7 +85,6 @@ TEST_F(LoginTest, AWrongLoginLeavesTheDialogForAnotherTry) {
         expectLayout(true, 3165, 2460, "O&ptions <<");
         play(login, "tbServerConnectIp=localhost|tbServerConnectPort=" +
                         std::to_string(service.port()) + "|btnOptions"); // hidden, but used
-        expectLayout(false, 1965, 1260, "O&ptions >>");
         play(login, "tbServerConnectUsername=nobody|tbServerConnectPassword=wrong");
         fail(login, kCritical, kRejected);
         EXPECT_TRUE(tree().empty());
@@ -132,6 +131,7 @@ TEST_F(LoginTest, WithoutAKeyIsGivenUpAndLogged) {
             if (!context().link.isOpen())
                 return;
             later.stop();
+            restore(); // another connection would get its key
             QTest::keyClick(&login, Qt::Key_Escape);
         });
         later.start(10);
