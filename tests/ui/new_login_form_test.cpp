@@ -37,8 +37,6 @@ TEST_F(NewLoginFormTest, ChangesThePairThatTheNextLoginNeeds) {
     EXPECT_EQ(saves(), 1);
     EXPECT_EQ(kept(), "åsa/hemlig");
     EXPECT_EQ(listed(), (Lines{"Login account", "setting lock åsa"}));
-    for (const auto& [name, value] : store.values)
-        EXPECT_NE(value, "hemlig") << name;
 
     // The service accepts the new pair, and no longer the old one.
     trigger("LogOffMenu");
@@ -49,6 +47,8 @@ TEST_F(NewLoginFormTest, ChangesThePairThatTheNextLoginNeeds) {
                     "tbServerConnectPassword=hemlig\n");
     });
     EXPECT_TRUE(context().link.isOpen());
+    for (const auto& [name, value] : store.values)
+        EXPECT_EQ(value.find("hemlig"), std::string::npos) << name;
 
     // An empty password is warned of and sent; blanks alone are as good, but not warned of.
     boxes.expectBox(kCritical,
