@@ -1,5 +1,4 @@
 #include "tests/ui/support/console_test.h"
-#include "ui/main/setting_rows.h"
 #include "ui/main/svg_icons.h"
 
 #include <QLineEdit>

@@ -3,7 +3,6 @@
 
 #include <QApplication>
 #include <QMenuBar>
-#include <QProgressBar>
 
 namespace tollwick {
 namespace {
