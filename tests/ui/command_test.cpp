@@ -13,32 +13,20 @@ using CommandTest = ConsoleTest;
 
 struct Deletion {
     const char* node;
-    const char* what;
-    ObjectClass object_class;
-    std::string failure;
-
-    [[nodiscard]] std::string question() const {
-        return std::string("You have selected to delete a ") + what + "!\nDo you want to continue?";
-    }
-};
-
-const Deletion kDeletions[] = {
-    {"schedule", "schedule", ObjectClass::Schedule, "schedule"},
-    {"uucphosts", "host", ObjectClass::Host, "host"},
-    {"outbox", "mail", ObjectClass::OutboxMail, "the selected mail"},
+    const char* question;
 };
 
 class DeletionTest : public CommandTest, public testing::WithParamInterface<Deletion> {};
 
 TEST_P(DeletionTest, IsAskedForAndDone) {
-    const Deletion& deletion = GetParam();
+    const auto& [node, question] = GetParam();
     logIn();
-    clickNode(deletion.node);
+    clickNode(node);
     Lines rows = listed();
     for (const auto answer : {kNo, kYes})
         for (const char* way : {"DeleteMenu", "toolbar_delete", "key"}) {
             clickRow(1);
-            boxes.expectQuestion(deletion.question(), answer);
+            boxes.expectQuestion(question, answer);
             *way == 'k' ? QTest::keyClick(&list(), Qt::Key_Delete) : trigger(way);
             if (answer == kYes)
                 rows.erase(rows.begin() + 2);
@@ -48,54 +36,34 @@ TEST_P(DeletionTest, IsAskedForAndDone) {
             EXPECT_EQ(context().data.schedules, left.schedules);
             EXPECT_EQ(context().data.hosts, left.hosts);
             EXPECT_EQ(context().data.outbox, left.outbox);
-            // A spool directory goes with its host.
-            EXPECT_EQ(left.spool_directories.size(), left.hosts.size());
         }
-
-    // It is not done when the connection is lost behind the question; refused, it ends that.
-    for (const bool is_refused : {false, true}) {
-        restore();
-        if (!context().link.isOpen())
-            logIn();
-        select(deletion.node, 1);
-        boxes.expectQuestion(deletion.question(), kYes, [&](QMessageBox&) {
-            if (is_refused)
-                return refuse(deletion.object_class);
-            loseConnection();
-            EXPECT_TRUE(isLoggedOut());
-        });
-        if (is_refused)
-            boxes.expectBox(kCritical, "Unable to remove " + deletion.failure +
-                                           " from the Tollwick Service!\n"
-                                           "The connection is terminated!");
-        trigger("DeleteMenu");
+    // It is not done when the connection is lost behind the question.
+    const int before = saves();
+    clickRow(0);
+    boxes.expectQuestion(question, kYes, [this](QMessageBox&) {
+        loseConnection();
         EXPECT_TRUE(isLoggedOut());
-        EXPECT_EQ(saves(), is_refused ? 1 : 0);
-    }
+    });
+    trigger("DeleteMenu");
+    EXPECT_EQ(saves(), before);
 }
 
+constexpr Deletion kDeletions[] = {
+    {"schedule", "You have selected to delete a schedule!\nDo you want to continue?"},
+    {"uucphosts", "You have selected to delete a host!\nDo you want to continue?"},
+    {"outbox", "You have selected to delete a mail!\nDo you want to continue?"}};
 INSTANTIATE_TEST_SUITE_P(, DeletionTest, testing::ValuesIn(kDeletions),
                          [](const auto& test) { return test.param.node; });
 
 TEST_F(CommandTest, ASpoolDirectoryGoesWithItsLastHost) {
     onServer([](Server& s) { s.site().hosts[3].spool_directory = "gbglager"; });
     logIn();
-    for (const std::size_t directories : {5U, 4U}) {
-        select("uucphosts", directories == 5 ? 3 : 1);
-        boxes.expectQuestion(kDeletions[1].question(), kYes);
+    for (const auto& [row, left] : {std::pair{3, 5U}, {1, 4U}}) {
+        select("uucphosts", row);
+        boxes.expectQuestion(kDeletions[1].question, kYes);
         trigger("DeleteMenu");
-        EXPECT_EQ(site().spool_directories.size(), directories);
+        EXPECT_EQ(site().spool_directories.size(), left);
     }
-    EXPECT_EQ(requestCount(ObjectClass::HostDirectory), 1);
-
-    select("uucphosts", 0);
-    refuse(ObjectClass::HostDirectory);
-    boxes.expectQuestion(kDeletions[1].question(), kYes);
-    boxes.expectBox(kCritical, "Unable to delete hostdirectory through the Tollwick Service!\n"
-                               "The connection is terminated!");
-    trigger("DeleteMenu");
-    EXPECT_TRUE(isLoggedOut());
-    EXPECT_EQ(site().hosts.size(), 2U);
 }
 
 TEST_F(CommandTest, RefreshKeepsTheSelectedMail) {
@@ -112,68 +80,43 @@ TEST_F(CommandTest, RefreshKeepsTheSelectedMail) {
     EXPECT_EQ(rowText(3), selected);
     eraseMail(3);
     QTest::keyClick(&window(), Qt::Key_F5);
-    const Lines rows = listed();
-    EXPECT_EQ(rows.size(), 11U);
+    EXPECT_EQ(listed().size(), 11U);
     EXPECT_EQ(list().selectedRow(), -1);
-
-    // One that is gone cannot be deleted.
-    clickRow(1);
-    eraseMail(1);
-    boxes.expectQuestion(kDeletions[2].question(), kYes);
-    boxes.expectBox(kCritical, "The selected mail could not be removed!");
-    trigger("DeleteMenu");
-    EXPECT_TRUE(context().link.isOpen());
-    EXPECT_EQ(listed(), rows);
-    EXPECT_EQ(info(), "Ready");
-}
-
-TEST_F(CommandTest, QuestionsSpeakSwedish) {
-    set(setting::CountryCode, "4000");
-    logIn();
-    select("schedule", 0);
-    boxes.expectQuestion("Du har valt att ta bort ett schema!\nVill du fortsätta?", kNo,
-                         [](QMessageBox& box) {
-                             EXPECT_EQ(box.button(kYes)->text(), "Ja");
-                             EXPECT_EQ(box.button(kNo)->text(), "Nej");
-                         });
-    trigger("DeleteMenu");
 }
 
 TEST_F(CommandTest, DialogsOpenInEveryWayAndACancelSendsNothing) {
-    const struct {
-        const char* node;
-        int row;
-        const char* dialog;
-        const char* toggle = nullptr;
-        const char* add = nullptr;
-        const char* toolbar_add = nullptr;
-    } cases[] = {{"admin", 1, "EditForm"},
-                 {"smtpforward", 0, "EditForm"},
-                 {"options", 0, "EditForm", "Toggmenu"},
-                 {"uucpdaemon", 1, "EditForm", "Toggmenu"},
-                 {"schedule", 2, "ScheduleForm", nullptr, "AddMenu", "toolbar_addschedule"},
-                 {"uucphosts", 3, "HostSetupForm", nullptr, "AddMenu", "toolbar_adduucphost"}};
+    const std::tuple<const char*, int, const char*, std::vector<std::string>> cases[] = {
+        {"admin", 1, "EditForm", {}},
+        {"smtpforward", 0, "EditForm", {}},
+        {"options", 0, "EditForm", {"Toggmenu"}},
+        {"uucpdaemon", 1, "EditForm", {"Toggmenu"}},
+        {"schedule", 2, "ScheduleForm", {"AddMenu", "toolbar_addschedule"}},
+        {"uucphosts", 3, "HostSetupForm", {"AddMenu", "toolbar_adduucphost"}}};
     logIn();
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.node);
-        select(c.node, c.row);
-        std::vector<Work> ways{[&] { clickRow(c.row, true); },
-                               [&] { QTest::keyClick(&list(), Qt::Key_Return); },
-                               [&] { clickInContextMenu("PropertiesMenu"); }};
-        for (const char* command :
-             {"PropertiesMenu", "toolbar_properties", c.toggle, c.add, c.toolbar_add})
-            if (command)
-                ways.emplace_back([&, command] { trigger(command); });
-        for (std::size_t i = 0; i < ways.size(); ++i)
-            inDialog(ways[i], [&](QDialog& form) {
-                EXPECT_EQ(form.objectName(), c.dialog);
-                type("x5");
-                if (i == 0)
-                    form.close();
-                else
-                    i == 1 ? clickOn(form, "CancelButton") : type("\x1b");
-            });
-        EXPECT_EQ(list().selectedRow(), c.row);
+    for (const auto& [node, row, dialog, commands] : cases) {
+        SCOPED_TRACE(node);
+        select(node, row);
+        std::vector<std::string> ways{"click", "Return", "PropertiesMenu", "toolbar_properties"};
+        ways.insert(ways.end(), commands.begin(), commands.end());
+        for (const std::string& way : ways)
+            inDialog(
+                [&] {
+                    if (way == "click")
+                        clickRow(row, true);
+                    else if (way == "Return")
+                        QTest::keyClick(&list(), Qt::Key_Return);
+                    else
+                        trigger(way.c_str());
+                },
+                [&](QDialog& form) {
+                    EXPECT_EQ(form.objectName(), dialog);
+                    type("x5");
+                    if (way == "click")
+                        form.close();
+                    else
+                        way == "Return" ? clickOn(form, "CancelButton") : type("\x1b");
+                });
+        EXPECT_EQ(list().selectedRow(), row);
     }
     EXPECT_EQ(saves(), 0);
     EXPECT_EQ(context().data.settings, site().settings);
@@ -181,18 +124,37 @@ TEST_F(CommandTest, DialogsOpenInEveryWayAndACancelSendsNothing) {
     EXPECT_EQ(context().data.hosts, site().hosts);
 }
 
+TEST_F(CommandTest, ADialogWhoseConnectionIsLostSavesNothingAndCloses) {
+    const std::tuple<const char*, const char*, const char*, std::string> cases[] = {
+        {"smtpforward", "PropertiesMenu", "10.0.0.1\n", unable("transfer new settings to")},
+        {"schedule", "PropertiesMenu", "s\n", unable("transmit data to")},
+        {"schedule", "AddMenu", "\t\t\t8:8\t9:9\n", unable("transmit data to")}};
+    for (const auto& [node, command, keys, message] : cases) {
+        logIn();
+        select(node, 0);
+        stopTimer();
+        const std::vector<ScheduleRecord> schedules = context().data.schedules;
+        inDialog(command, [&](QDialog&) {
+            loseConnection();
+            EXPECT_TRUE(waitUntil([this] { return !context().link.isOpen(); }));
+            boxes.expectBox(kCritical, message);
+            type(keys);
+        });
+        EXPECT_TRUE(boxes.done());
+        EXPECT_EQ(context().data.schedules, schedules);
+        window().menuTimer()->start();
+        EXPECT_TRUE(isLoggedOut());
+    }
+    EXPECT_EQ(saves(), 0);
+}
+
 TEST_F(CommandTest, FollowConnectionNodeAndRow) {
-    constexpr const char* kItems[] = {"AddMenu",
-                                      "DeleteMenu",
-                                      "PropertiesMenu",
-                                      "Toggmenu",
-                                      "OpenMenu",
-                                      "Refreshmenu",
-                                      "Cancelmenu",
-                                      "toolbar_addschedule",
-                                      "toolbar_adduucphost",
-                                      "toolbar_delete",
-                                      "toolbar_properties"};
+    // clang-format off
+    constexpr const char* kItems[] = {
+        "AddMenu", "DeleteMenu", "PropertiesMenu", "Toggmenu", "OpenMenu", "Refreshmenu",
+        "Cancelmenu", "toolbar_addschedule", "toolbar_adduucphost", "toolbar_delete",
+        "toolbar_properties"};
+    // clang-format on
     const auto expectEnabled = [&](bool connected, std::string_view node_key, bool has_row) {
         tick();
         const EnableFlags flags = enableFlags({connected, node_key, has_row});
@@ -206,8 +168,6 @@ TEST_F(CommandTest, FollowConnectionNodeAndRow) {
     };
     ASSERT_TRUE(start());
     expectEnabled(false, "", false);
-    for (std::size_t i = 0; i < kMenuItems; ++i)
-        EXPECT_TRUE(action(kItems[i])->isVisible()) << kItems[i];
     logIn();
     stopTimer();
     for (const TreeNode& tree_node : treeNodes()) {
@@ -222,88 +182,37 @@ TEST_F(CommandTest, FollowConnectionNodeAndRow) {
     expectEnabled(false, "", false);
 }
 
-constexpr const char* kSettings =
-    "Unable to transfer new settings to the Tollwick Service!\nThe connection is terminated!";
-constexpr const char* kSchedule =
-    "Unable to transmit data to the Tollwick Service!\nThe connection is terminated!";
-
-// Something to save, and what the list shows of it until the next tick when that failed.
-struct Attempt {
-    const char* name;
-    const char* node;
-    int row;
-    const char* command;
-    const char* keys; // nullptr: there is no dialog
-    ObjectClass object_class;
-    const char* message;
-    const char* left;
-};
-
-// clang-format off
-const Attempt kAttempts[] = {
-    {"IpNumber", "smtpserver", 0, "PropertiesMenu", " 127.0.0.1\n", ObjectClass::Settings,
-     kSettings,
-     "SmtpServiceIp netadress SMTP service address:|127.0.0.1"},
-    {"Port", "smtpforward", 1, "PropertiesMenu", "80\n", ObjectClass::Settings, kSettings,
-     "smtpforwardport portin SMTP forward to port:|80"},
-    {"Switch", "logs", 3, "Toggmenu", nullptr, ObjectClass::Settings, kSettings,
-     "scriptlogging squareselected Script logging|7"},
-    {"LogPeriod", "logs", 3, "PropertiesMenu", "8\n", ObjectClass::Settings, kSettings,
-     "scriptlogging square Script logging|8"},
-    {"NewSchedule", "schedule", 2, "AddMenu", "\t\t\t8:8\t9:9\n", ObjectClass::Schedule, kSchedule,
-     "setting schedule Weekdays|Every: 15 min|08:00 - 17:00|5"},
-    {"Schedule", "schedule", 2, "PropertiesMenu", "s\n", ObjectClass::Schedule, kSchedule,
-     "setting schedule Weekdays|Every: 15 min|08:00 - 17:00|5"},
-};
-// clang-format on
-
-class FailureTest : public ConsoleTest, public testing::WithParamInterface<Attempt> {};
-
-TEST_P(FailureTest, EndsTheConnection) {
-    const Attempt& attempt = GetParam();
-    for (const Failure failure : kFailures) {
-        if (!attempt.keys && failure == Failure::ConnectionLostBefore)
-            continue;
-        SCOPED_TRACE(static_cast<int>(failure));
-        restore();
-        logIn();
-        select(attempt.node, attempt.row);
-        stopTimer();
-        const Lines rows = listed();
-        const std::vector<ScheduleRecord> schedules = context().data.schedules;
-        if (attempt.name == std::string("IpNumber"))
-            boxes.expectBox(kExclamation,
-                            "The Tollwick service need to restarted for the IP-number "
-                            "change to take effect!");
-        const auto fail = [&](const Work& save) {
-            failing(failure, attempt.object_class, attempt.message, save);
-        };
-        const bool is_lost_before = failure == Failure::ConnectionLostBefore;
-        const Act enter = [&](QDialog&) {
-            is_lost_before ? fail([&] { type(attempt.keys); }) : type(attempt.keys);
-        };
-        const Work save = [&] {
-            attempt.keys ? inDialog([&] { trigger(attempt.command); }, enter)
-                         : trigger(attempt.command);
-        };
-        is_lost_before ? save() : fail(save);
-        EXPECT_FALSE(context().link.isOpen());
-        EXPECT_EQ(listed().size(), rows.size());
-        EXPECT_EQ(rowText(attempt.row), attempt.left);
-        EXPECT_EQ(context().data.schedules, schedules);
-        EXPECT_EQ(saves(), failure == Failure::ConnectionLostBefore ? 0 : 1);
-        EXPECT_TRUE(boxes.done());
-        tick();
-        EXPECT_TRUE(isLoggedOut());
-        window().menuTimer()->start();
-    }
-    restore();
+TEST_F(CommandTest, EverythingSpeaksSwedish) {
+    const std::tuple<const char*, int, const char*, const char*> dialogs[] = {
+        {"loginaccount", 0, "PropertiesMenu", "Ändra inloggningsuppgifter"},
+        {"schedule", 0, "AddMenu", "Lägg till schema"},
+        {"admin", 0, "PropertiesMenu", "Redigera IP-nummer"},
+        {"uucphosts", 0, "PropertiesMenu", "Redigera värd"},
+        {"uucphosts", 0, "SaveCsv", "Spara listan som..."}};
+    set(setting::CountryCode, "4000");
     logIn();
-    EXPECT_EQ(context().data.settings, site().settings) << "as if nothing had been entered";
+    EXPECT_EQ(tree().at(14), "..uucpmonitor monitor UUCP-monitor");
+    EXPECT_EQ(info(), "Klar");
+    for (const auto& [node, row, command, title] : dialogs) {
+        select(node, row);
+        inDialog(command, [&](QDialog& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), title);
+            if (auto* look_in = dialog.findChild<QLabel*>("lookInLabel"))
+                EXPECT_EQ(look_in->text(), "Leta i:") << "Qt's own words, too";
+            else
+                EXPECT_NE(textOf(dialog, "CancelButton").find("Avbryt"), std::string::npos);
+            dialog.reject();
+        });
+    }
+    select("schedule", 2);
+    EXPECT_EQ(rowText(2), "setting schedule Vardagar|Varje: 15 min|08:00 - 17:00|5");
+    boxes.expectQuestion("Du har valt att ta bort ett schema!\nVill du fortsätta?", kNo,
+                         [](QMessageBox& box) {
+                             EXPECT_EQ(box.button(kYes)->text(), "Ja");
+                             EXPECT_EQ(box.button(kNo)->text(), "Nej");
+                         });
+    trigger("DeleteMenu");
 }
-
-INSTANTIATE_TEST_SUITE_P(, FailureTest, testing::ValuesIn(kAttempts),
-                         [](const auto& test) { return test.param.name; });
 
 } // namespace
 } // namespace tollwick

@@ -5,7 +5,6 @@
 #include "tests/ui/support/console_test.h"
 
 #include <QPointer>
-#include <QTabWidget>
 #include <QTcpSocket>
 
 #ifdef _WIN32

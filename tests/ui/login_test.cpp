@@ -1,8 +1,8 @@
 #include "tests/ui/support/console_test.h"
 
+#include <QAbstractItemView>
+#include <QCompleter>
 #include <QLineEdit>
-#include <QTcpServer>
-#include <QTcpSocket>
 
 namespace tollwick {
 namespace {
@@ -10,30 +10,24 @@ namespace {
 using simulator::Server;
 
 constexpr const char* kRejected = "Authentication failure!\nCheck your password and try again.";
+constexpr const char* kNoKey = "Unable to initialize communication link to Tollwick service!";
 
 class LoginTest : public ConsoleTest {
 protected:
     LoginTest() { EXPECT_TRUE(start()); }
 
-    void openLogin(const Act& act) {
-        inDialog([this] { trigger("LoginMenu"); }, act);
-    }
     // A try that fails, and leaves the dialog ready for another.
-    static void fail(QDialog& login) {
+    void fail(QDialog& login, QMessageBox::Icon icon, const char* message) {
+        boxes.expectBox(icon, message);
         clickOn(login, "btnOk");
+        EXPECT_TRUE(boxes.done());
         for (const char* button : {"btnOk", "btnCancel", "btnOptions"})
             EXPECT_TRUE(child(login, button)->isVisible() && child(login, button)->isEnabled());
-    }
-    void expectLoggedOut() {
-        tick();
-        EXPECT_FALSE(context().link.isOpen());
-        EXPECT_TRUE(tree().empty());
-        EXPECT_FALSE(action("LogOffMenu")->isEnabled());
     }
 };
 
 TEST_F(LoginTest, SucceedsAsAPersonTypesIt) {
-    openLogin([&](QDialog& login) {
+    inDialog("LoginMenu", [&](QDialog& login) {
         EXPECT_EQ(login.windowTitle(), "Login");
         // The keys go where the focus is: first to the password, and Tab leads round to the name.
         EXPECT_EQ(focused(), "tbServerConnectPassword");
@@ -57,7 +51,6 @@ TEST_F(LoginTest, SucceedsAsAPersonTypesIt) {
         EXPECT_TRUE(node(key)->isExpanded() && !node(key)->icon(0).isNull());
     EXPECT_EQ(window().tree()->selectedKey(), "servername");
     EXPECT_EQ(context().data.settings, site().settings);
-    EXPECT_EQ(context().data.password, "tollwick");
 
     // Another login shows a fresh tree.
     select("uucphosts", 2);
@@ -77,8 +70,7 @@ TEST_F(LoginTest, SucceedsAsAPersonTypesIt) {
 TEST_F(LoginTest, AWrongLoginLeavesTheDialogForAnotherTry) {
     set(setting::ServerConnectPort, "1");
     ASSERT_TRUE(start());
-    boxes.expectBox(kCritical, kRejected);
-    openLogin([&](QDialog& login) {
+    inDialog("LoginMenu", [&](QDialog& login) {
         // A larger font stretches the dialog as a whole.
         const double unit = login.height() / 1965.0;
         const auto expectLayout = [&](bool expanded, int height, int top, const char* text) {
@@ -93,9 +85,8 @@ TEST_F(LoginTest, AWrongLoginLeavesTheDialogForAnotherTry) {
         expectLayout(true, 3165, 2460, "O&ptions <<");
         play(login, "tbServerConnectIp=localhost|tbServerConnectPort=" +
                         std::to_string(service.port()) + "|btnOptions"); // hidden, but used
-        expectLayout(false, 1965, 1260, "O&ptions >>");
         play(login, "tbServerConnectUsername=nobody|tbServerConnectPassword=wrong");
-        fail(login);
+        fail(login, kCritical, kRejected);
         EXPECT_TRUE(tree().empty());
         play(login, "tbServerConnectUsername?nobody|tbServerConnectPassword?wrong|"
                     "tbServerConnectUsername=admin|tbServerConnectPassword=tollwick|btnOk");
@@ -108,53 +99,15 @@ TEST_F(LoginTest, AWrongLoginLeavesTheDialogForAnotherTry) {
     EXPECT_EQ(stored(setting::ServerConnectIp), "localhost");
     EXPECT_EQ(stored(setting::ServerConnectPort), std::to_string(service.port()));
     EXPECT_EQ(stored(setting::ServerConnectUsername), "admin");
-    for (const auto& [name, value] : store.values)
-        EXPECT_NE(value, simulator::kSamplePassword) << name;
 }
 
-TEST_F(LoginTest, CancelLeavesTheConsoleLoggedOut) {
-    openLogin([](QDialog& login) { clickOn(login, "btnCancel"); });
-    expectLoggedOut();
-    EXPECT_EQ(info(), "");
-    // Even when a try has opened the link.
-    boxes.expectBox(kCritical, kRejected);
-    openLogin([&](QDialog& login) {
-        clickOn(login, "btnOk");
+TEST_F(LoginTest, CancelAfterAWrongLoginClosesTheConnection) {
+    inDialog("LoginMenu", [&](QDialog& login) {
+        fail(login, kCritical, kRejected);
         EXPECT_TRUE(context().link.isOpen());
-        type("\x1b");
+        clickOn(login, "btnCancel");
     });
-    expectLoggedOut();
-}
-
-TEST_F(LoginTest, TellsThatNoServiceListensOrSendsAKey) {
-    // One that closes its connections or sends something else is given four.
-    for (const char* first_data : {"", "220 ready\r\n"}) {
-        QTcpServer keyless;
-        ASSERT_TRUE(keyless.listen(QHostAddress::LocalHost));
-        int connections = 0;
-        QObject::connect(&keyless, &QTcpServer::newConnection, [&] {
-            ++connections;
-            QTcpSocket* socket = keyless.nextPendingConnection();
-            *first_data ? void(socket->write(first_data)) : socket->disconnectFromHost();
-        });
-        openLogin([&](QDialog& login) {
-            play(login, "btnOptions|tbServerConnectPort=" + std::to_string(keyless.serverPort()));
-            boxes.expectBox(kExclamation,
-                            "Unable to initialize communication link to Tollwick service!");
-            fail(login);
-            EXPECT_EQ(connections, 4);
-            keyless.close();
-            const std::string text = "Unable to connect to the Tollwick service.\nCause: (";
-            boxes.expectBox(kExclamation, text + "10061) Connection refused");
-            fail(login);
-            play(login, "tbServerConnectPort=abc");
-            boxes.expectBox(kExclamation, text + "10049) Invalid address or port number");
-            fail(login);
-            EXPECT_EQ(info(), "");
-            clickOn(login, "btnCancel");
-        });
-        expectLoggedOut();
-    }
+    EXPECT_TRUE(isLoggedOut());
 }
 
 TEST_F(LoginTest, AKeyOnTheSecondConnectionWillDo) {
@@ -168,6 +121,44 @@ TEST_F(LoginTest, AKeyOnTheSecondConnectionWillDo) {
     logIn();
     EXPECT_EQ(tree().size(), 15U);
     context().link.disconnect(&window());
+}
+
+TEST_F(LoginTest, WithoutAKeyIsGivenUpAndLogged) {
+    onServer([](Server& s) { s.faults().send_no_key = true; });
+    inDialog("LoginMenu", [this](QDialog& login) {
+        QTimer later;
+        later.callOnTimeout([&] {
+            if (!context().link.isOpen())
+                return;
+            later.stop();
+            restore(); // another connection would get its key
+            QTest::keyClick(&login, Qt::Key_Escape);
+        });
+        later.start(10);
+        fail(login, kExclamation, kNoKey);
+        login.reject();
+    });
+    EXPECT_NE(logged().back().find(std::string(kNoKey) + " ; (0/71:5)"), std::string::npos);
+}
+
+TEST_F(LoginTest, TheServersOfLateCompleteTheAddress) {
+    logIn();
+    trigger("LogOffMenu");
+    ASSERT_TRUE(isLoggedOut());
+    const std::string port = std::to_string(service.port());
+    EXPECT_EQ(stored({"Servers", "Server1", ""}), "127.0.0.1|" + port + "|admin");
+    inDialog("LoginMenu", [&](QDialog& login) {
+        play(login, "btnOptions|tbServerConnectPort=|tbServerConnectUsername=|"
+                    "tbServerConnectIp=127");
+        QAbstractItemView* popup =
+            child<QLineEdit>(login, "tbServerConnectIp")->completer()->popup();
+        ASSERT_TRUE(waitUntil([&] { return popup->isVisible(); }));
+        QTest::keyClick(popup, Qt::Key_Down);
+        QTest::keyClick(popup, Qt::Key_Return);
+        play(login, "tbServerConnectIp?127.0.0.1|tbServerConnectPort?" + port +
+                        "|tbServerConnectUsername?admin");
+        login.reject();
+    });
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+// What goes on while a request waits for its reply.
 #include "tests/ui/support/console_test.h"
 
 #include <QApplication>
@@ -6,23 +7,24 @@
 namespace tollwick {
 namespace {
 
+using simulator::Server;
+
 class WaitingTest : public ConsoleTest {
 protected:
-    // Refreshes the outbox, which the service never answers, and acts during the wait.
-    void refresh(const Work& act) {
-        logIn();
-        select("outbox", 2);
-        neverReply(ObjectClass::OutboxMail);
-        boxes.expectBox(kCritical, "Unable to retrieve outbox information from the Tollwick "
-                                   "Service!\nThe connection is terminated!");
-        inRequest([this] { trigger("Refreshmenu"); }, act);
-        tick();
+    // Refreshes the outbox, which fails, and acts during the wait, once it `is_due`.
+    void refresh(
+        const Work& act, const std::function<bool()>& is_due = [] { return true; }) {
+        boxes.expectBox(kCritical, unable("retrieve outbox information from"));
+        inRequest([this] { trigger("Refreshmenu"); }, act, is_due);
         EXPECT_TRUE(isLoggedOut());
         EXPECT_TRUE(boxes.done());
     }
 };
 
 TEST_F(WaitingTest, NoWindowTakesInputUntilTheTimeOut) {
+    logIn();
+    select("outbox", 2);
+    neverReply(ObjectClass::OutboxMail);
     refresh([this] {
         EXPECT_EQ(info(), "Retrieving outbox contents...");
         list().viewport()->repaint();
@@ -41,15 +43,6 @@ TEST_F(WaitingTest, NoWindowTakesInputUntilTheTimeOut) {
         EXPECT_EQ(list().selectedRow(), 2);
         EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
         EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
-
-        clock.time.hundredths += 99;
-        int ticks = 0;
-        QTimer timer;
-        timer.callOnTimeout([&] { ++ticks; });
-        timer.start(1);
-        EXPECT_TRUE(waitUntil([&] { return ticks > 40; }));
-        EXPECT_TRUE(context().link.isWaiting());
-        EXPECT_EQ(requestCount(ObjectClass::OutboxMail), 14) << "13 at the login";
         runOutOfTime();
     });
     // All of it works again.
@@ -61,28 +54,29 @@ TEST_F(WaitingTest, NoWindowTakesInputUntilTheTimeOut) {
 TEST_F(WaitingTest, TheLoginDialogStaysUntilTheTimeOut) {
     ASSERT_TRUE(start());
     neverReply(ObjectClass::Login);
-    boxes.expectBox(kCritical, "Unable to get authentication from the Tollwick Service!\n"
-                               "The connection is terminated!");
-    inDialog([this] { trigger("LoginMenu"); },
-             [this](QDialog& login) {
-                 inRequest([&] { clickOn(login, "btnOk"); },
-                           [&] {
-                               EXPECT_EQ(info(), "Connected...");
-                               for (const char* name : {"btnOk", "btnCancel", "btnOptions"})
-                                   EXPECT_FALSE(child(login, name)->isEnabled()) << name;
-                               QTest::keyClick(&login, Qt::Key_Escape);
-                               QTest::keyClicks(child(login, "tbServerConnectUsername"), "x");
-                               login.close();
-                               EXPECT_TRUE(login.isVisible());
-                               runOutOfTime();
-                           });
-                 EXPECT_EQ(textOf(login, "tbServerConnectUsername"), "admin");
-                 clickOn(login, "btnCancel");
-             });
+    boxes.expectBox(kCritical, unable("get authentication from"));
+    inDialog("LoginMenu", [this](QDialog& login) {
+        inRequest([&] { clickOn(login, "btnOk"); },
+                  [&] {
+                      EXPECT_EQ(info(), "Connected...");
+                      for (const char* name : {"btnOk", "btnCancel", "btnOptions"})
+                          EXPECT_FALSE(child(login, name)->isEnabled()) << name;
+                      QTest::keyClick(&login, Qt::Key_Escape);
+                      QTest::keyClicks(child(login, "tbServerConnectUsername"), "x");
+                      login.close();
+                      EXPECT_TRUE(login.isVisible());
+                      runOutOfTime();
+                  });
+        EXPECT_EQ(textOf(login, "tbServerConnectUsername"), "admin");
+        clickOn(login, "btnCancel");
+    });
     EXPECT_FALSE(context().link.isOpen());
 }
 
 TEST_F(WaitingTest, ClosingTheWindowEndsTheProcess) {
+    logIn();
+    clickNode("outbox");
+    neverReply(ObjectClass::OutboxMail);
     refresh([this] {
         window().close();
         EXPECT_EQ(ended, 1);
@@ -90,6 +84,25 @@ TEST_F(WaitingTest, ClosingTheWindowEndsTheProcess) {
         loseConnection(); // which ends the wait at once
     });
     EXPECT_EQ(ended, 1);
+}
+
+TEST_F(WaitingTest, AListThatIsFetchedIsCountedAndEscapeGivesItUp) {
+    logIn();
+    clickNode("outbox");
+    const QWidget* count = child(window(), "FetchedEntries");
+    EXPECT_FALSE(count->isVisible());
+    // The third mail never comes.
+    onServer([](Server& server) {
+        server.forgetRequests();
+        QObject::connect(&server, &Server::requestReceived, &server,
+                         [&server] { server.faults().never_reply = server.requests().size() > 2; });
+    });
+    refresh([this] { QTest::keyClick(window().windowHandle(), Qt::Key_Escape); },
+            [&] {
+                return child(window(), "BusyBar")->isVisible() &&
+                       textOf(window(), "FetchedEntries") == "2";
+            });
+    EXPECT_FALSE(count->isVisible());
 }
 
 } // namespace

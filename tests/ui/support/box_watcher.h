@@ -30,19 +30,20 @@ public:
     BoxWatcher() { QApplication::instance()->installEventFilter(this); }
     ~BoxWatcher() override {
         for (const Expectation& left : expected_)
-            ADD_FAILURE() << "Box that never came: " << left.box;
+            ADD_FAILURE() << "Box that never came: " << left.text;
     }
 
     // A box with the whole of this text and one button, which is clicked.
     void expectBox(QMessageBox::Icon icon, const std::string& text, Meanwhile meanwhile = {}) {
-        expected_.push_back({describe(icon, text, "Ok"), QMessageBox::Ok, std::move(meanwhile)});
+        expected_.push_back({icon, text, QMessageBox::Ok, QMessageBox::NoButton, QMessageBox::Ok,
+                             std::move(meanwhile)});
     }
     // A question whose default button is No, unless told otherwise.
     void expectQuestion(const std::string& text, QMessageBox::StandardButton pressed,
                         Meanwhile meanwhile = {}, QMessageBox::Icon icon = QMessageBox::Question,
                         QMessageBox::StandardButton default_button = kNo) {
-        expected_.push_back({describe(icon, text, default_button == kYes ? "(Yes)No" : "Yes(No)"),
-                             pressed, std::move(meanwhile)});
+        expected_.push_back(
+            {icon, text, kYes | kNo, default_button, pressed, std::move(meanwhile)});
     }
     // From now on takes any box as it comes: notes its text and presses Yes or Ok.
     void takeAll(std::vector<std::string>& texts, Meanwhile meanwhile = {}) {
@@ -63,26 +64,14 @@ protected:
 
 private:
     struct Expectation {
-        std::string box;
+        QMessageBox::Icon icon;
+        std::string text;
+        QMessageBox::StandardButtons buttons;
+        QMessageBox::StandardButton default_button;
         QMessageBox::StandardButton pressed;
         Meanwhile meanwhile;
     };
 
-    static std::string describe(QMessageBox::Icon icon, const std::string& text,
-                                const std::string& buttons) {
-        constexpr const char* kIcons[] = {"plain", "information", "exclamation", "critical",
-                                          "question"};
-        return kIcons[icon] + (": " + text) + ' ' + buttons;
-    }
-    static std::string describe(const QMessageBox& box) {
-        std::string buttons = box.windowTitle().toStdString() == kProgramName ? "" : "title! ";
-        for (const auto& [button, name] :
-             {std::pair{QMessageBox::Ok, "Ok"}, {QMessageBox::Yes, "Yes"}, {QMessageBox::No, "No"}})
-            if (box.button(button))
-                buttons += box.button(button) == box.defaultButton() ? '(' + std::string(name) + ')'
-                                                                     : name;
-        return describe(box.icon(), box.text().toStdString(), buttons);
-    }
     void answer(QMessageBox& box) {
         if (taken_) {
             taken_->push_back(box.text().toStdString());
@@ -92,12 +81,16 @@ private:
             return (yes ? yes : box.button(QMessageBox::Ok))->click();
         }
         if (expected_.empty()) {
-            ADD_FAILURE() << "Unexpected box: " << describe(box);
+            ADD_FAILURE() << "Unexpected box: " << box.text().toStdString();
             return box.reject();
         }
         const Expectation next = std::move(expected_.front());
         expected_.pop_front();
-        EXPECT_EQ(describe(box), next.box);
+        EXPECT_EQ(box.text().toStdString(), next.text);
+        EXPECT_EQ(box.windowTitle().toStdString(), kProgramName) << next.text;
+        EXPECT_EQ(box.icon(), next.icon) << next.text;
+        EXPECT_EQ(box.standardButtons(), next.buttons) << next.text;
+        EXPECT_EQ(box.standardButton(box.defaultButton()), next.default_button) << next.text;
         if (next.meanwhile)
             next.meanwhile(box);
         if (QAbstractButton* button = box.button(next.pressed))

@@ -1,8 +1,7 @@
 #include "tests/ui/support/console_test.h"
 
 #include <QComboBox>
-#include <QContextMenuEvent>
-#include <QMenu>
+#include <QListWidget>
 #include <QRegularExpression>
 #include <QTabWidget>
 #include <QTreeWidgetItemIterator>
@@ -28,6 +27,10 @@ QWidget* focusWidget() {
     return QApplication::focusWidget();
 }
 
+void clickItem(QListWidget& list, const QListWidgetItem* item) {
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(item).center());
+}
+
 } // namespace
 
 ConsoleTest::ConsoleTest()
@@ -45,8 +48,7 @@ bool ConsoleTest::start() {
 
 void ConsoleTest::logIn() {
     ASSERT_TRUE(console || start());
-    inDialog([this] { trigger("LoginMenu"); },
-             typing(std::string(simulator::kSamplePassword) + '\n'));
+    inDialog("LoginMenu", typing(std::string(simulator::kSamplePassword) + '\n'));
     ASSERT_TRUE(waitUntil([this] { return action("LogOffMenu")->isEnabled(); }));
     window().activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
@@ -124,28 +126,34 @@ void ConsoleTest::play(QDialog& dialog, const std::string& steps) {
                 tabs->setCurrentWidget(page);
         focusWidget();
         ASSERT_TRUE(widget->isVisible() && widget->isEnabled());
-        if (auto* list = qobject_cast<QComboBox*>(widget)) {
-            list->setFocus();
+        if (auto* list = qobject_cast<QListWidget*>(widget)) {
+            clickItem(*list, list->item(std::stoi(text)));
+        } else if (qobject_cast<QComboBox*>(widget)) {
+            widget->setFocus();
             press(Qt::Key_Home);
             for (int i = 0; i < std::stoi(text); ++i)
                 press(Qt::Key_Down);
-            continue;
+        } else {
+            QTest::mouseClick(widget, Qt::LeftButton, {}, {8, widget->height() / 2});
+            if (at < 0)
+                continue;
+            QCoreApplication::processEvents();
+            press(Qt::Key_A, Qt::ControlModifier);
+            type("\b" + text);
         }
-        QTest::mouseClick(widget, Qt::LeftButton, {}, {8, widget->height() / 2});
-        if (at < 0)
-            continue;
-        QCoreApplication::processEvents();
-        press(Qt::Key_A, Qt::ControlModifier);
-        type("\b" + text);
     }
 }
 
 std::string ConsoleTest::textOf(QWidget& parent, const char* name) {
     const QWidget* widget = child(parent, name);
+    std::string items;
+    if (const auto* list = qobject_cast<const QListWidget*>(widget))
+        for (int row = 0; row < list->count(); ++row)
+            items += list->item(row)->text().toStdString() + ';';
     for (const char* property : {"text", "currentText", "title", "plainText"})
         if (widget->property(property).isValid())
             return widget->property(property).toString().toStdString();
-    return {};
+    return items;
 }
 
 void ConsoleTest::trigger(const char* name) {
@@ -177,16 +185,6 @@ void ConsoleTest::clickRow(int row, bool twice) {
     ASSERT_EQ(list().selectedRow(), row);
     if (twice)
         QTest::mouseDClick(list().viewport(), Qt::LeftButton, {}, place);
-}
-
-void ConsoleTest::clickInContextMenu(const char* name) {
-    ASSERT_TRUE(waitUntil([&] { return action(name)->isEnabled(); }));
-    const QPoint place = list().visualRect(list().currentIndex()).center();
-    QContextMenuEvent event(QContextMenuEvent::Mouse, place, list().viewport()->mapToGlobal(place));
-    QApplication::sendEvent(list().viewport(), &event);
-    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    ASSERT_TRUE(menu);
-    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action(name)).center());
 }
 
 Lines ConsoleTest::tree() {
@@ -236,29 +234,44 @@ void ConsoleTest::restore() {
     });
 }
 
-void ConsoleTest::setFault(ObjectClass object_class, bool never_reply) {
+std::string ConsoleTest::refused(ObjectClass object_class, const std::string& what,
+                                 const Work& work) {
     onServer([&](Server& server) {
         server.faults().only_class = object_class;
-        server.faults().never_reply = never_reply;
-        if (!never_reply)
-            server.faults().result = result::Refused;
+        server.faults().result = result::Refused;
+    });
+    std::string status;
+    boxes.expectBox(kCritical, unable(what), [&](QMessageBox&) {
+        EXPECT_TRUE(context().requests.isBusy()) << "told before anything else goes on";
+        status = info();
+    });
+    work();
+    EXPECT_TRUE(boxes.done());
+    return status;
+}
+
+void ConsoleTest::neverReply(ObjectClass object_class) {
+    onServer([&](Server& server) {
+        server.faults().only_class = object_class;
+        server.faults().never_reply = true;
     });
 }
 
 int ConsoleTest::requestCount(ObjectClass object_class) {
-    const auto requests = onServer([](Server& server) { return server.requests(); });
-    return static_cast<int>(std::count_if(requests.begin(), requests.end(), [&](const auto& r) {
-        return r.object_class == static_cast<Integer>(object_class);
-    }));
+    return onServer([&](Server& server) {
+        return static_cast<int>(std::ranges::count_if(server.requests(), [&](const auto& request) {
+            return request.object_class == static_cast<Integer>(object_class);
+        }));
+    });
 }
 
 int ConsoleTest::saves() {
-    const auto requests = onServer([](Server& server) { return server.requests(); });
-    return static_cast<int>(std::count_if(requests.begin(), requests.end(), [](const auto& r) {
-        const auto operation = static_cast<Operation>(r.operation);
-        return operation == Operation::Add || operation == Operation::Save ||
-               operation == Operation::Delete;
-    }));
+    constexpr std::array kSaves{Operation::Add, Operation::Save, Operation::Delete};
+    return onServer([&](Server& server) {
+        return static_cast<int>(std::ranges::count_if(server.requests(), [&](const auto& request) {
+            return std::ranges::count(kSaves, static_cast<Operation>(request.operation)) > 0;
+        }));
+    });
 }
 
 Lines ConsoleTest::logged() {
@@ -267,34 +280,6 @@ Lines ConsoleTest::logged() {
     for (std::string line; std::getline(log, line);)
         lines.push_back(line.substr(line.find("A:") + 2));
     return lines;
-}
-
-std::string ConsoleTest::failing(Failure failure, ObjectClass object_class,
-                                 const std::string& message, const Work& work) {
-    boxes.expectBox(kCritical, message, [this](QMessageBox&) {
-        EXPECT_TRUE(context().requests.isBusy()) << "told before anything else goes on";
-    });
-    std::string status;
-    QObject here;
-    const auto strike = [&] {
-        if (!onServer([](Server& s) { return s.faults().concern(s.lastRequest()); }))
-            return;
-        status = info();
-        failure == Failure::ConnectionLost ? loseConnection() : runOutOfTime();
-    };
-    if (failure == Failure::ConnectionLostBefore) {
-        loseConnection();
-        EXPECT_TRUE(waitUntil([this] { return !context().link.isOpen(); }));
-    } else {
-        setFault(object_class, failure != Failure::Refused);
-    }
-    if (failure == Failure::TimedOut || failure == Failure::ConnectionLost)
-        onServer([&](Server& server) {
-            QObject::connect(&server, &Server::requestReceived, &here, strike,
-                             Qt::QueuedConnection);
-        });
-    work();
-    return status;
 }
 
 } // namespace tollwick

@@ -3,7 +3,6 @@
 // person does, with keys that go where the focus is.
 #pragma once
 
-#include "link/record_packing.h"
 #include "simulator/sample_site.h"
 #include "simulator/server_thread.h"
 #include "tests/support/fixed_clock.h"
@@ -24,14 +23,14 @@
 
 namespace tollwick {
 
-// The ways in which a request ends without its reply.
-enum class Failure { Refused, TimedOut, ConnectionLost, ConnectionLostBefore };
-inline constexpr Failure kFailures[] = {Failure::Refused, Failure::TimedOut,
-                                        Failure::ConnectionLost, Failure::ConnectionLostBefore};
-
 using Lines = std::vector<std::string>;
 using Work = std::function<void()>;
 using Act = std::function<void(QDialog&)>;
+
+// How a failed request is told.
+inline std::string unable(const std::string& what) {
+    return "Unable to " + what + " the Tollwick Service!\nThe connection is terminated!";
+}
 
 // Milliseconds; far more than a loaded machine needs, and only a test that fails uses it up.
 inline constexpr int kPatience = 30'000;
@@ -66,6 +65,9 @@ protected:
     // is closed; each of them gets its act. One that is still up after that fails the test.
     void inDialogs(const Work& open, const std::vector<Act>& acts);
     void inDialog(const Work& open, const Act& act) { inDialogs(open, {act}); }
+    void inDialog(const char* action, const Act& act) {
+        inDialogs([&] { trigger(action); }, {act});
+    }
     // Runs `request`, which waits for a reply, and `act` during the wait, once it `is_due`.
     void inRequest(
         const Work& request, const Work& act,
@@ -87,10 +89,7 @@ protected:
     // which "|" separates, "name" is clicked, "name=text" is entered over what is there, or chosen
     // in a list by its position, "name?text" has to show the text, and "?name" to have the focus.
     static void play(QDialog& dialog, const std::string& steps);
-    static Act playing(std::string steps) {
-        return [steps](QDialog& dialog) { play(dialog, steps); };
-    }
-    // What the control shows: its text, its caption or its title.
+    // What the control shows: its text, its caption, its title or its items.
     static std::string textOf(QWidget& parent, const char* name);
 
     Twmainform& window() { return *console->mainForm(); }
@@ -110,11 +109,6 @@ protected:
     void select(const std::string& node, int row) {
         clickNode(node);
         clickRow(row);
-    }
-    // Opens the Tools menu on the selected row with the right mouse button, and clicks an entry.
-    void clickInContextMenu(const char* name);
-    void properties(const std::vector<Act>& acts) {
-        inDialogs([this] { trigger("PropertiesMenu"); }, acts);
     }
     // An act: types, and so confirms or goes on.
     static Act typing(std::string keys) {
@@ -137,26 +131,14 @@ protected:
     }
     // Restores the service: the sample site, no faults, and no requests so far.
     void restore();
-    // The record of the latest request, which has to have this operation and class.
-    template <class Record>
-    Record sent(Operation operation, ObjectClass object_class) {
-        Record record;
-        const Comrecord request = onServer([](auto& server) { return server.lastRequest(); });
-        EXPECT_EQ(request.Operation, static_cast<Integer>(operation));
-        EXPECT_EQ(request.ObjectClass, static_cast<Integer>(object_class));
-        unpackRecord(request, record);
-        return record;
-    }
     // The text log, line by line, without the moment.
     Lines logged();
 
-    // Runs `work`, whose first request for this class of object fails in this way and is told with
-    // this message. Returns the status text during the request, if that was waited for.
-    std::string failing(Failure failure, ObjectClass object_class, const std::string& message,
-                        const Work& work);
-    // Has the service refuse, or never answer, requests for a class of object.
-    void refuse(ObjectClass object_class) { setFault(object_class, false); }
-    void neverReply(ObjectClass object_class) { setFault(object_class, true); }
+    // Runs `work`, whose first request for this class of object is refused and told as `unable` to
+    // do so. Returns the status text at that moment.
+    std::string refused(ObjectClass object_class, const std::string& what, const Work& work);
+    // The service answers no request for this class of object.
+    void neverReply(ObjectClass object_class);
     void loseConnection() {
         onServer([](simulator::Server& server) { server.closeConnections(); });
     }
@@ -180,9 +162,6 @@ protected:
     BoxWatcher boxes;
     int ended = 0; // times that the process was ended
     std::unique_ptr<Console> console;
-
-private:
-    void setFault(ObjectClass object_class, bool never_reply);
 };
 
 } // namespace tollwick

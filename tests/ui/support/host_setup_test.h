@@ -1,6 +1,7 @@
 // For the tests of the host dialog: fills it in as a person does and shows what the service got.
 #pragma once
 
+#include "link/record_packing.h"
 #include "link/scramble.h"
 #include "tests/ui/support/console_test.h"
 
@@ -23,12 +24,11 @@ protected:
         clickNode("uucphosts");
         if (row >= 0)
             clickRow(row);
-        inDialog([&] { trigger(row < 0 ? "AddMenu" : "PropertiesMenu"); },
-                 [&](QDialog& dialog) {
-                     EXPECT_EQ(dialog.objectName(), "HostSetupForm");
-                     form_ = &dialog;
-                     act();
-                 });
+        inDialog(row < 0 ? "AddMenu" : "PropertiesMenu", [&](QDialog& dialog) {
+            EXPECT_EQ(dialog.objectName(), "HostSetupForm");
+            form_ = &dialog;
+            act();
+        });
     }
     void inForm(int row, const std::string& steps) {
         inForm(row, [&] { play(steps); });
