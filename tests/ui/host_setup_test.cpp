@@ -227,7 +227,9 @@ TEST_F(HostSetupTest, WhatIsRefusedIsToldAndGetsTheFocus) {
             play("CancelButton");
         });
     EXPECT_FALSE(QApplication::overrideCursor());
-    const std::size_t lines = logged().size(); // where numbers past their bits go
+    const std::size_t lines = logged().size(); // where numbers past their bits go, too
+    boxes.expectBox(kExclamation, kNumberTooLarge);
+    boxes.expectBox(kExclamation, kNumberTooLarge);
     inForm(1, "tbMailLimit=32768|OkButton|tbMailLimit=1|TimeoutTxt=2147483648|OkButton|"
               "CancelButton");
     ASSERT_EQ(logged().size(), lines + 2);

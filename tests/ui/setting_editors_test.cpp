@@ -198,6 +198,9 @@ TEST_F(SettingEditorTest, ALogPeriodReachesTheServiceWithTheNextSave) {
         EXPECT_EQ(cell(row), period);
         EXPECT_EQ(list().selectedRow(), row);
     }
+    boxes.expectBox(kExclamation, kNumberTooLarge);
+    inDialog("PropertiesMenu", typing("32768\n"));
+    EXPECT_EQ(cell(6), "8");
 }
 
 TEST_F(SettingEditorTest, AnEmptyDebuggingLevelGivesNoWarning) {

@@ -41,6 +41,8 @@ template <class Condition>
     return QTest::qWaitFor(condition, kPatience);
 }
 
+inline constexpr const char* kNumberTooLarge = "A number that you entered is too large!";
+
 class ConsoleTest : public testing::Test {
 protected:
     ConsoleTest();
