@@ -6,6 +6,7 @@
 #include "ui/dialogs/file_filter.h"
 #include "ui/dialogs/help_button.h"
 #include "ui/dialogs/script_file_form.h"
+#include "ui/hostsetup/host_fields.h"
 #include "ui/hostsetup/host_saver.h"
 #include "ui/hostsetup/modem_form.h"
 #include "ui/main/to_qstring.h"
@@ -34,16 +35,6 @@ void fill(QComboBox* combo, const std::vector<std::string>& items) {
     combo->clear();
     for (const std::string& item : items)
         combo->addItem(QString::fromStdString(item));
-}
-
-// The position that the list shows now; one that the list could not show stays as it was.
-int positionOf(const QComboBox* combo, int shown_at_first) {
-    const bool could_not_be_shown = shown_at_first < 0 || shown_at_first >= combo->count();
-    return combo->currentIndex() < 0 && could_not_be_shown ? shown_at_first : combo->currentIndex();
-}
-
-std::string textOf(const QLineEdit* edit) {
-    return edit->text().toStdString();
 }
 
 // What the keyboard cannot enter into a line, but a paste or a drop can.
@@ -252,7 +243,7 @@ bool HostSetupForm::eventFilter(QObject* watched, QEvent* event) {
 void HostSetupForm::ShowAllData() {
     const BusyPointer busy(context_.progress);
     entry_ = entryOf(context_.data.current_host);
-    showEntry(entry_);
+    showEntry();
     fetchLists();
     showConnectSpeed();
     SetConnectFrames();
@@ -262,55 +253,13 @@ void HostSetupForm::ShowAllData() {
         keepOut(noNodeNameCharacters(), ui_->RemoteHostNameTxt);
 }
 
-void HostSetupForm::showEntry(const HostEntry& entry) {
-    const auto show = [](QLineEdit* edit, const std::string& text) {
-        edit->setText(QString::fromStdString(text));
-        edit->setCursorPosition(0);
-    };
-    show(ui_->HostSetupNameTxt, entry.display_name);
-    show(ui_->MailDomainTxt, entry.mail_domain);
-    ui_->ActiveHostCheck->setChecked(entry.active);
-    ui_->DefaultDomainCheck->setChecked(entry.default_domain);
-
-    (entry.transport_when_in_queue ? ui_->obMailTransport1 : ui_->obMailTransport0)
-        ->setChecked(true);
-    show(ui_->tbMailLimit, entry.mail_limit.text);
+void HostSetupForm::showEntry() {
+    showFields(entry_, *ui_);
     for (const auto& [position, option] : {std::pair{0, ui_->ConnectUsingOption0},
                                            {1, ui_->ConnectUsingOption1},
                                            {2, ui_->ConnectUsingOption2}})
-        option->setChecked(entry.connect_using.index == position);
-    ui_->chkUseTapi->setChecked(entry.do_not_use_tapi);
-    show(ui_->PhoneNoTxt, entry.phone_number);
-    show(ui_->CallRetriesTxt, entry.call_retries.text);
-    show(ui_->RetryTimeTxt, entry.retry_time.text);
-    show(ui_->TimeoutTxt, entry.dial_timeout.text);
-
-    show(ui_->LoginNameTxt, entry.login_name);
-    show(ui_->PasswordTxt, entry.password);
-    show(ui_->UucpLoginNameTxt, entry.uucp_login_name);
-    show(ui_->UucpPasswordTxt, entry.uucp_password);
-    show(ui_->LocalUUCPnameTxt, entry.local_uucp_name);
-    show(ui_->RemoteHostNameTxt, entry.remote_uucp_name);
-    ui_->UucpProtocolLbx->setCurrentIndex(entry.uucp_protocol.index);
-    show(ui_->UucpTimeoutTxt, entry.uucp_timeout.text);
-    ui_->PackSizeLbx->setCurrentIndex(entry.packet_size.index);
-    ui_->WindowsSizeLbx->setCurrentIndex(entry.window_size.index);
-
-    show(ui_->ScripFileNameTxt, entry.script_file_name);
-
-    ui_->CurrentModemCap->setText(toQString(trimmed(entry.modem.make + ' ' + entry.modem.model)));
-    show(ui_->InitializationStringTxt, entry.modem_init);
-    ui_->ComPortLbx->setCurrentIndex(entry.com_port.index);
-    ui_->ParityLbx->setCurrentIndex(entry.parity.index);
-    ui_->DataBitsLbx->setCurrentIndex(entry.data_bits.index);
-    ui_->StopBitsLbx->setCurrentIndex(entry.stop_bits.index);
-
-    show(ui_->RasHost, entry.ras_host);
-    show(ui_->RasUucpPort, entry.uucp_tcp_port.text);
-    show(ui_->HostLupTm, entry.host_lookup_timeout.text);
-    show(ui_->RasUsernameTxt, entry.ras_user_name);
-    show(ui_->RasPasswordTxt, entry.ras_password);
-    ui_->UseCurrentTcp->setChecked(entry.do_not_use_active_connection);
+        option->setChecked(entry_.connect_using.index == position);
+    ui_->CurrentModemCap->setText(toQString(trimmed(entry_.modem.make + ' ' + entry_.modem.model)));
 }
 
 void HostSetupForm::fetchLists() {
@@ -387,48 +336,11 @@ int HostSetupForm::connectUsing() const {
 
 HostEntry HostSetupForm::entry() const {
     HostEntry entry = entry_;
-    entry.display_name = textOf(ui_->HostSetupNameTxt);
-    entry.mail_domain = textOf(ui_->MailDomainTxt);
-    entry.active = ui_->ActiveHostCheck->isChecked();
-    entry.default_domain = ui_->DefaultDomainCheck->isChecked();
-
-    entry.transport_when_in_queue = ui_->obMailTransport1->isChecked();
-    entry.mail_limit.text = textOf(ui_->tbMailLimit);
+    takeFields(*ui_, entry);
     entry.connect_using.index = connectUsing();
-    entry.do_not_use_tapi = ui_->chkUseTapi->isChecked();
-    entry.phone_number = textOf(ui_->PhoneNoTxt);
-    entry.call_retries.text = textOf(ui_->CallRetriesTxt);
-    entry.retry_time.text = textOf(ui_->RetryTimeTxt);
-    entry.dial_timeout.text = textOf(ui_->TimeoutTxt);
-
-    entry.login_name = textOf(ui_->LoginNameTxt);
-    entry.password = textOf(ui_->PasswordTxt);
-    entry.uucp_login_name = textOf(ui_->UucpLoginNameTxt);
-    entry.uucp_password = textOf(ui_->UucpPasswordTxt);
-    entry.local_uucp_name = textOf(ui_->LocalUUCPnameTxt);
-    entry.remote_uucp_name = textOf(ui_->RemoteHostNameTxt);
-    entry.uucp_protocol.index = positionOf(ui_->UucpProtocolLbx, entry_.uucp_protocol.index);
-    entry.uucp_timeout.text = textOf(ui_->UucpTimeoutTxt);
-    entry.packet_size.index = positionOf(ui_->PackSizeLbx, entry_.packet_size.index);
-    entry.window_size.index = positionOf(ui_->WindowsSizeLbx, entry_.window_size.index);
-
-    entry.script_file_name = textOf(ui_->ScripFileNameTxt);
-
     entry.tapi_device = trimmed(ui_->DeviceList->currentText().toStdString());
     entry.tapi_location = trimmed(ui_->LocationList->currentText().toStdString());
-    entry.modem_init = textOf(ui_->InitializationStringTxt);
-    entry.com_port.index = positionOf(ui_->ComPortLbx, entry_.com_port.index);
     entry.connect_speed.index = ui_->ConnectSpeedLbx->currentIndex();
-    entry.parity.index = positionOf(ui_->ParityLbx, entry_.parity.index);
-    entry.data_bits.index = positionOf(ui_->DataBitsLbx, entry_.data_bits.index);
-    entry.stop_bits.index = positionOf(ui_->StopBitsLbx, entry_.stop_bits.index);
-
-    entry.ras_host = textOf(ui_->RasHost);
-    entry.uucp_tcp_port.text = textOf(ui_->RasUucpPort);
-    entry.host_lookup_timeout.text = textOf(ui_->HostLupTm);
-    entry.ras_user_name = textOf(ui_->RasUsernameTxt);
-    entry.ras_password = textOf(ui_->RasPasswordTxt);
-    entry.do_not_use_active_connection = ui_->UseCurrentTcp->isChecked();
     const QComboBox* ras = ui_->PhoneEntries;
     if (ras->currentIndex() < 0)
         entry.ras_entry = RasChoice();

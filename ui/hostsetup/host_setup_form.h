@@ -42,7 +42,7 @@ private:
     void fillLists();
     void connectSignals();
 
-    void showEntry(const HostEntry& entry);
+    void showEntry();
     // Fetches in their order; the first failure, which has been told, ends it.
     void fetchLists();
     void fetchScript(const std::string& file_name);
