@@ -7,6 +7,7 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -79,9 +80,10 @@ private:
             << place_ << ": " << nameOf(widget) << " has no name";
         EXPECT_TRUE(!qobject_cast<QDialog*>(&window_) || !widget.accessibleDescription().isEmpty())
             << place_ << ": " << nameOf(widget) << " has no description";
-        // The buttons of the toolbar are known by their actions.
+        // The buttons of the toolbar are known by their actions, those of a box by their role.
         EXPECT_FALSE(widget.objectName().isEmpty() &&
-                     !qobject_cast<QToolBar*>(widget.parentWidget()))
+                     !qobject_cast<QToolBar*>(widget.parentWidget()) &&
+                     !qobject_cast<QDialogButtonBox*>(widget.parentWidget()))
             << place_ << ": " << nameOf(widget);
     }
 
@@ -186,12 +188,12 @@ private:
     void checkFocusShows(QWidget& widget) {
         const auto* view = qobject_cast<QAbstractItemView*>(&widget);
         const auto* button = qobject_cast<QPushButton*>(&widget);
+        window_.setAttribute(Qt::WA_KeyboardFocusChange); // as the Tab key does
+        window_.setFocus();
         // An empty list has nothing to show it on, and the default button looks alike to the style.
         if (!window_.isActiveWindow() || (view && view->model()->rowCount() == 0) ||
             (button && button->isDefault()))
             return;
-        window_.setAttribute(Qt::WA_KeyboardFocusChange); // as the Tab key does
-        window_.setFocus();
         const QImage without = window_.grab(placeOf(widget)).toImage();
         widget.setFocus(Qt::TabFocusReason);
         if (!widget.hasFocus()) // a rule of the window moved it on
@@ -298,6 +300,18 @@ TEST_P(AccessibilityTest, HelpAndContextMenus) {
         }
         menu->close();
     }
+}
+
+TEST_P(AccessibilityTest, MessageBoxes) {
+    logIn();
+    std::vector<std::string> texts;
+    boxes.takeAll(texts, [](QMessageBox& box) { walk(box, box.text().toStdString()); });
+    select("schedule", 0);
+    trigger("DeleteMenu");
+    select("outbox", 0);
+    neverReply(ObjectClass::OutboxMail);
+    inRequest([this] { trigger("Refreshmenu"); }, [this] { loseConnection(); });
+    EXPECT_EQ(texts.size(), 2U) << "a question and a loss";
 }
 
 TEST_P(AccessibilityTest, Editors) {

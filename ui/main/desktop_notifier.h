@@ -2,9 +2,7 @@
 #pragma once
 
 #include <QObject>
-#include <QTimer>
 
-class QSystemTrayIcon;
 class QWidget;
 
 namespace tollwick {
@@ -12,16 +10,24 @@ namespace tollwick {
 class DesktopNotifier : public QObject {
     Q_OBJECT
 public:
-    // `window` is what a click on the notification brings to the front.
+    // The way of the platform; see freedesktop_notifier.cpp and tray_notifier.cpp. `window`, which
+    // becomes the parent, is what a click on the notification brings to the front.
+    static DesktopNotifier* create(QWidget* window);
+
+    // Where the desktop shows no notifications, the window's entry in the task bar is marked alone.
+    void notify(const QString& text);
+
+protected:
     explicit DesktopNotifier(QWidget* window);
 
-    // Where the desktop shows no notifications, the window's entry in the task bar is marked.
-    void notify(const QString& text);
+    // Returns at once, whether the desktop shows the text or not.
+    virtual void show(const QString& text) = 0;
+    void comeForward();
+
+    static constexpr int kShownMs = 10'000;
 
 private:
     QWidget* window_;
-    QSystemTrayIcon* icon_ = nullptr;
-    QTimer hide_later_;
 };
 
 } // namespace tollwick

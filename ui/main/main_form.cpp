@@ -91,8 +91,9 @@ QString webAddress(std::string_view page, Integer lang_base) {
 Twmainform::Twmainform(ConsoleContext& context, MainStatusBar* status_bar,
                        std::function<void()> end_process)
     : open_url([](const QUrl& url) { QDesktopServices::openUrl(url); }),
-      notify(
-          [notifier = new DesktopNotifier(this)](const QString& text) { notifier->notify(text); }),
+      notify([notifier = DesktopNotifier::create(this)](const QString& text) {
+          notifier->notify(text);
+      }),
       context_(context), end_process_(std::move(end_process)),
       actions_(new MainActions(*this, context.main.texts())),
       pane_(new ExplorerPane(context.main.settings, context.main.texts(), this)),

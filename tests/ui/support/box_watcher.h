@@ -45,7 +45,10 @@ public:
                              pressed, std::move(meanwhile)});
     }
     // From now on takes any box as it comes: notes its text and presses Yes or Ok.
-    void takeAll(std::vector<std::string>& texts) { taken_ = &texts; }
+    void takeAll(std::vector<std::string>& texts, Meanwhile meanwhile = {}) {
+        taken_ = &texts;
+        meanwhile_ = std::move(meanwhile);
+    }
     // True when every box that was expected has come.
     [[nodiscard]] bool done() const { return expected_.empty(); }
 
@@ -83,6 +86,8 @@ private:
     void answer(QMessageBox& box) {
         if (taken_) {
             taken_->push_back(box.text().toStdString());
+            if (meanwhile_)
+                meanwhile_(box);
             QAbstractButton* yes = box.button(kYes);
             return (yes ? yes : box.button(QMessageBox::Ok))->click();
         }
@@ -103,6 +108,7 @@ private:
 
     std::deque<Expectation> expected_;
     std::vector<std::string>* taken_ = nullptr;
+    Meanwhile meanwhile_; // for those
 };
 
 } // namespace tollwick
