@@ -15,7 +15,7 @@ namespace {
 // after at least this often however fast replies come in.
 constexpr int kSliceMs = 5;
 constexpr int kEventsEveryMs = 20;
-constexpr int kReportCheckMs = 50;
+constexpr int kReportCheckMs = 20;
 
 long errorNumber(QAbstractSocket::SocketError error) {
     switch (error) {
@@ -49,7 +49,10 @@ ServiceLink::ServiceLink(const Clock& clock, QObject* parent) : QObject(parent),
     connect(&socket_, &QTcpSocket::errorOccurred, this, &ServiceLink::onError);
     connect(&socket_, &QTcpSocket::stateChanged, this, &ServiceLink::stateChanged);
     connect(&report_timer_, &QTimer::timeout, this, [this] {
-        if (timedOut())
+        // A reset between two notifications can go by without one, as seen under Wine.
+        if (isOpen())
+            socket_.waitForReadyRead(0);
+        if (report_ && timedOut())
             finishReport({}, NoReply::TimedOut);
     });
     since_events_.start();

@@ -58,11 +58,17 @@ void rest(int milliseconds) {
 // Does something while a modal window is up, which `open` brings up and waits for.
 void during(const std::function<void()>& open, const std::function<void(QWidget*)>& act) {
     const QWidget* before = QApplication::activeModalWidget();
-    QTimer::singleShot(300, [&] {
-        waitFor("a dialog", [&] { return QApplication::activeModalWidget() != before; });
-        act(QApplication::activeModalWidget());
+    QTimer watch; // returns while the dialog still waits for the service
+    watch.callOnTimeout([&] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (dialog == before)
+            return;
+        watch.stop();
+        act(dialog);
     });
+    watch.start(300);
     open();
+    waitFor("a dialog", [&] { return !watch.isActive(); });
 }
 
 class Camera {

@@ -155,6 +155,7 @@ Section
 
     SetOutPath "$INSTDIR"
     File /oname=TollwickAdmin.exe "${PROGRAM}"
+    File "${DATA}/MODEMS.DAT"
     File "${DATA}/note.txt"
     ; The names that start-up would give them: the console itself need not write here.
     ${If} $LANGUAGE == ${SWEDISH}
@@ -166,10 +167,6 @@ Section
         File /oname=Tollwick.hlp "${DATA}/Tollw-us.hlp"
         File /oname=Tollwick.cnt "${DATA}/Tollw-us.cnt"
     ${EndIf}
-    ; A site may have its own catalogue.
-    SetOverwrite off
-    File "${DATA}/MODEMS.DAT"
-    SetOverwrite on
     CreateDirectory "$INSTDIR\Logs"
 
     WriteRegStr HKLM "${SETTINGS}\General" "CountryCode" $7

@@ -10,6 +10,10 @@
 
 namespace tollwick {
 
+// Pixels between the buttons at the foot of a dialog. A layout within a grid of unequal spacing has
+// none of its own on Windows.
+inline constexpr int kButtonGap = 6;
+
 inline QPushButton* helpButton(const ConsoleContext& context, QDialog* dialog) {
     auto* button = new QPushButton(context.caption(Text::HelpButton), dialog);
     button->setObjectName("HelpButton");

@@ -21,6 +21,7 @@ inline QHBoxLayout* okCancelRow(const ConsoleContext& context, QDialog* dialog) 
     QObject::connect(ok, &QPushButton::clicked, dialog, &QDialog::accept);
     QObject::connect(cancel, &QPushButton::clicked, dialog, &QDialog::reject);
     auto* row = new QHBoxLayout;
+    row->setSpacing(kButtonGap);
     row->addStretch();
     row->addWidget(ok);
     row->addWidget(cancel);

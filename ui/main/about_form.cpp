@@ -90,6 +90,7 @@ AboutForm::AboutForm(const ConsoleContext& context, QWidget* parent) : QDialog(p
     layout->addWidget(library, 3, 1);
     layout->addWidget(note, 4, 0, 1, 2);
     auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(kButtonGap);
     buttons->addStretch();
     buttons->addWidget(ok);
     buttons->addWidget(helpButton(context, this));

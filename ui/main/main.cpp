@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QDir>
 
-#include <cstdio>
 #include <cstdlib>
 
 namespace {
@@ -32,9 +31,5 @@ int main(int argc, char** argv) {
                                clock,
                                {suppliedFolder(), tollwick::defaultInstallFolder(program_folder)},
                                [] { std::_Exit(EXIT_SUCCESS); }});
-    if (!console.Main()) {
-        std::fputs("The console could not start; see the system log.\n", stderr);
-        return EXIT_FAILURE;
-    }
-    return QApplication::exec();
+    return console.Main() ? QApplication::exec() : EXIT_FAILURE;
 }
