@@ -222,7 +222,7 @@ void ServiceLink::pump() {
         socket_.waitForReadyRead(kSliceMs);
     if (since_events_.hasExpired(kEventsEveryMs)) {
         QCoreApplication::processEvents();
-        since_events_.restart();
+        eventsAreProcessed();
     }
 }
 

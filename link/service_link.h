@@ -94,6 +94,8 @@ public:
     // True while a reply is waited for or a report is awaited.
     [[nodiscard]] bool isWaiting() const { return waiting_ || report_; }
 
+    // To be called by what the event loop has just started, so that a wait need not run it at once.
+    void eventsAreProcessed() { since_events_.restart(); }
     // Lets sockets and windows process what has happened; returns after at most a few milliseconds.
     void processEvents();
 

@@ -226,6 +226,7 @@ protected:
     void walkEditor(const char* node_key, int row, const std::function<void(QDialog&)>& act = {}) {
         clickNode(node_key);
         clickRow(row);
+        window().grab(); // which lays out what is made ahead, too
         inDialog([this] { trigger("PropertiesMenu"); },
                  [&](QDialog& dialog) {
                      walk(dialog, std::string(node_key) + ' ' + std::to_string(row));

@@ -251,6 +251,16 @@ void HostSetupForm::ShowAllData() {
     // A name that came with other characters can still be edited.
     if (!ui_->RemoteHostNameTxt->text().contains(noNodeNameCharacters()))
         keepOut(noNodeNameCharacters(), ui_->RemoteHostNameTxt);
+    layOutAnew();
+}
+
+void HostSetupForm::layOutAnew() {
+    const QList<QWidget*> widgets = findChildren<QWidget*>(); // from the outermost on
+    for (auto widget = widgets.crbegin(); widget != widgets.crend(); ++widget)
+        if (QLayout* layout = (*widget)->layout())
+            layout->activate();
+    ui_->SysSetupTab->updateGeometry(); // which does not hear of its pages before it is shown
+    adjustSize();
 }
 
 void HostSetupForm::showEntry() {

@@ -43,6 +43,8 @@ private:
     void connectSignals();
 
     void showEntry();
+    // The dialog may have been laid out before, with all that is hidden by now.
+    void layOutAnew();
     // Fetches in their order; the first failure, which has been told, ends it.
     void fetchLists();
     void fetchScript(const std::string& file_name);

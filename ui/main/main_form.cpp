@@ -253,6 +253,7 @@ void Twmainform::run(Command command) {
 void Twmainform::run(Action action) {
     if (!context_.link.isOpen())
         return;
+    context_.link.eventsAreProcessed();
     context_.guardEntry(routineOf(action), [&] { commands_.run(action); });
 }
 
