@@ -14,7 +14,7 @@ namespace {
 // A wait gives the socket this long before it looks after the windows, and the windows are looked
 // after at least this often however fast replies come in.
 constexpr int kSliceMs = 5;
-constexpr int kEventsEveryMs = 20;
+constexpr int kEventsEveryMs = 10;
 constexpr int kReportCheckMs = 20;
 
 long errorNumber(QAbstractSocket::SocketError error) {
