@@ -14,11 +14,9 @@ if(TOLLWICK_SANITIZE)
         -fsanitize=${TOLLWICK_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(tollwick_options INTERFACE -fsanitize=${TOLLWICK_SANITIZE})
 endif()
-if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+if(MINGW)
     # GCC 12 sees overlaps in std::string where there are none.
     target_compile_options(tollwick_options INTERFACE -Wno-restrict)
-endif()
-if(MINGW)
     # One file that runs without the compiler's own libraries beside it.
     target_link_options(tollwick_options INTERFACE -static)
 endif()

@@ -120,10 +120,10 @@ void ServiceLink::SendComrecord(const Comrecord& record) {
     ReplyArrived_ = 0;
     if (!isOpen())
         return;
+    removeScratchFile();
     const std::string line = encodeLine(record, receiver_.SessionKey, randomStart());
     socket_.write(line.data(), static_cast<qint64>(line.size()));
     socket_.flush();
-    removeScratchFile(); // while the service is at work
 }
 
 Integer ServiceLink::WaitForReply() {

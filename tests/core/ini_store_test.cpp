@@ -1,14 +1,11 @@
 #include "app/ini_store.h"
 #include "app/platform_folders.h"
+#include "tests/support/kill_while_writing.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <cstdlib>
-#include <random>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace tollwick {
 namespace {
@@ -126,21 +123,12 @@ TEST_F(IniStoreTest, AKillAtAnyMomentLeavesTheOldSettingsOrTheNew) {
     const auto value = [](int round) {
         return std::string(20'000, static_cast<char>('a' + round % 26));
     };
-    std::minstd_rand random(20261123);
-    std::uniform_int_distribution<useconds_t> moment(200, 8'000); // microseconds
-    for (int kill_number = 0; kill_number < 200; ++kill_number) {
-        ASSERT_TRUE(set("General", "Long", value(kill_number)));
-        const pid_t writer = fork();
-        ASSERT_GE(writer, 0);
-        for (int round = kill_number; writer == 0; ++round)
-            set("General", "Long", value(round));
-        usleep(moment(random));
-        kill(writer, SIGKILL);
-        ASSERT_EQ(waitpid(writer, nullptr, 0), writer);
-        ASSERT_EQ(get("General", "Kept"), "as it was");
-        const std::string found = get("General", "Long");
-        ASSERT_EQ(found, value(found[0] - 'a'));
-    }
+    killWhileWriting([&](int round) { set("General", "Long", value(round)); },
+                     [&] {
+                         ASSERT_EQ(get("General", "Kept"), "as it was");
+                         const std::string found = get("General", "Long");
+                         ASSERT_EQ(found, value(found[0] - 'a'));
+                     });
 }
 
 TEST(SettingsFiles, LieInTheFoldersOfTheDesktop) {

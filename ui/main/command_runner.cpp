@@ -98,7 +98,9 @@ void CommandRunner::showHostForm(Text caption) {
 }
 
 void CommandRunner::prepareHostForm() {
-    QTimer::singleShot(0, window_, [this] { makeHostForm(); });
+    QTimer::singleShot(0, window_, [this] {
+        context_.errors.guard(Routine::FillList, [this](Integer&) { makeHostForm(); });
+    });
 }
 
 void CommandRunner::makeHostForm() {

@@ -20,7 +20,7 @@ public:
 protected:
     explicit DesktopNotifier(QWidget* window);
 
-    // Returns at once, whether the desktop shows the text or not.
+    // Does not wait for the desktop, which may show the text or not.
     virtual void show(const QString& text) = 0;
     void comeForward();
 

@@ -29,12 +29,13 @@ public:
 
 protected:
     void show(const QString& text) override {
+        const QDBusConnection bus = connectedBus();
         const QString name = toQString(kProgramName);
         auto call = QDBusMessage::createMethodCall(kService, kPath, kService, "Notify");
         call << name << last_ << kDesktopEntry << name << text.toHtmlEscaped()
              << QStringList{kClick, name} << QVariantMap{{"desktop-entry", kDesktopEntry}}
              << kShownMs;
-        auto* pending = new QDBusPendingCallWatcher(bus().asyncCall(call), this);
+        auto* pending = new QDBusPendingCallWatcher(bus.asyncCall(call), this);
         connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending] {
             const QDBusPendingReply<uint> reply = *pending;
             last_ = reply.isValid() ? reply.value() : 0;
@@ -50,11 +51,12 @@ private slots:
 
 private:
     // Connects at the first notification, so that the start need not wait for the bus.
-    QDBusConnection bus() {
-        QDBusConnection bus(kBusName);
-        if (bus.isConnected())
-            return bus;
-        bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, kBusName);
+    QDBusConnection connectedBus() {
+        if (QDBusConnection(kBusName).isConnected())
+            return QDBusConnection(kBusName);
+        QDBusConnection::disconnectFromBus(kBusName); // of one that is gone
+        last_ = 0;
+        auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, kBusName);
         bus.connect(kService, kPath, kService, "ActionInvoked", this,
                     SLOT(onAction(uint, QString)));
         return bus;
