@@ -81,7 +81,7 @@ TEST_F(HelpDeskTest, EveryMessageAndWindowHasAPageInBothLanguages) {
         TimeInvalid, DelayExceedsInterval, DelayExceedsHour, PeriodEmpty, PeriodOverMidnight,
         ScheduleExists, ConfirmDeleteSchedule, ConfirmDeleteHost, ConfirmDeleteMail, IpInvalid,
         PortInvalid, RestartForIp, RestartForPort, IpNotAttached, IpNotAttachedSmtp,
-        CommandInvalid, DebugLevelWarning, DischargeCrNote, ForceSendParamsWarning, FailSettings,
+        CommandInvalid, DebugLevelWarning, DischargeCrNote, ForceSendParamsWarning, NumberTooLarge, FailSettings,
         FailGetSchedules, FailSaveSchedule, FailDeleteSchedule, FailGetHosts, FailDeleteHost,
         FailGetOutbox, FailDeleteMail, MailNotRemoved, FailGetStatus, FailSendCommand,
         FailDeleteHostDirectory, RasEntryGone, HostNameMissing, MailDomainMissing,
