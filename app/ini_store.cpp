@@ -94,9 +94,12 @@ std::optional<std::string> IniStore::read(std::string_view application, std::str
         const std::string& line = lines[*place.line];
         return line.substr(line.find('=') + 1);
     };
+    // Blanks stand for a setting that nobody has chosen: they do not hide another's choice.
     std::optional<std::string> value = readFrom(user_file_);
-    for (std::size_t i = 0; !value && i < machine_files_.size(); ++i)
-        value = readFrom(machine_files_[i]);
+    const auto isChosen = [&] { return value && value->find_first_not_of(' ') != value->npos; };
+    for (std::size_t i = 0; !isChosen() && i < machine_files_.size(); ++i)
+        if (std::optional<std::string> of_machine = readFrom(machine_files_[i]))
+            value = std::move(of_machine);
     return value;
 }
 

@@ -111,7 +111,8 @@ void MainModule::placeHelpFiles() {
     for (const Renaming& help : kHelpFiles) {
         const std::filesystem::path from = toPath(inInstallFolder(help.from));
         const std::filesystem::path to = toPath(inInstallFolder(help.to));
-        if (!std::filesystem::exists(from))
+        std::error_code error;
+        if (!std::filesystem::exists(from, error))
             continue;
         std::filesystem::remove(to);
         std::filesystem::rename(from, to);

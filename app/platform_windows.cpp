@@ -40,11 +40,13 @@ public:
     // Only a value of type REG_SZ is read. What is not there is looked for where 32-bit programs of
     // the product keep it; it is never written there.
     [[nodiscard]] std::optional<std::string> queryString(const std::string& name) const {
-        if (key_ && RegQueryValueExA(key_, name.c_str(), nullptr, nullptr, nullptr, nullptr) !=
-                        ERROR_FILE_NOT_FOUND)
+        if (!key_)
+            return {};
+        if (RegQueryValueExA(key_, name.c_str(), nullptr, nullptr, nullptr, nullptr) !=
+            ERROR_FILE_NOT_FOUND)
             return queryString(key_, name);
         HKEY key = nullptr;
-        if (path_.empty() || RegOpenKeyExA(HKEY_LOCAL_MACHINE, path_.c_str(), 0,
+        if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, path_.c_str(), 0,
                                            KEY_READ | KEY_WOW64_32KEY, &key) != ERROR_SUCCESS)
             return {};
         std::optional<std::string> text = queryString(key, name);

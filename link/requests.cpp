@@ -138,7 +138,10 @@ Integer Requests::getNumberedList(const RequestRow& row, std::vector<Record>& li
     list.clear();
     Comrecord& record = begin(row);
     record.RecordNumber = 1;
-    while (list.size() < kMostRecords<Record>) {
+    Long asked = 0;
+    // A service that goes back in its list would never come to the end.
+    while (list.size() < kMostRecords<Record> && record.RecordNumber >= asked) {
+        asked = record.RecordNumber;
         progress_.setFetched(list.size());
         const Integer reply = exchange();
         if (reply == result::EndOfList)

@@ -8,6 +8,7 @@ RequestExecutionLevel admin
 !include MUI2.nsh
 !include FileFunc.nsh
 !include LogicLib.nsh
+!include WinVer.nsh
 !include x64.nsh
 
 !define SETTINGS "SOFTWARE\Brask software\Tollwick"
@@ -113,6 +114,7 @@ LangString shortcut_tip ${LANG_SWEDISH} "Administration av posttjänsten Tollwic
 
 Function .onInit
     ${IfNot} ${RunningX64}
+    ${OrIfNot} ${AtLeastWin10}
         MessageBox MB_OK|MB_ICONSTOP "$(needs_64bit)" /SD IDOK
         SetErrorLevel 2
         Quit

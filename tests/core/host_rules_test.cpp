@@ -67,6 +67,13 @@ TEST(HostEntry, AHostThatIsNotChangedKeepsEveryByte) {
         }
 }
 
+TEST(HostEntry, TheEmptyTextsOfANewHostAreBlanksAndItsPasswordsScrambled) {
+    const HostRecord host = changed(HostRecord(), [](E&) {});
+    EXPECT_EQ(host.phone_number.bytes(), std::string(host.phone_number.width, ' '));
+    EXPECT_EQ(host.ras_password.text().size(), 2U) << "the start value";
+    EXPECT_EQ(unscramble(HostPasswordKey, host.ras_password.text()), "");
+}
+
 // What each kind of control is changed to, and the bytes that this comes to, low byte first.
 template <class Shown>
 using Change = std::pair<Shown, std::string_view>;
@@ -289,6 +296,8 @@ TEST(HostRules, ScriptNames) {
     for (const char* name : {"a/b.scp", "\"a\".scp", "a?", "*", "<a", "a>", "a|b",
                              "\xF0\x9F\x90\x9F"}) // the service would get it as "?"
         EXPECT_EQ(problemOf(name), Text::ScriptNameIllegal) << name;
+    EXPECT_EQ(problemOf(std::string(251, 'a').c_str()), std::nullopt);
+    EXPECT_EQ(problemOf(std::string(252, 'a').c_str()), Text::ScriptNameIllegal) << "with .scp";
 }
 
 TEST(HostRules, AScriptHasToFitTheDataBlock) {

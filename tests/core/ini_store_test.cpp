@@ -76,6 +76,8 @@ TEST_F(IniStoreTest, TheUsersFileLiesOverTheMachines) {
     EXPECT_EQ(get("General", "A") + get("General", "B") + get("General", "C"),
               "usermachine1machine2");
     EXPECT_EQ(folder.read("machine1.ini"), machine);
+    EXPECT_TRUE(set("General", "B", " ") && set("General", "D", " ")); // nobody's choice
+    EXPECT_EQ(get("General", "B") + get("General", "D"), "machine1 ");
 }
 
 TEST_F(IniStoreTest, ReplacesTheFileWholeFollowsALinkAndCreatesFolders) {

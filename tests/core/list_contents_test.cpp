@@ -71,7 +71,7 @@ TEST(ListContents, RowsFollowTheirRecordsAndCanBeToldApart) {
 TEST(ListContents, SchedulesSayWhenAndSortByIt) {
     const std::pair<ScheduleEntry, std::string> cases[] = {
         {{4, false, 0, "9:05", "10:00", "23:59", "5"}, "Friday|At: 9:05|10:00 - 23:59|5|"},
-        {{0, false, 0, "10:00", "", "", "20"}, "Monday|At: 10:00||20|"},
+        {{0, false, 0, "10:00", "", "", "20"}, "Monday|At: 10:00| - |20|"},
         {{9, true, 9, "", "9:30", "", "100"}, "Every day|Every: 12 hou|9:30 - |100|"},
         {{6, true, 0, "", "00:00", "17:00", "-1"}, "Sunday|Every: 5 min|00:00 - 17:00|-1|"}};
     ServiceData data;
@@ -86,8 +86,8 @@ TEST(ListContents, SchedulesSayWhenAndSortByIt) {
     EXPECT_EQ(ordered(contents, {3, false}), "Sunday|Friday|Monday|Every day|");
     storeSchedule({10, true, 11, "", "", "", "0"}, data.schedules[0]); // positions of no list
     storeSchedule({-1, true, -1, "", "", "", "0"}, data.schedules[3]);
-    EXPECT_EQ(joined(contents.row(0).cells), "|Every: ||0|");
-    EXPECT_EQ(lastRow(node::Schedule, data, StringTable(kSwedish)), "|Varje: ||0|");
+    EXPECT_EQ(joined(contents.row(0).cells), "|Every: | - |0|");
+    EXPECT_EQ(lastRow(node::Schedule, data, StringTable(kSwedish)), "|Varje: | - |0|");
 }
 
 TEST(ListContents, EverySettingIsShownFromItsFieldAndASwitchAsAnIcon) {

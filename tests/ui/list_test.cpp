@@ -143,6 +143,26 @@ TEST_F(ListTest, CommandsActOnTheRowThatIsSeenAsSelected) {
     EXPECT_EQ(list().model()->rowCount(), 5);
 }
 
+TEST_F(ListTest, ACellThatIsRewrittenCountsForTheFilterAndIsNoMarkup) {
+    logIn();
+    clickNode("uucpmonitor");
+    QTest::keySequence(&list(), QKeySequence::Find);
+    QTest::keyClicks(filter(), "<b>");
+    EXPECT_EQ(column(1), "");
+    list().setCell(2, 1, "1 <b>bold</b>");
+    EXPECT_EQ(column(1), "1 <b>bold</b>;");
+    EXPECT_EQ(list().model()->index(0, 1).data(Qt::ToolTipRole), "1 &lt;b&gt;bold&lt;/b&gt;");
+}
+
+TEST_F(ListTest, OnlyTheLeftButtonActivatesARow) {
+    logIn();
+    select("logs", 0);
+    QTest::mouseDClick(list().viewport(), Qt::MiddleButton, {}, placeOf(0));
+    EXPECT_EQ(saves(), 0);
+    clickRow(0, true);
+    EXPECT_EQ(saves(), 1);
+}
+
 TEST_F(ListTest, RowsAreCopiedAndSavedAsTheyAreShown) {
     logIn();
     clickNode("uucphosts");

@@ -1,6 +1,8 @@
 #include "tests/ui/support/console_test.h"
 #include "ui/main/svg_icons.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QLineEdit>
 
 namespace tollwick {
@@ -141,6 +143,21 @@ TEST_F(SettingEditorTest, AFurtherAnswerOfTheServiceHidesTwoNewAddresses) {
         inDialog("PropertiesMenu", typing("1.1.1.1\n"));
         EXPECT_EQ(cell(0), shown) << node;
     }
+}
+
+TEST_F(SettingEditorTest, ALongTextIsKeptAndALineBreakIsNotTaken) {
+    const std::string viewer(1503, 'v');
+    onServer([&](Server& s) { s.site().settings.doc_viewer = viewer; });
+    logIn();
+    select("options", 0);
+    inDialog("PropertiesMenu", typing("\n"));
+    EXPECT_EQ(site().settings.doc_viewer.text(), viewer);
+    QApplication::clipboard()->setText("a\r\nb\n");
+    inDialog("PropertiesMenu", [](QDialog&) {
+        press(Qt::Key_V, Qt::ControlModifier);
+        type("\n");
+    });
+    EXPECT_EQ(site().settings.doc_viewer.text(), "ab");
 }
 
 TEST_F(SettingEditorTest, SwitchesAreFlippedSentAndShown) {

@@ -1,8 +1,12 @@
 // What goes on while a request waits for its reply.
+#include "link/link_receiver.h"
 #include "tests/ui/support/console_test.h"
 
 #include <QApplication>
 #include <QMenuBar>
+#include <QPushButton>
+#include <QTcpSocket>
+#include <QTimer>
 
 namespace tollwick {
 namespace {
@@ -49,6 +53,40 @@ TEST_F(WaitingTest, NoWindowTakesInputUntilTheTimeOut) {
     restore();
     logIn();
     select("schedule", 1);
+}
+
+// As an assistive tool does it, past the lock of the keys and the mouse.
+TEST_F(WaitingTest, WhatReachesAControlNeverthelessDoesNothing) {
+    logIn();
+    select("schedule", 4);
+    neverReply(ObjectClass::Schedule);
+    boxes.expectBox(kCritical, unable("transmit data to"));
+    inDialog("PropertiesMenu", [this](QDialog& form) {
+        inRequest([&] { clickOn(form, "OkButton"); },
+                  [&] {
+                      child<QPushButton>(form, "OkButton")->click();
+                      action("DeleteMenu")->trigger();
+                      EXPECT_EQ(QApplication::activeModalWidget(), &form);
+                      runOutOfTime();
+                  });
+    });
+    EXPECT_EQ(saves(), 1);
+}
+
+TEST_F(WaitingTest, AnotherRowThatIsSelectedMeanwhileStays) {
+    logIn();
+    select("schedule", 4);
+    const Lines before = listed();
+    boxes.expectQuestion("You have selected to delete a schedule!\nDo you want to continue?", kYes);
+    onServer([](Server& server) {
+        server.faults().deliver = [](QTcpSocket& socket, const Comrecord& reply, auto& key) {
+            const QByteArray line = QByteArray::fromStdString(encodeLine(reply, key, 1));
+            QTimer::singleShot(200, &socket, [&socket, line] { socket.write(line); });
+        };
+    });
+    inRequest([this] { trigger("DeleteMenu"); },
+              [this] { list().setCurrentIndex(list().model()->index(1, 0)); });
+    EXPECT_EQ(listed(), Lines(before.begin(), before.end() - 1));
 }
 
 TEST_F(WaitingTest, TheLoginDialogStaysUntilTheTimeOut) {

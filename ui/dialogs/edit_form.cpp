@@ -1,5 +1,6 @@
 #include "ui/dialogs/edit_form.h"
 
+#include "ui/dialogs/line_input.h"
 #include "ui/dialogs/ok_cancel_row.h"
 #include "ui/main/svg_icons.h"
 
@@ -7,13 +8,15 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include <algorithm>
+
 namespace tollwick {
 namespace {
 
 constexpr int kIconSize = 32;    // pixels
 constexpr int kFieldWidth = 260; // pixels
-// Characters; the texts of all settings fit one record together.
-constexpr int kMaxText = 1000;
+// Characters; seven settings of that length fit one record together.
+constexpr int kMaxText = 500;
 
 } // namespace
 
@@ -28,7 +31,7 @@ EditForm::EditForm(ConsoleContext& context, QWidget* parent)
     label_->setBuddy(edit_);
     edit_->setObjectName("Edittext");
     edit_->setMinimumWidth(kFieldWidth);
-    edit_->setMaxLength(kMaxText);
+    keepLineBreaksOut(this);
 
     auto* layout = new QGridLayout(this);
     layout->addWidget(icon_, 0, 0, 2, 1, Qt::AlignTop);
@@ -41,7 +44,10 @@ EditForm::EditForm(ConsoleContext& context, QWidget* parent)
 }
 
 void EditForm::setText(std::string_view utf8) {
-    edit_->setText(toQString(utf8));
+    const QString text = toQString(utf8);
+    // What the service holds already is not cut.
+    edit_->setMaxLength(std::max(kMaxText, static_cast<int>(text.size())));
+    edit_->setText(text);
 }
 
 void EditForm::setCaptions(Text caption, Text label, std::string_view image_key) {

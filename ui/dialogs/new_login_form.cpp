@@ -1,6 +1,7 @@
 #include "ui/dialogs/new_login_form.h"
 
 #include "ui/dialogs/help_button.h"
+#include "ui/dialogs/line_input.h"
 #include "ui/main/svg_icons.h"
 #include "ui_new_login_form.h"
 
@@ -29,6 +30,7 @@ NewLoginForm::NewLoginForm(ConsoleContext& context, QWidget* parent)
     ui_->tbUserId->setText(QString::fromStdString(context.data.user_id));
     ui_->tbUserId->setFocus();
     ui_->tbUserId->selectAll();
+    keepLineBreaksOut(this);
     connect(ui_->OkButton, &QPushButton::clicked, this, &NewLoginForm::accept);
     connect(ui_->CancelButton, &QPushButton::clicked, this, &NewLoginForm::reject);
 }

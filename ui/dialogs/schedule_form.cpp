@@ -1,6 +1,7 @@
 #include "ui/dialogs/schedule_form.h"
 
 #include "ui/dialogs/help_button.h"
+#include "ui/dialogs/line_input.h"
 #include "ui/main/svg_icons.h"
 #include "ui_schedule_form.h"
 
@@ -42,6 +43,7 @@ ScheduleForm::ScheduleForm(ConsoleContext& context, QWidget* parent)
     for (QLineEdit* field : {ui_->Timed, ui_->BetweenFirst, ui_->BetweenSecond, ui_->Delay})
         field->installEventFilter(this);
 
+    keepLineBreaksOut(this);
     connect(ui_->TimedOption, &QRadioButton::toggled, this, &ScheduleForm::enableFields);
     connect(ui_->OkButton, &QPushButton::clicked, this, &ScheduleForm::accept);
     connect(ui_->CancelButton, &QPushButton::clicked, this, &ScheduleForm::reject);
@@ -99,7 +101,8 @@ QWidget* ScheduleForm::widgetOf(ScheduleField field) const {
 }
 
 void ScheduleForm::accept() {
-    context_.guardEntry(Routine::AddSchedule, [&] { save(); });
+    const bool is_new = context_.data.current_schedule.identity == 0;
+    context_.guardEntry(is_new ? Routine::AddSchedule : Routine::EditSchedule, [&] { save(); });
 }
 
 void ScheduleForm::save() {
@@ -145,12 +148,16 @@ void ScheduleForm::showEvent(QShowEvent* event) {
 }
 
 bool ScheduleForm::eventFilter(QObject* watched, QEvent* event) {
-    // A field that gets the focus, by a click too, has its text selected: typing replaces it. Not
-    // when its context menu closes, though: what was just pasted is to be continued.
-    if (event->type() == QEvent::FocusIn &&
-        static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
-        if (auto* field = qobject_cast<QLineEdit*>(watched))
+    // A field that gets the focus has its text selected, so that typing replaces it. Keys do that
+    // by themselves; a click puts its cursor after this event.
+    auto* field = qobject_cast<QLineEdit*>(watched);
+    if (field && event->type() == QEvent::FocusIn) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason == Qt::MouseFocusReason)
             QTimer::singleShot(0, field, &QLineEdit::selectAll);
+        else if (reason == Qt::OtherFocusReason)
+            field->selectAll();
+    }
     return QDialog::eventFilter(watched, event);
 }
 

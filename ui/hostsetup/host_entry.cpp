@@ -113,39 +113,43 @@ void load(NumberField& shown, Number field) {
     shown.text = std::to_string(field);
 }
 
-// And back. A text, a box or a position that shows what the field holds leaves its bytes alone.
-template <std::size_t N>
-void store(const std::string& shown, FixedText<N>& field) {
-    if (shown != trimmed(field.text()))
-        field = shown;
-}
-void store(bool shown, Integer& field) {
-    if (shown != (field != kFalse))
-        field = shown ? kTrue : kFalse;
-}
-void store(ListPosition shown, Integer& field) {
-    field = static_cast<Integer>(shown.index);
-}
-void store(ListPositionFrom1 shown, Integer& field) {
-    field = static_cast<Integer>(shown.index + 1);
-}
-void store(const NumberField& shown, Integer& field) {
-    field = toInteger(numericValue(shown.text));
-}
-void store(const NumberField& shown, Long& field) {
-    field = toLong(numericValue(shown.text));
-}
-
 template <std::size_t N>
 std::string plainPassword(const FixedText<N>& field) {
     return fromAnsi(ScrambleField("D", HostPasswordKey, withoutTrailingBlanks(field.bytes())));
 }
 
-template <std::size_t N>
-void storePassword(const std::string& plain, FixedText<N>& field) {
-    if (plain != plainPassword(field))
-        field.setBytes(ScrambleField("E", HostPasswordKey, toAnsi(plain)));
-}
+// And back. A text, a box or a position that shows what the field holds leaves its bytes alone; the
+// texts of a new host are written even when they are empty.
+struct Store {
+    bool is_new;
+
+    template <std::size_t N>
+    void operator()(const std::string& shown, FixedText<N>& field) const {
+        if (is_new || shown != trimmed(field.text()))
+            field = shown;
+    }
+    void operator()(bool shown, Integer& field) const {
+        if (shown != (field != kFalse))
+            field = shown ? kTrue : kFalse;
+    }
+    void operator()(ListPosition shown, Integer& field) const {
+        field = static_cast<Integer>(shown.index);
+    }
+    void operator()(ListPositionFrom1 shown, Integer& field) const {
+        field = static_cast<Integer>(shown.index + 1);
+    }
+    void operator()(const NumberField& shown, Integer& field) const {
+        field = toInteger(numericValue(shown.text));
+    }
+    void operator()(const NumberField& shown, Long& field) const {
+        field = toLong(numericValue(shown.text));
+    }
+    template <std::size_t N>
+    void password(const std::string& plain, FixedText<N>& field) const {
+        if (is_new || plain != plainPassword(field))
+            field.setBytes(ScrambleField("E", HostPasswordKey, toAnsi(plain)));
+    }
+};
 
 } // namespace
 
@@ -204,6 +208,7 @@ void storeEntry(const HostEntry& entered, bool has_telephony, HostRecord& record
     if (exceedsHostLookupTimeout(entry))
         entry.host_lookup_timeout.text = std::to_string(kMaxHostLookupTimeout);
     HostRecord changed = record;
+    const Store store{record.state == 0};
     const auto storeBinding = [&](const auto& binding) {
         store(entry.*binding.entry, changed.*binding.record);
     };
@@ -220,9 +225,9 @@ void storeEntry(const HostEntry& entered, bool has_telephony, HostRecord& record
         changed.ras_entry_position = static_cast<Integer>(entry.ras_entry.position);
     store(entry.ras_entry.name, changed.ras_entry);
 
-    storePassword(entry.password, changed.password);
-    storePassword(entry.uucp_password, changed.uucp_password);
-    storePassword(entry.ras_password, changed.ras_password);
+    store.password(entry.password, changed.password);
+    store.password(entry.uucp_password, changed.uucp_password);
+    store.password(entry.ras_password, changed.ras_password);
 
     record = changed;
 }

@@ -81,7 +81,8 @@ std::optional<HostProblem> checkScriptName(std::string_view entered) {
     const std::string name = fromAnsi(toAnsi(entered));
     if (name.find_first_of(":\\") != std::string::npos)
         return HostProblem{Text::ScriptNameHasPath, BoxIcon::Critical, HostField::ScriptFileName};
-    if (name.find_first_of("?*\\/<>|\"") != std::string::npos)
+    if (name.find_first_of("?*\\/<>|\"") != std::string::npos ||
+        toAnsi(completedScriptName(name)).size() > decltype(HostRecord::script_file_name)::width)
         return HostProblem{Text::ScriptNameIllegal, BoxIcon::Critical, HostField::ScriptFileName};
     return {};
 }

@@ -72,7 +72,7 @@ HostSaveOutcome HostSaver::saveRecord(const HostEntry& entry, const std::string&
     const HostRecord before = data.current_host;
     const bool is_new = before.state == 0;
     storeEntry(entry, hasTelephony(), data.current_host);
-    if (data.current_host.spool_directory.text() != spool_directory)
+    if (is_new || data.current_host.spool_directory.text() != spool_directory)
         data.current_host.spool_directory = spool_directory;
 
     context_.progress.setInfo(

@@ -5,6 +5,7 @@
 #include "app/utf8.h"
 #include "ui/dialogs/file_filter.h"
 #include "ui/dialogs/help_button.h"
+#include "ui/dialogs/line_input.h"
 #include "ui/dialogs/script_file_form.h"
 #include "ui/hostsetup/host_fields.h"
 #include "ui/hostsetup/host_saver.h"
@@ -16,7 +17,6 @@
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QMenu>
-#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -37,26 +37,10 @@ void fill(QComboBox* combo, const std::vector<std::string>& items) {
         combo->addItem(QString::fromStdString(item));
 }
 
-// What the keyboard cannot enter into a line, but a paste or a drop can.
-const QRegularExpression& lineBreaks() {
-    static const QRegularExpression breaks("[\\r\\n\\x{2028}\\x{2029}]");
-    return breaks;
-}
-
+// What isNodeNameCharacter() keeps a key from entering, for pastes and drops.
 const QRegularExpression& noNodeNameCharacters() {
     static const QRegularExpression others("[^0-9A-Za-z_.-]");
     return others;
-}
-
-// Drops what does not belong into the line from each text that the user enters.
-void keepOut(const QRegularExpression& unwanted, QLineEdit* edit) {
-    QObject::connect(edit, &QLineEdit::textEdited, edit, [&unwanted, edit](QString text) {
-        if (!text.contains(unwanted))
-            return;
-        const QString before_cursor = text.left(edit->cursorPosition()).remove(unwanted);
-        edit->setText(text.remove(unwanted));
-        edit->setCursorPosition(static_cast<int>(before_cursor.size()));
-    });
 }
 
 // Spares the layout what changes nothing.
@@ -79,11 +63,12 @@ HostSetupForm::HostSetupForm(ConsoleContext& context, QWidget* parent)
     ui_->buttonLayout->addWidget(helpButton(context, this));
     ui_->BrowseButton->setObjectName(QString::fromUtf8("BläddraButton"));
     setCaptions();
+    setUpControls();
     fillLists();
     SetComSpeeds();
     connectSignals();
     ui_->HostSetupNameTxt->setFocus();
-    // Which they remember, and measure their texts for.
+    // Asked for now, as a widget keeps its size hint: the dialog comes up faster then.
     for (const QLabel* label : findChildren<QLabel*>())
         label->sizeHint();
     for (const QAbstractButton* button : findChildren<QAbstractButton*>())
@@ -176,7 +161,9 @@ void HostSetupForm::setCaptions() {
     // Their letters belong to pages of the dialog; Escape cancels.
     withoutMnemonic(ui_->CancelButton);
     withoutMnemonic(ui_->LocationButton);
+}
 
+void HostSetupForm::setUpControls() {
     // What they would set belongs to the machine that the service runs on.
     ui_->LocationButton->setEnabled(false);
     ui_->DeviceButton->setEnabled(false);
@@ -214,15 +201,14 @@ void HostSetupForm::connectSignals() {
         connect(list, &QComboBox::activated, this, &HostSetupForm::ChangeTapiDataFromLists);
     connect(ui_->PhoneEntries, &QComboBox::activated, this, &HostSetupForm::rasEntryChosen);
     connect(ui_->BrowseButton, &QPushButton::clicked, this, [this] {
-        context_.errors.guard(Routine::BrowseScripts, [&](Integer&) { browseScripts(); });
+        context_.guardControl(Routine::BrowseScripts, [&] { browseScripts(); });
     });
     connect(ui_->Modems, &QPushButton::clicked, this, [this] {
-        context_.errors.guard(Routine::ChooseModem, [&](Integer&) { chooseModem(); });
+        context_.guardControl(Routine::ChooseModem, [&] { chooseModem(); });
     });
     connect(ui_->ScriptBox, &QWidget::customContextMenuRequested, this,
             &HostSetupForm::showScriptMenu);
-    for (QLineEdit* edit : findChildren<QLineEdit*>())
-        keepOut(lineBreaks(), edit);
+    keepLineBreaksOut(this);
     ui_->RemoteHostNameTxt->installEventFilter(this);
 }
 
@@ -245,7 +231,6 @@ void HostSetupForm::ShowAllData() {
     entry_ = entryOf(context_.data.current_host);
     showEntry();
     fetchLists();
-    showConnectSpeed();
     SetConnectFrames();
     protocolChanged();
     // A name that came with other characters can still be edited.
@@ -293,6 +278,7 @@ void HostSetupForm::fetchLists() {
     };
     show(ui_->DeviceList, devices, &HostRecord::tapi_device, entry_.tapi_device);
     show(ui_->LocationList, locations, &HostRecord::tapi_location, entry_.tapi_location);
+    showConnectSpeed(); // whose box comes before that of the dial-up entries
     showRasEntries(ras_entries, fetched);
     if (fetched)
         context_.progress.setInfo(context_.text(Text::Ready));
@@ -457,7 +443,7 @@ void HostSetupForm::showScriptMenu(const QPoint& position) {
     QAction* load = menu->addAction(context_.caption(Text::LoadScript));
     load->setObjectName("LoadScript");
     connect(load, &QAction::triggered, this, [this] {
-        context_.errors.guard(Routine::LoadScript, [&](Integer&) { loadLocalScript(); });
+        context_.guardControl(Routine::LoadScript, [&] { loadLocalScript(); });
     });
     menu->exec(ui_->ScriptBox->viewport()->mapToGlobal(position));
 }

@@ -39,6 +39,7 @@ protected:
 
 private:
     void setCaptions();
+    void setUpControls();
     void fillLists();
     void connectSignals();
 

@@ -154,11 +154,13 @@ Record* CommandRunner::selected(std::vector<Record>& records) {
 }
 
 template <class Record>
-void CommandRunner::remove(std::vector<Record>& records, const Record* record) {
+void CommandRunner::remove(std::string_view node_key, std::vector<Record>& records,
+                           const Record* record) {
     const auto row = record - records.data();
     const auto erase = [&] { records.erase(records.begin() + row); };
-    // The list is empty already when the link was lost behind the reply.
-    if (list_.selectedRow() == row)
+    // The list is empty already when the link was lost behind the reply, and an assistive tool can
+    // have shown another one.
+    if (list_.nodeKey() == node_key)
         list_.removeRow(static_cast<int>(row), erase);
     else
         erase();
@@ -180,7 +182,7 @@ void CommandRunner::deleteSchedule() {
     const BusyPointer busy(context_.progress);
     if (context_.requests.txDeleteSchedule(schedule->record_number) != kFalse)
         return;
-    remove(schedules, schedule);
+    remove(node::Schedule, schedules, schedule);
     context_.progress.setInfo(context_.text(Text::Ready));
 }
 
@@ -203,7 +205,7 @@ void CommandRunner::deleteHost() {
         if (context_.requests.txDeleteHostDirectory(directory) != kFalse)
             return;
     }
-    remove(hosts, host);
+    remove(node::UucpHosts, hosts, host);
     context_.progress.setInfo(context_.text(Text::Ready));
 }
 
@@ -219,7 +221,7 @@ void CommandRunner::deleteMail() {
     if (context_.requests.txDeleteOutboxMail(*mail, removed) != kFalse)
         return;
     if (removed)
-        remove(outbox, mail);
+        remove(node::Outbox, outbox, mail);
     context_.progress.setInfo(context_.text(Text::Ready));
 }
 

@@ -57,7 +57,7 @@ private:
     Record* selected(std::vector<Record>& records);
     // Takes an element of `records` away, and its row, which is the selected one.
     template <class Record>
-    void remove(std::vector<Record>& records, const Record* record);
+    void remove(std::string_view node_key, std::vector<Record>& records, const Record* record);
     bool isConfirmed(Text question);
     void sendCommand(Integer UucpCommandRecord::*flag);
 

@@ -9,7 +9,6 @@
 
 #include <memory>
 
-class QPushButton;
 class QWidget;
 
 namespace tollwick {

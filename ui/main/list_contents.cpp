@@ -167,11 +167,8 @@ std::string scheduleCell(const ScheduleRecord& schedule, std::size_t column,
                    ? std::string(texts(Text::ScheduleAt)) + ' ' + schedule.at_time.text()
                    : std::string(texts(Text::ScheduleEvery)) + ' ' +
                          intervalText(texts, schedule.interval);
-    case 2: {
-        const std::string first = schedule.between_first.text();
-        const std::string second = schedule.between_second.text();
-        return first.empty() && second.empty() ? "" : first + " - " + second;
-    }
+    case 2:
+        return schedule.between_first.text() + " - " + schedule.between_second.text();
     default:
         return std::to_string(schedule.delay);
     }

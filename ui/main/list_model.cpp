@@ -4,9 +4,12 @@
 #include "ui/main/svg_icons.h"
 #include "ui/main/to_qstring.h"
 
+#include <QTextDocument>
+
 #include <algorithm>
 
 namespace tollwick {
+
 ListModel::ListModel(QObject* parent) : QAbstractTableModel(parent) {}
 
 void ListModel::setContents(ListContents contents, const ListSort& sort, std::string filter) {
@@ -49,8 +52,12 @@ void ListModel::setCell(int contents_row, int column, const std::string& text) {
         cell(contents_row, column) == text)
         return;
     rewritten_[{contents_row, column}] = text;
-    const QModelIndex changed = index(shownRow(contents_row), column);
-    emit dataChanged(changed, changed, {Qt::DisplayRole});
+    if (const int shown = shownRow(contents_row); shown >= 0) {
+        const QModelIndex changed = index(shown, column);
+        emit dataChanged(changed, changed, {Qt::DisplayRole});
+    }
+    if (order_)
+        reorder();
 }
 
 void ListModel::removeListRow(int contents_row, const std::function<void()>& erase) {
@@ -111,8 +118,12 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     const int contents_row = contentsRow(index.row());
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
         return toQString(cell(contents_row, index.column()));
+    case Qt::ToolTipRole: {
+        // Names and addresses come from outside; none is read as markup.
+        const QString text = toQString(cell(contents_row, index.column()));
+        return Qt::mightBeRichText(text) ? text.toHtmlEscaped() : text;
+    }
     case Qt::DecorationRole:
         return index.column() == 0 ? imageIcon(row(contents_row).image) : QVariant();
     case Qt::TextAlignmentRole:

@@ -6,6 +6,7 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScopedValueRollback>
 
 #include <algorithm>
@@ -34,7 +35,6 @@ ListView::ListView(Settings& settings, QWidget* parent)
     header()->setSortIndicatorClearable(true);
     header()->setSortIndicator(-1, Qt::AscendingOrder);
     setSortingEnabled(true);
-    connect(this, &QTreeView::doubleClicked, this, &ListView::rowActivated);
     connect(header(), &QHeaderView::sectionResized, this,
             [this] { widths_changed_ = widths_changed_ || !is_laying_out_; });
     connect(header(), &QHeaderView::sortIndicatorChanged, this,
@@ -138,7 +138,8 @@ std::vector<TableRow> ListView::selectedRows() const {
 }
 
 void ListView::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Delete && event->modifiers() == Qt::NoModifier) {
+    if (event->key() == Qt::Key_Delete &&
+        (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
         emit deletePressed();
     } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
                selectedRow() >= 0) {
@@ -146,6 +147,12 @@ void ListView::keyPressEvent(QKeyEvent* event) {
     } else {
         QTreeView::keyPressEvent(event);
     }
+}
+
+void ListView::mouseDoubleClickEvent(QMouseEvent* event) {
+    QTreeView::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid())
+        emit rowActivated();
 }
 
 void ListView::contextMenuEvent(QContextMenuEvent* event) {

@@ -2,6 +2,7 @@
 
 #include "link/login_sequence.h"
 #include "ui/dialogs/help_button.h"
+#include "ui/dialogs/line_input.h"
 #include "ui/main/recent_servers.h"
 #include "ui/main/window_placement.h"
 #include "ui_login_form.h"
@@ -22,6 +23,7 @@ constexpr int kCollapsedButtonTop = 1260;
 constexpr int kWidth = 6000;
 constexpr int kMargin = 120;
 constexpr int kFrameTop = 30;
+constexpr int kLocationTop = 1230;
 constexpr int kFrameHeight = 1170;
 constexpr int kButtonHeight = 400;
 constexpr int kButtonWidth = 1380;
@@ -74,6 +76,7 @@ LoginForm::LoginForm(ConsoleContext& context, QWidget* parent)
     ui_->tbServerConnectPassword->setFocus();
 
     completeServers();
+    keepLineBreaksOut(this);
 
     connect(ui_->btnOk, &QPushButton::clicked, this, &LoginForm::login);
     connect(ui_->btnCancel, &QPushButton::clicked, this, &LoginForm::reject);
@@ -140,7 +143,7 @@ void LoginForm::layOut(bool expanded) {
     const int frame_width = scaled(kWidth - 2 * kMargin);
     ui_->AccountFrame->setGeometry(scaled(kMargin), scaled(kFrameTop), frame_width,
                                    scaled(kFrameHeight));
-    ui_->frmeLocation->setGeometry(scaled(kMargin), scaled(kFrameTop + 1200), frame_width,
+    ui_->frmeLocation->setGeometry(scaled(kMargin), scaled(kLocationTop), frame_width,
                                    scaled(kFrameHeight));
     const int top = scaled(expanded ? kExpandedButtonTop : kCollapsedButtonTop);
     const int gap = (frame_width - 4 * scaled(kButtonWidth)) / 3;

@@ -114,10 +114,14 @@ Twmainform::Twmainform(ConsoleContext& context, MainStatusBar* status_bar,
     list_->setAccessibleName(context.caption(Text::AccessibleList));
 
     resize(toPixels(kDesignWidth), toPixels(kDesignHeight));
+    centre();
+    connectActions();
+}
+
+void Twmainform::centre() {
     const QRect desktop = screen()->geometry();
     move(desktop.left() + (desktop.width() - width()) / 2,
          desktop.top() + (desktop.height() - height()) / 2);
-    connectActions();
 }
 
 Twmainform::~Twmainform() = default;
@@ -183,8 +187,7 @@ void Twmainform::restorePlacement() {
         step = 2;
         pane_->setSplitter(placement.splitter);
         if (placement.isCentred()) {
-            const QRect desktop = screen()->geometry();
-            move((desktop.width() - width()) / 2, (desktop.height() - height()) / 2);
+            centre();
         } else {
             placement = keptOnScreen(placement, screenAreas());
             move(toPixels(placement.left), toPixels(placement.top));
@@ -230,6 +233,7 @@ void Twmainform::exitProgram() {
             placement.state = window_state::Minimized;
         else if (windowState() & Qt::WindowMaximized)
             placement.state = window_state::Maximized;
+        // Of a maximized window, too: wanted.
         placement.left = toTwips(x());
         placement.top = toTwips(y());
         placement.width = toTwips(width());

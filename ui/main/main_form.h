@@ -56,6 +56,7 @@ protected:
 
 private:
     void connectActions();
+    void centre();
     void run(Command command);
     void run(Action action);
     void showSelectedNode();
