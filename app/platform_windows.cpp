@@ -46,8 +46,8 @@ public:
             ERROR_FILE_NOT_FOUND)
             return queryString(key_, name);
         HKEY key = nullptr;
-        if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, path_.c_str(), 0,
-                                           KEY_READ | KEY_WOW64_32KEY, &key) != ERROR_SUCCESS)
+        if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, path_.c_str(), 0, KEY_READ | KEY_WOW64_32KEY, &key) !=
+            ERROR_SUCCESS)
             return {};
         std::optional<std::string> text = queryString(key, name);
         RegCloseKey(key);

@@ -89,7 +89,7 @@ TEST_F(MainModuleTest, EveryMissingFolderOfTheInstallationIsCreatedAndLogged) {
 }
 
 TEST_F(MainModuleTest, SuppliedFilesAreCopiedWhereTheyAreMissingAndHelpGetsItsCommonName) {
-    EXPECT_EQ(filesAfterStart(), ""); // none are supplied
+    EXPECT_EQ(filesAfterStart(), "");                 // none are supplied
     install_dir = folder.text(std::string(300, 'x')); // cannot even be looked into
     EXPECT_NO_THROW(filesAfterStart());
     install_dir = "";

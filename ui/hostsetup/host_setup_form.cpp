@@ -200,12 +200,10 @@ void HostSetupForm::connectSignals() {
     for (QComboBox* list : {ui_->LocationList, ui_->DeviceList})
         connect(list, &QComboBox::activated, this, &HostSetupForm::ChangeTapiDataFromLists);
     connect(ui_->PhoneEntries, &QComboBox::activated, this, &HostSetupForm::rasEntryChosen);
-    connect(ui_->BrowseButton, &QPushButton::clicked, this, [this] {
-        context_.guardControl(Routine::BrowseScripts, [&] { browseScripts(); });
-    });
-    connect(ui_->Modems, &QPushButton::clicked, this, [this] {
-        context_.guardControl(Routine::ChooseModem, [&] { chooseModem(); });
-    });
+    connect(ui_->BrowseButton, &QPushButton::clicked, this,
+            [this] { context_.guardControl(Routine::BrowseScripts, [&] { browseScripts(); }); });
+    connect(ui_->Modems, &QPushButton::clicked, this,
+            [this] { context_.guardControl(Routine::ChooseModem, [&] { chooseModem(); }); });
     connect(ui_->ScriptBox, &QWidget::customContextMenuRequested, this,
             &HostSetupForm::showScriptMenu);
     keepLineBreaksOut(this);
@@ -442,9 +440,8 @@ void HostSetupForm::showScriptMenu(const QPoint& position) {
     menu->addSeparator();
     QAction* load = menu->addAction(context_.caption(Text::LoadScript));
     load->setObjectName("LoadScript");
-    connect(load, &QAction::triggered, this, [this] {
-        context_.guardControl(Routine::LoadScript, [&] { loadLocalScript(); });
-    });
+    connect(load, &QAction::triggered, this,
+            [this] { context_.guardControl(Routine::LoadScript, [&] { loadLocalScript(); }); });
     menu->exec(ui_->ScriptBox->viewport()->mapToGlobal(position));
 }
 
