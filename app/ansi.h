@@ -11,7 +11,8 @@ namespace tollwick {
 // A character that the code page lacks, and every malformed UTF-8 sequence, becomes "?".
 std::string toAnsi(std::string_view utf8);
 
-// Total: every byte has a character, so that toAnsi(fromAnsi(bytes)) gives the same bytes back.
+// Every byte of a single-byte code page has a character, so that toAnsi(fromAnsi(bytes)) gives the
+// same bytes back.
 std::string fromAnsi(std::string_view bytes);
 
 } // namespace tollwick

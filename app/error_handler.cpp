@@ -7,10 +7,9 @@
 namespace tollwick {
 namespace {
 
-// The texts are fixed, not taken from the string table, and what looks odd in them is wanted: the
-// words
-// ", vbCritical, ProgramName" and the exclamation marks that differ between box and log. "%" stands
-// for the drive of the log folder.
+// The texts are fixed, not taken from the string table, and what looks odd in them is wanted: words
+// such as ", vbCritical, ProgramName", exclamation marks that differ between box and log. "%"
+// stands for the drive of the log folder.
 struct ErrorText {
     Long first; // range of error numbers
     Long last;

@@ -15,7 +15,7 @@ namespace tollwick {
 inline constexpr std::string_view kProgramName = "Corvale Tollwick admin V1.3";
 
 // Routines that run inside a guard, by the number that identifies them in the logs. A number, once
-// given, stays.
+// given, stays, and some are given that nothing uses yet.
 enum class Routine : Integer {
     FolderCheck = 60,
     Main = 61,

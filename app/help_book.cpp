@@ -1,5 +1,6 @@
 #include "app/help_book.h"
 
+#include "app/text.h"
 #include "app/utf8.h"
 
 #include <algorithm>
@@ -9,7 +10,7 @@
 namespace tollwick {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kBlanks = " \t";
 constexpr std::size_t kTabWidth = 4;
 // Bytes of a link address that is left out of what is searched.
 constexpr std::size_t kMaxLinkSize = 200;
@@ -31,14 +32,6 @@ std::string_view takeLine(std::string_view& text) {
     return line;
 }
 
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view kBlanks = " \t";
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
 // What follows `name` on a line that begins with it.
 std::optional<std::string_view> valueOf(std::string_view name, std::string_view line) {
     if (!line.starts_with(name))
@@ -46,14 +39,14 @@ std::optional<std::string_view> valueOf(std::string_view name, std::string_view 
     line.remove_prefix(name.size());
     if (!line.empty() && line[0] != ' ' && line[0] != '\t')
         return {};
-    return trimmed(line);
+    return withoutBlanks(line, kBlanks);
 }
 
 std::vector<std::string> keywordsOf(std::string_view list) {
     std::vector<std::string> keywords;
     while (!list.empty() && keywords.size() < HelpBook::kMaxKeywords) {
         const std::size_t comma = list.find(',');
-        const std::string_view keyword = trimmed(list.substr(0, comma));
+        const std::string_view keyword = withoutBlanks(list.substr(0, comma), kBlanks);
         list.remove_prefix(comma == std::string_view::npos ? list.size() : comma + 1);
         if (!keyword.empty())
             keywords.emplace_back(keyword);
@@ -126,8 +119,8 @@ HelpBook HelpBook::parse(std::string_view topics, std::string_view contents) {
 }
 
 void HelpBook::readTopics(std::string_view file) {
-    bool reading =
-        false; // what stands before the first topic, or under one that does not count, is not
+    // What stands before the first topic, or under one that does not count, is not read.
+    bool reading = false;
     bool heading = false;
     while (!file.empty()) {
         const std::string_view line = takeLine(file);
@@ -147,7 +140,7 @@ void HelpBook::readTopics(std::string_view file) {
                 topic.title = *title;
             else if (const auto keywords = valueOf("@keywords", line))
                 topic.keywords = keywordsOf(*keywords);
-            heading = line.starts_with('@') || trimmed(line).empty();
+            heading = line.starts_with('@') || withoutBlanks(line, kBlanks).empty();
         }
         if (!heading)
             topic.text.append(line).push_back('\n');
@@ -164,9 +157,9 @@ void HelpBook::readContents(std::string_view file) {
     for (std::size_t count = 0; !file.empty() && count < kMaxEntries;) {
         const std::string_view line = takeLine(file);
         const std::size_t equals = line.rfind('=');
-        HelpEntry entry{std::string(trimmed(line.substr(0, equals))), {}, {}};
+        HelpEntry entry{std::string(withoutBlanks(line.substr(0, equals), kBlanks)), {}, {}};
         if (equals != std::string_view::npos)
-            if (const HelpTopic* named = topic(trimmed(line.substr(equals + 1))))
+            if (const HelpTopic* named = topic(withoutBlanks(line.substr(equals + 1), kBlanks)))
                 entry.topic = named->id;
         if (entry.title.empty())
             continue;

@@ -1,6 +1,7 @@
 #include "app/ini_store.h"
 
 #include "app/files.h"
+#include "app/text.h"
 
 #include <algorithm>
 
@@ -8,7 +9,7 @@ namespace tollwick {
 namespace {
 
 constexpr std::size_t kMaxFileSize = 1 << 20;
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kBlanks = " \t";
 
 char lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -17,13 +18,6 @@ char lower(char c) {
 bool equalIgnoringCase(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                       [](char x, char y) { return lower(x) == lower(y); });
-}
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
 // A file as its lines, without their ends and without the mark that some editors put before the
@@ -53,13 +47,13 @@ Place find(const std::vector<std::string>& lines, std::string_view header, std::
     Place place;
     bool inside = false;
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        const std::string_view line = trimmed(lines[i]);
+        const std::string_view line = withoutBlanks(lines[i], kBlanks);
         if (line.starts_with('[')) {
             inside = equalIgnoringCase(line, header);
         } else if (inside && !line.starts_with(';') && !line.starts_with('#')) {
             const std::size_t equals = line.find('=');
             if (equals != std::string_view::npos &&
-                equalIgnoringCase(trimmed(line.substr(0, equals)), name)) {
+                equalIgnoringCase(withoutBlanks(line.substr(0, equals), kBlanks), name)) {
                 place.line = i;
                 return place;
             }
@@ -96,7 +90,7 @@ std::optional<std::string> IniStore::read(std::string_view application, std::str
     };
     // Blanks stand for a setting that nobody has chosen: they do not hide another's choice.
     std::optional<std::string> value = readFrom(user_file_);
-    const auto isChosen = [&] { return value && value->find_first_not_of(' ') != value->npos; };
+    const auto isChosen = [&] { return value && !isBlank(*value); };
     for (std::size_t i = 0; !isChosen() && i < machine_files_.size(); ++i)
         if (std::optional<std::string> of_machine = readFrom(machine_files_[i]))
             value = std::move(of_machine);

@@ -45,17 +45,17 @@ ModemRecord readRecord(std::string_view bytes) {
     ModemRecord modem;
     modem.deleted = reader.number<Integer>() == kDeleted;
     modem.record_number = reader.number<Long>();
-    modem.make = reader.text(25);
-    modem.model = reader.text(40);
-    modem.init = reader.text(128);
-    modem.attention = reader.text(30);
-    modem.hang_up = reader.text(50);
-    modem.reset = reader.text(30);
-    modem.answer = reader.text(30);
-    modem.dial = reader.text(30);
-    modem.busy = reader.text(30);
+    modem.make = reader.text(modem_width::Make);
+    modem.model = reader.text(modem_width::Model);
+    modem.init = reader.text(modem_width::Init);
+    modem.attention = reader.text(modem_width::Attention);
+    modem.hang_up = reader.text(modem_width::HangUp);
+    modem.reset = reader.text(modem_width::Reset);
+    modem.answer = reader.text(modem_width::Answer);
+    modem.dial = reader.text(modem_width::Dial);
+    modem.busy = reader.text(modem_width::Busy);
     modem.max_speed = reader.number<Long>();
-    modem.connect = reader.text(40);
+    modem.connect = reader.text(modem_width::Connect);
     return modem;
 }
 
@@ -72,7 +72,7 @@ std::string_view countedRecords(std::string_view file) {
 
 } // namespace
 
-ModemRecord withDefaults(ModemRecord modem) {
+ModemRecord withUsualValues(ModemRecord modem) {
     const auto fill = [](std::string& text, std::string_view usual) {
         if (text.empty())
             text = usual;

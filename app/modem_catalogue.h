@@ -14,6 +14,20 @@
 
 namespace tollwick {
 
+// Bytes of the texts of a record.
+namespace modem_width {
+inline constexpr std::size_t Make = 25;
+inline constexpr std::size_t Model = 40;
+inline constexpr std::size_t Init = 128;
+inline constexpr std::size_t Attention = 30;
+inline constexpr std::size_t HangUp = 50;
+inline constexpr std::size_t Reset = 30;
+inline constexpr std::size_t Answer = 30;
+inline constexpr std::size_t Dial = 30;
+inline constexpr std::size_t Busy = 30;
+inline constexpr std::size_t Connect = 40;
+} // namespace modem_width
+
 // Texts are UTF-8, without the blanks around them. "^M" in a command is kept as these two
 // characters.
 struct ModemRecord {
@@ -32,9 +46,8 @@ struct ModemRecord {
     std::string connect;
 };
 
-// The modem with a usual value in place of every command, and of the make and the speed, that the
-// catalogue leaves blank.
-ModemRecord withDefaults(ModemRecord modem);
+// The modem with a usual value in place of what the catalogue leaves blank: commands, make, speed.
+ModemRecord withUsualValues(ModemRecord modem);
 
 class ModemCatalogue {
 public:

@@ -12,6 +12,18 @@ public:
     virtual void unlockInput() = 0;
 };
 
+// Locks input for as long as it lives.
+class LockedInput {
+public:
+    explicit LockedInput(InputLock& lock) : lock_(lock) { lock_.lockInput(); }
+    ~LockedInput() { lock_.unlockInput(); }
+    LockedInput(const LockedInput&) = delete;
+    LockedInput& operator=(const LockedInput&) = delete;
+
+private:
+    InputLock& lock_;
+};
+
 // For programs without windows.
 class NoInputLock : public InputLock {
 public:

@@ -1,6 +1,5 @@
 // Packing and unpacking of the sub-records: one walk over a record's list of fields serves both
-// directions. A scratch file in the current directory was once part of this conversion; see
-// removeScratchFile().
+// directions.
 #pragma once
 
 #include "link/comrecord.h"
@@ -147,7 +146,8 @@ std::size_t packedSize(const Record& record) {
     return size;
 }
 
-// Deletes the scratch file "@move@" of the current directory if an older console left it there.
+// Deletes the scratch file "@move@" of the current directory, which this console never makes,
+// before a line is sent: wanted.
 void removeScratchFile();
 
 } // namespace tollwick

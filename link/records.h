@@ -12,7 +12,7 @@
 
 namespace tollwick {
 
-// One field of a record: its name in dumps and files, and where it is kept.
+// One field of a record: its name in the site file of the stand-in service, and where it is kept.
 template <class Record, class Type>
 struct Field {
     std::string_view name;
@@ -29,7 +29,7 @@ struct ScheduleRecord {
     Integer identity{};
     Integer day{};      // position in the list of days, 0 Monday to 6 Sunday, 7 to 9 groups of days
     Integer timed{};    // 1 timed, 0 interval; 1 and not -1 is wanted
-    Integer interval{}; // position in the table of intervals
+    Integer interval{}; // position in the table of intervals, 0 to 10
     Integer unnamed_8{};
     FixedText<5> at_time; // "hh:mm"
     Integer unnamed_15{};
@@ -81,13 +81,13 @@ struct HostRecord {
     Integer uucp_timeout{};  // seconds
     FixedText<100> tapi_device;
     FixedText<153> unnamed_1106;
-    Integer retry_time{};
-    Integer call_retries{};
+    Integer retry_time{};   // between two calls, in the unit of the service
+    Integer call_retries{}; // calls after the first
     FixedText<255> script_file_name;
     Integer do_not_use_tapi{};
     FixedText<60> phone_number;
-    Integer modem_make_position{};
-    Integer modem_model_position{};
+    Integer modem_make_position{};  // from 0
+    Integer modem_model_position{}; // from 0, among those of the make
     FixedText<30> modem_make;
     FixedText<30> modem_model;
     FixedText<30> modem_reset;
@@ -98,6 +98,7 @@ struct HostRecord {
     FixedText<30> modem_dial;
     FixedText<30> modem_hang_up;
     FixedText<30> modem_answer;
+    // From com_port to parity but for the maximum: positions in the host dialog's lists, from 0.
     Integer com_port{};
     Long modem_max_speed{}; // bits per second
     Integer connect_speed{};
@@ -114,14 +115,14 @@ struct HostRecord {
     Integer packet_size{}; // position, counted from 1
     FixedText<60> ras_host;
     Integer uucp_tcp_port{};
-    Integer ras_entry_position{};
+    Integer ras_entry_position{}; // from 0
     FixedText<30> ras_user_name;
     FixedText<50> ras_password;
     FixedText<30> ras_entry;
     Integer do_not_use_active_connection{};
     Integer host_lookup_timeout{};     // seconds, at most 30
     Integer transport_when_in_queue{}; // 0 only scheduled, -1 also when mail is in queue
-    Integer mail_limit{};              // how much mail in queue starts a transport
+    Integer mail_limit{};              // mails in queue that start a transport
     FixedText<108> unnamed_2184;
 
     bool operator==(const HostRecord&) const = default;
@@ -298,7 +299,7 @@ struct UucpStatusRecord {
     Long file_number{};
     Long file_size{}; // bytes
     Long unnamed_4{};
-    Integer percent{};
+    Integer percent{};    // of the file, 0 to 100
     Long average_speed{}; // bits per second
     VarText state;
     VarText file_name;

@@ -1,5 +1,6 @@
 #include "link/requests.h"
 
+#include "app/text.h"
 #include "link/comrecord_moves.h"
 
 #include <limits>
@@ -71,10 +72,6 @@ bool isFailure(Integer reply) {
 // The number behind `number`; after the largest there is none, and the service says so itself.
 Long nextNumber(Long number) {
     return number == std::numeric_limits<Long>::max() ? number : number + 1;
-}
-
-bool isBlank(const std::string& text) {
-    return text.find_first_not_of(' ') == std::string::npos;
 }
 
 } // namespace
@@ -336,18 +333,17 @@ void Requests::txGetUucpStatus(std::function<void(int)> done) {
     record.RecordNumber = 0;
     record.RecordLength = *row.record_length;
     link_.SendComrecord(record);
-    link_.reportReply(
-        [this, done = std::move(done)](std::optional<Integer> reply, ServiceLink::NoReply reason) {
-            const Scope scope(*this);
-            if (!reply && reason == ServiceLink::NoReply::LinkClosed)
-                reply = result::NoReply;
-            if (reply == result::Done)
-                MoveComrecordToUucpstatusrecord(link_.comrecord, data_.uucp_status);
-            const bool failed = reply && isFailure(*reply);
-            if (failed)
-                fail(catalogue::GetUucpStatus);
-            done(failed ? kStatusFailed : kStatusReceived);
-        });
+    using enum ServiceLink::ReportEnd;
+    link_.reportReply([this, done = std::move(done)](ServiceLink::ReportEnd end, Integer reply) {
+        const Scope scope(*this);
+        if (end == Replied && reply == result::Done)
+            MoveComrecordToUucpstatusrecord(link_.comrecord, data_.uucp_status);
+        // A time-out is not told, nor what the console has given up itself.
+        const bool failed = end == LinkClosed || (end == Replied && isFailure(reply));
+        if (failed)
+            fail(catalogue::GetUucpStatus);
+        done(failed ? kStatusFailed : kStatusReceived);
+    });
 }
 
 Integer Requests::txSendUucpCommand() {

@@ -68,6 +68,7 @@ public:
     // after the failure rule.
     Integer txSendUucpCommand();
 
+    // The names, UTF-8, are appended; those that came before a failure stay.
     Integer txGetAllTapiLocations(std::vector<std::string>& names);
     Integer txGetAllTapiDevices(std::vector<std::string>& names);
     Integer txGetAllRasEntries(std::vector<std::string>& names);
@@ -76,6 +77,8 @@ public:
     // For a blank name nothing is sent. The reply's record is kept as the script; true in
     // `received` when there was one.
     Integer txGetScript(const std::string& file_name, bool& received);
+    // `text` is UTF-8 with CR LF between its lines. What does not fit the data block is cut: ask
+    // scriptFits() before.
     Integer txSaveScript(const std::string& file_name, const std::string& text);
 
     // Settings, schedules, hosts and outbox after a login, each only if the one before succeeded.

@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QNetworkProxy>
+#include <QScopedValueRollback>
 
 #include <utility>
 
@@ -53,7 +54,7 @@ ServiceLink::ServiceLink(const Clock& clock, QObject* parent) : QObject(parent),
         if (isOpen())
             socket_.waitForReadyRead(0);
         if (report_ && timedOut())
-            finishReport({}, NoReply::TimedOut);
+            finishReport(ReportEnd::TimedOut);
     });
     since_events_.start();
 }
@@ -79,7 +80,7 @@ void ServiceLink::Connect(const std::string& host, double port) {
 }
 
 void ServiceLink::Close() {
-    closeSocket(NoReply::Abandoned);
+    closeSocket(ReportEnd::Abandoned);
 }
 
 void ServiceLink::reset() {
@@ -90,7 +91,7 @@ void ServiceLink::reset() {
 
 void ServiceLink::giveUp() {
     given_up_ = true;
-    closeSocket(NoReply::LinkClosed);
+    closeSocket(ReportEnd::LinkClosed);
 }
 
 bool ServiceLink::isConnecting() const {
@@ -105,12 +106,13 @@ bool ServiceLink::isOpen() const {
 void ServiceLink::settle() {
     if (!report_)
         return;
-    input_lock_->lockInput();
-    while (report_ && !timedOut())
-        pump();
-    input_lock_->unlockInput();
+    {
+        const LockedInput locked(*input_lock_);
+        while (report_ && !timedOut())
+            pump();
+    }
     if (report_)
-        finishReport({}, NoReply::TimedOut);
+        finishReport(ReportEnd::TimedOut);
 }
 
 void ServiceLink::SendComrecord(const Comrecord& record) {
@@ -129,15 +131,15 @@ void ServiceLink::SendComrecord(const Comrecord& record) {
 Integer ServiceLink::WaitForReply() {
     if (waiting_) // a request from within the wait of another has no line of its own
         return result::NoReply;
-    waiting_ = true;
-    input_lock_->lockInput();
-    while (ReplyArrived_ == 0 && isOpen()) {
-        pump();
-        if (ReplyArrived_ == 0 && timedOut())
-            break;
+    {
+        const QScopedValueRollback waiting(waiting_, true);
+        const LockedInput locked(*input_lock_);
+        while (ReplyArrived_ == 0 && isOpen()) {
+            pump();
+            if (ReplyArrived_ == 0 && timedOut())
+                break;
+        }
     }
-    input_lock_->unlockInput();
-    waiting_ = false;
     if (receiver_.hasLine())
         QMetaObject::invokeMethod(this, &ServiceLink::takeNextLine, Qt::QueuedConnection);
     const Integer reply = std::exchange(ReplyArrived_, Integer{0});
@@ -147,7 +149,7 @@ Integer ServiceLink::WaitForReply() {
 void ServiceLink::reportReply(ReplyHandler handler) {
     report_ = std::move(handler);
     if (!isOpen())
-        finishReport({}, NoReply::LinkClosed);
+        finishReport(ReportEnd::LinkClosed);
     else
         report_timer_.start(kReportCheckMs);
 }
@@ -176,7 +178,7 @@ void ServiceLink::DataArrival(std::string_view arrived) {
     case LinkReceiver::Arrival::Key:
         return;
     case LinkReceiver::Arrival::TooLong:
-        closeSocket(NoReply::LinkClosed);
+        closeSocket(ReportEnd::LinkClosed);
         return;
     case LinkReceiver::Arrival::Record:
         break;
@@ -186,7 +188,7 @@ void ServiceLink::DataArrival(std::string_view arrived) {
     if (receiver_.hasLine())
         QMetaObject::invokeMethod(this, &ServiceLink::takeNextLine, Qt::QueuedConnection);
     if (report_ && ReplyArrived_ != 0)
-        finishReport(std::exchange(ReplyArrived_, Integer{0}), {});
+        finishReport(ReportEnd::Replied, std::exchange(ReplyArrived_, Integer{0}));
 }
 
 void ServiceLink::takeNextLine() {
@@ -201,7 +203,7 @@ void ServiceLink::onDisconnected() {
     // A reply that came together with the close is still the reply.
     while (receiver_.hasLine() && ((waiting_ && ReplyArrived_ == 0) || report_))
         DataArrival({});
-    closeSocket(NoReply::LinkClosed);
+    closeSocket(ReportEnd::LinkClosed);
 }
 
 void ServiceLink::onError() {
@@ -233,7 +235,7 @@ bool ServiceLink::timedOut() const {
     return elapsed > com_timeout_;
 }
 
-void ServiceLink::closeSocket(NoReply reason) {
+void ServiceLink::closeSocket(ReportEnd end) {
     receiver_.close();
     report_timer_.stop();
     // Taken first: aborting reports the closed socket once more, from within.
@@ -241,13 +243,13 @@ void ServiceLink::closeSocket(NoReply reason) {
     if (socket_.state() != QAbstractSocket::UnconnectedState)
         socket_.abort();
     if (handler)
-        handler({}, reason);
+        handler(end, 0);
 }
 
-void ServiceLink::finishReport(std::optional<Integer> result, NoReply reason) {
+void ServiceLink::finishReport(ReportEnd end, Integer result) {
     report_timer_.stop();
     const ReplyHandler handler = std::exchange(report_, nullptr);
-    handler(result, reason);
+    handler(end, result);
 }
 
 } // namespace tollwick

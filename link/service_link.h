@@ -11,7 +11,6 @@
 #include <QTimer>
 
 #include <functional>
-#include <optional>
 #include <string>
 
 namespace tollwick {
@@ -31,15 +30,15 @@ inline constexpr long HostNotFound = 11001;
 class ServiceLink : public QObject {
     Q_OBJECT
 public:
-    // How a reply that is not waited for, but reported later, ended when it was not the reply's own
-    // result code.
-    enum class NoReply {
+    // How the wait for a reply that is reported later ended.
+    enum class ReportEnd {
+        Replied,
         TimedOut,
         LinkClosed, // by the service or an error
         Abandoned,  // by the console itself
     };
-    // The result code, or why there is none.
-    using ReplyHandler = std::function<void(std::optional<Integer> result, NoReply reason)>;
+    // `result` is the code of the reply, if there is one.
+    using ReplyHandler = std::function<void(ReportEnd end, Integer result)>;
 
     explicit ServiceLink(const Clock& clock, QObject* parent = nullptr);
     ~ServiceLink() override;
@@ -51,7 +50,8 @@ public:
     // Starts a new connection; an old one is closed. `host` is UTF-8; a port outside 1..65535 fails
     // like an address that cannot be used.
     void Connect(const std::string& host, double port);
-    // Closes the socket and forgets whatever has not been read. No event is reported for it.
+    // Closes the socket and forgets whatever has not been read; an awaited report ends as
+    // Abandoned.
     void Close();
     // Forgets the session key, too.
     void reset();
@@ -113,8 +113,8 @@ private:
     // Gives socket data a chance to arrive, and windows to repaint now and then.
     void pump();
     [[nodiscard]] bool timedOut() const;
-    void closeSocket(NoReply reason);
-    void finishReport(std::optional<Integer> result, NoReply reason);
+    void closeSocket(ReportEnd end);
+    void finishReport(ReportEnd end, Integer result = 0);
 
     const Clock& clock_;
     NoInputLock no_lock_;
@@ -130,8 +130,8 @@ private:
     long last_error_number_ = 0;
     std::string last_error_text_;
 
-    Integer ReplyArrived_ =
-        0;               // 0 while a request is outstanding, else the result code of the reply
+    // 0 while a request is outstanding, else the result code of the reply.
+    Integer ReplyArrived_ = 0;
     double sent_at_ = 0; // seconds since midnight
     bool waiting_ = false;
     ReplyHandler report_;

@@ -5,6 +5,7 @@
 // "#" are skipped; the first other line names the columns. Blank cells at the end of a line may be
 // left out. A cell that is blank stays blank in the catalogue, where the console knows the usual
 // value.
+#include "app/modem_catalogue.h"
 #include "link/little_endian.h"
 
 #include <algorithm>
@@ -22,6 +23,8 @@
 #include <system_error>
 #include <utility>
 #include <vector>
+
+namespace modem_width = tollwick::modem_width;
 
 namespace {
 
@@ -45,17 +48,17 @@ struct ColumnRule {
     std::size_t width; // in the catalogue, in bytes
 };
 
-constexpr std::array<ColumnRule, ColumnCount> kColumns = {{{"make", 25},
-                                                           {"model", 40},
-                                                           {"max_speed", 4},
-                                                           {"init", 128},
-                                                           {"attention", 30},
-                                                           {"hang-up", 50},
-                                                           {"reset", 30},
-                                                           {"answer", 30},
-                                                           {"dial", 30},
-                                                           {"busy", 30},
-                                                           {"connect", 40}}};
+constexpr std::array<ColumnRule, ColumnCount> kColumns = {{{"make", modem_width::Make},
+                                                           {"model", modem_width::Model},
+                                                           {"max_speed", sizeof(std::int32_t)},
+                                                           {"init", modem_width::Init},
+                                                           {"attention", modem_width::Attention},
+                                                           {"hang-up", modem_width::HangUp},
+                                                           {"reset", modem_width::Reset},
+                                                           {"answer", modem_width::Answer},
+                                                           {"dial", modem_width::Dial},
+                                                           {"busy", modem_width::Busy},
+                                                           {"connect", modem_width::Connect}}};
 
 using Row = std::array<std::string, ColumnCount>;
 
@@ -179,7 +182,6 @@ void append(std::string& bytes, Number value) {
 }
 
 std::string catalogueOf(const std::vector<Row>& rows) {
-    constexpr std::size_t kRecordSize = 443;
     std::string bytes;
     append(bytes, static_cast<std::int32_t>(rows.size()));
     for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -195,7 +197,7 @@ std::string catalogueOf(const std::vector<Row>& rows) {
             text(column);
         append(bytes, speedOf(rows[i][MaxSpeed]));
         text(Connect);
-        if (bytes.size() - start != kRecordSize)
+        if (bytes.size() - start != tollwick::ModemCatalogue::kRecordSize)
             throw std::logic_error("a record does not have its size");
     }
     return bytes;

@@ -108,14 +108,14 @@ TEST(ModemCatalogue, TakesWhatADamagedFileReallyHolds) {
 }
 
 TEST(ModemDefaults, FillOnlyWhatIsBlank) {
-    ModemRecord modem = withDefaults({});
+    ModemRecord modem = withUsualValues({});
     EXPECT_EQ(textsOf(modem), (Strings{"Generic 2400 Baud Modem", "", "AT^M", "AT", "ATH^M",
                                        "ATZ^M", "ATA^M", "ATDT", "BUSY", "CONNECT"}));
     EXPECT_EQ(modem.max_speed, 2400);
     modem.init = "AT&F^M";
     modem.max_speed = 300;
-    EXPECT_EQ(textsOf(withDefaults(modem)), textsOf(modem));
-    EXPECT_EQ(withDefaults(modem).max_speed, 300);
+    EXPECT_EQ(textsOf(withUsualValues(modem)), textsOf(modem));
+    EXPECT_EQ(withUsualValues(modem).max_speed, 300);
 }
 
 #ifdef TOLLWICK_MODEMS_DAT
@@ -125,7 +125,7 @@ TEST(ShippedModems, CanBeChosenAndFitTheirHostWhole) {
     for (const ModemRecord& record : catalogue.records()) {
         SCOPED_TRACE(record.make + ' ' + record.model);
         EXPECT_EQ(catalogue.find(record.make, record.model), &record);
-        const ModemRecord modem = withDefaults(record);
+        const ModemRecord modem = withUsualValues(record);
         // A speed that the connection page offers.
         EXPECT_TRUE((std::set{1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200})
                         .contains(modem.max_speed));

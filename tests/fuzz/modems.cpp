@@ -9,7 +9,7 @@ void fuzz(Input& input) {
     check(catalogue.records().size() <= input.rest.size() / ModemCatalogue::kRecordSize);
     for (const ModemRecord& modem : catalogue.records()) {
         check(modem.record_number <= catalogue.largestRecordNumber());
-        check(!withDefaults(modem).make.empty() && withDefaults(modem).max_speed > 0);
+        check(!withUsualValues(modem).make.empty() && withUsualValues(modem).max_speed > 0);
         if (modem.deleted)
             continue;
         const ModemRecord* found = catalogue.find(modem.make, modem.model);

@@ -12,7 +12,7 @@ namespace tollwick {
 std::vector<std::string> scheduleDays(const StringTable& texts);
 
 struct ScheduleInterval {
-    std::string text; // UTF-8, at most 6 characters: the field it once stood in has no more
+    std::string text; // UTF-8, cut to 6 characters: wanted
     int minutes;
 };
 

@@ -1,6 +1,7 @@
 #include "ui/dialogs/schedule_rules.h"
 
 #include "app/numeric.h"
+#include "app/text.h"
 
 #include <algorithm>
 
@@ -13,13 +14,6 @@ constexpr int kLongestDelay = 59; // minutes
 double comparableTime(std::string_view time) {
     const std::string_view minutes = time.substr(time.find(':') + 1);
     return numericValue(std::string(time.substr(0, 2)).append(minutes));
-}
-
-// The field's text without blanks at either end.
-template <std::size_t N>
-std::string trimmed(const FixedText<N>& field) {
-    std::string text = field.text();
-    return text.erase(0, text.find_first_not_of(' '));
 }
 
 } // namespace
@@ -52,9 +46,9 @@ std::optional<ScheduleEntry> entryOf(const ScheduleRecord& record) {
     entry.day = record.day;
     entry.is_interval = record.timed == 0;
     entry.interval = record.interval;
-    entry.timed = trimmed(record.at_time);
-    entry.between_first = trimmed(record.between_first);
-    entry.between_second = trimmed(record.between_second);
+    entry.timed = trimmed(record.at_time.text());
+    entry.between_first = trimmed(record.between_first.text());
+    entry.between_second = trimmed(record.between_second.text());
     entry.delay = std::to_string(record.delay);
     return entry;
 }

@@ -1,6 +1,7 @@
 #include "ui/dialogs/setting_editors.h"
 
 #include "app/numeric.h"
+#include "app/text.h"
 #include "ui/dialogs/edit_form.h"
 #include "ui/dialogs/setting_rules.h"
 #include "ui/main/node_keys.h"
@@ -26,8 +27,8 @@ constexpr DialogTexts kAfterTexts{Text::CommandCaption, Text::AfterCommandLabel,
 constexpr DialogTexts kDebugTexts{Text::DebugLevelCaption, Text::DebugLevelLabel, "debug32"};
 constexpr DialogTexts kPeriodTexts{Text::LogPeriodCaption, Text::LogPeriodLabel, "log32"};
 
-// Shows the dialog until the user cancels or enters a text that `is_refused`, having told why, lets
-// pass; the rejected text stays for correction. False after a cancel.
+// Asks until the user cancels, which gives false, or enters a text that `is_refused` lets pass. It
+// tells the user why it refuses one, and that text stays for correction.
 template <class Refuse>
 bool editText(ConsoleContext& context, QWidget* window, const DialogTexts& texts,
               std::string_view current, Refuse&& is_refused) {
@@ -46,12 +47,6 @@ bool editText(ConsoleContext& context, QWidget* window, const DialogTexts& texts
 
 bool acceptAll(const std::string&) {
     return false;
-}
-
-std::string trimmedBlanks(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos ? std::string()
-                                      : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 } // namespace
@@ -208,7 +203,7 @@ void SettingEditors::editDebuggingLevel(const SettingRow& row) {
     VarText& setting = context_.data.settings.*std::get<TextSetting>(row.place).value;
     if (!editText(context_, window_, kDebugTexts, setting.text(), acceptAll))
         return;
-    setting = trimmedBlanks(context_.edit.EditResult);
+    setting = trimmed(context_.edit.EditResult);
     if (!setting.bytes().empty())
         context_.prompter.exclamation(context_.text(Text::DebugLevelWarning));
     context_.requests.txSaveSettings();

@@ -70,10 +70,6 @@ std::optional<Long> portNumber(std::string_view text) {
     return toLong(value);
 }
 
-std::span<const AddressRule> addressRules() {
-    return kAddressRules;
-}
-
 const AddressRule* findAddressRule(std::string_view key) {
     for (const AddressRule& rule : kAddressRules)
         if (rule.key == key)

@@ -6,7 +6,6 @@
 #include "link/wire_types.h"
 
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -49,7 +48,7 @@ struct AddressRule {
     std::optional<StyledText> not_attached;   // set where the service's answer is looked at
 };
 
-std::span<const AddressRule> addressRules();
+// The rule of a row that holds an address, or nullptr.
 const AddressRule* findAddressRule(std::string_view key);
 
 } // namespace tollwick

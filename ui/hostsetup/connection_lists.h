@@ -1,13 +1,10 @@
-// The fixed choice lists of the host dialog, built once at start-up. What a host stores is a
-// position.
+// The fixed choice lists of the host dialog. What a host stores is a position in them.
 #pragma once
 
 #include "app/string_table.h"
 #include "link/wire_types.h"
 
-#include <array>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace tollwick {

@@ -153,13 +153,6 @@ struct Store {
 
 } // namespace
 
-std::string trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
-}
-
 HostEntry entryOf(const HostRecord& record) {
     HostEntry entry;
     const auto loadBinding = [&](const auto& binding) {
@@ -188,7 +181,7 @@ HostEntry entryOf(const HostRecord& record) {
     return entry;
 }
 
-CurrentModem withDefaults(CurrentModem modem) {
+CurrentModem withStoredDefaults(CurrentModem modem) {
     forEach(kModemBindings, [&](const auto& binding) {
         std::string& value = modem.*binding.modem;
         if (trimmed(value).empty())
@@ -215,7 +208,7 @@ void storeEntry(const HostEntry& entered, bool has_telephony, HostRecord& record
     forEach(kBindings, storeBinding);
     if (has_telephony)
         forEach(kTelephonyBindings, storeBinding);
-    const CurrentModem modem = withDefaults(entry.modem);
+    const CurrentModem modem = withStoredDefaults(entry.modem);
     forEach(kModemBindings,
             [&](const auto& binding) { store(modem.*binding.modem, changed.*binding.record); });
     changed.modem_max_speed = modem.max_speed;

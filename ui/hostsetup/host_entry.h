@@ -2,6 +2,7 @@
 // bindings serves both directions.
 #pragma once
 
+#include "app/text.h"
 #include "link/records.h"
 
 #include <string>
@@ -111,11 +112,9 @@ HostEntry entryOf(const HostRecord& record);
 // then.
 void storeEntry(const HostEntry& entered, bool has_telephony, HostRecord& record);
 
-// Blank commands of the modem replaced by their defaults.
-CurrentModem withDefaults(CurrentModem modem);
-
-// Without blanks around it.
-std::string trimmed(std::string_view text);
+// The modem as a host stores it: what is blank, make and speed included, has a default. That make
+// and speed differ from those of the catalogue's usual values is wanted.
+CurrentModem withStoredDefaults(CurrentModem modem);
 
 // The text as the dialog shows it once this field has stored it: what does not fit is cut.
 template <std::size_t N>

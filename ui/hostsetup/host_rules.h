@@ -1,4 +1,4 @@
-// The checks of the host dialog when Ok is pressed.
+// The rules of the host dialog: what Ok refuses, which frames are shown, which keys a name takes.
 #pragma once
 
 #include "app/prompter.h"

@@ -23,7 +23,7 @@ namespace tollwick {
 class HostSetupForm : public QDialog {
     Q_OBJECT
 public:
-    // Without a host as yet.
+    // Makes the controls, still empty.
     HostSetupForm(ConsoleContext& context, QWidget* parent);
     ~HostSetupForm() override;
 

@@ -67,7 +67,7 @@ std::optional<ModemForm::Choice> ModemForm::choice() const {
     const ModemRecord* found = catalogue_.find(selectedText(makes_), selectedText(models_));
     if (!found || models_->selectedItems().isEmpty())
         return {};
-    const ModemRecord record = withDefaults(*found);
+    const ModemRecord record = withUsualValues(*found);
     Choice choice;
     choice.modem = {record.make,
                     record.model,

@@ -69,17 +69,20 @@ EnableFlags enableFlags(const Selection& selection) {
                                  (selection.has_row || selection.node_key == node::LoginAccount));
     const Flag toggle = flag(isGiven(Command::Toggle) && selection.has_row);
     const Flag cancel = flag(selection.connected && selection.node_key == node::UucpMonitor);
-    return {flag(isGiven(Command::Add)),
-            remove,
-            properties,
-            toggle,
-            kOff, // OpenMenu has no action
-            flag(isGiven(Command::Refresh)),
-            cancel,
-            add_schedule,
-            add_host,
-            remove,
-            properties};
+    EnableFlags flags{};
+    const auto set = [&flags](Item item, Flag value) { flags[indexOf(item)] = value; };
+    set(Item::AddMenu, flag(isGiven(Command::Add)));
+    set(Item::DeleteMenu, remove);
+    set(Item::PropertiesMenu, properties);
+    set(Item::Toggmenu, toggle);
+    set(Item::OpenMenu, kOff); // it has no action
+    set(Item::Refreshmenu, flag(isGiven(Command::Refresh)));
+    set(Item::Cancelmenu, cancel);
+    set(Item::ToolbarAddSchedule, add_schedule);
+    set(Item::ToolbarAddUucpHost, add_host);
+    set(Item::ToolbarDelete, remove);
+    set(Item::ToolbarProperties, properties);
+    return flags;
 }
 
 } // namespace tollwick

@@ -63,6 +63,10 @@ enum class Item {
 inline constexpr std::size_t kMenuItems = 7;
 inline constexpr std::size_t kAllItems = 11;
 
+constexpr std::size_t indexOf(Item item) {
+    return static_cast<std::size_t>(item);
+}
+
 using EnableFlags = std::array<Flag, kAllItems>;
 using VisibleFlags = std::array<Flag, kMenuItems>;
 

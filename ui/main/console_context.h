@@ -29,15 +29,15 @@ struct ConsoleContext {
 
     [[nodiscard]] std::string_view text(Text text) const { return main.texts()(text); }
     [[nodiscard]] QString caption(Text text) const { return toQString(main.texts()(text)); }
-    // Runs what a control asks for, unless a request waits: an assistive tool reaches a control even
-    // while no window takes input.
+    // Runs what a control asks for, unless a request waits: an assistive tool reaches a control
+    // even while no window takes input.
     template <class Body>
     void guardControl(Routine routine, Body&& body) const {
         if (!requests.isRunning())
             errors.guard(routine, [&](Integer&) { body(); });
     }
-    // The same for what takes an entered number. One that does not fit is told here, since the error
-    // handler merely logs it.
+    // The same for what takes an entered number. One that does not fit is told here, since the
+    // error handler merely logs it.
     template <class Body>
     void guardEntry(Routine routine, Body&& body) const {
         guardControl(routine, [&] {

@@ -37,7 +37,7 @@ FilterBar::FilterBar(ListView& list, const StringTable& texts, QWidget* parent)
     hide();
 
     connect(text_, &QLineEdit::textChanged, &list_, &ListView::setFilter);
-    connect(close, &QToolButton::clicked, this, &FilterBar::close);
+    connect(close, &QToolButton::clicked, this, &FilterBar::dismiss);
     connect(&list_, &ListView::rowsChanged, this, &FilterBar::showCount);
     // Another list starts without a filter.
     connect(&list_, &ListView::contentsReplaced, this, [this] {
@@ -55,7 +55,7 @@ void FilterBar::open() {
     showCount();
 }
 
-void FilterBar::close() {
+void FilterBar::dismiss() {
     text_->clear();
     hide();
     emit toggled();
@@ -66,7 +66,7 @@ bool FilterBar::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         switch (static_cast<QKeyEvent*>(event)->key()) {
         case Qt::Key_Escape:
-            close();
+            dismiss();
             return true;
         case Qt::Key_Down:
         case Qt::Key_Return:

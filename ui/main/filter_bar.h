@@ -20,7 +20,7 @@ public:
     // Comes up, ready to type.
     void open();
     // Goes away, and with it the filter.
-    void close();
+    void dismiss();
 
 signals:
     // It came up or went away.

@@ -17,11 +17,11 @@ class ListView;
 class ListActions : public QObject {
     Q_OBJECT
 public:
-    // All of them in the order of a menu, on the list that is shown.
-    [[nodiscard]] QList<QAction*> menuEntries() const;
-
     // The actions become the window's and the list's, with their keys.
     ListActions(ConsoleContext& context, ListView& list, FilterBar& filter, QWidget* window);
+
+    // All of them in the order of a menu.
+    [[nodiscard]] QList<QAction*> menuEntries() const;
 
     QAction* CopyRows;
     QAction* SelectRows;

@@ -1,12 +1,12 @@
 #include "ui/main/list_export.h"
 
+#include "app/text.h"
+
 #include <algorithm>
 #include <string_view>
 
 namespace tollwick {
 namespace {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 template <class Encode>
 void appendLine(std::string& text, const TableRow& row, char separator, const char* end,

@@ -66,17 +66,18 @@ MainActions::MainActions(QMainWindow& window, const StringTable& texts)
     toolbar_addschedule = addButton(toolbar, "addschedule", Text::TipAddSchedule);
     toolbar_adduucphost = addButton(toolbar, "adduucphost", Text::TipAddUucpHost);
 
-    items_ = {AddMenu,
-              DeleteMenu,
-              PropertiesMenu,
-              Toggmenu,
-              OpenMenu,
-              Refreshmenu,
-              Cancelmenu,
-              toolbar_addschedule,
-              toolbar_adduucphost,
-              toolbar_delete,
-              toolbar_properties};
+    for (const auto& [item, action] : {std::pair{Item::AddMenu, AddMenu},
+                                       {Item::DeleteMenu, DeleteMenu},
+                                       {Item::PropertiesMenu, PropertiesMenu},
+                                       {Item::Toggmenu, Toggmenu},
+                                       {Item::OpenMenu, OpenMenu},
+                                       {Item::Refreshmenu, Refreshmenu},
+                                       {Item::Cancelmenu, Cancelmenu},
+                                       {Item::ToolbarAddSchedule, toolbar_addschedule},
+                                       {Item::ToolbarAddUucpHost, toolbar_adduucphost},
+                                       {Item::ToolbarDelete, toolbar_delete},
+                                       {Item::ToolbarProperties, toolbar_properties}})
+        items_[indexOf(item)] = action;
     VisibleFlags visible;
     visible.fill(kOn);
     setVisible(visible);

@@ -61,7 +61,7 @@ private:
     QAction* addButton(QToolBar* toolbar, const char* key, Text tip);
 
     const StringTable& texts_;
-    std::array<QAction*, kAllItems> items_; // in the order of Item
+    std::array<QAction*, kAllItems> items_{}; // by indexOf(Item)
 };
 
 } // namespace tollwick

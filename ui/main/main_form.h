@@ -15,7 +15,6 @@ class QMenu;
 namespace tollwick {
 
 class ConfigTree;
-class DesktopNotifier;
 class ExplorerPane;
 class ListActions;
 class ListView;

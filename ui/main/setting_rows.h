@@ -29,7 +29,7 @@ struct LogSetting {
 struct SettingRow {
     std::string_view node_key;
     Text caption;
-    std::string_view key;   // case included
+    std::string_view key;   // told apart by case, too
     std::string_view image; // empty for a switch, whose icon tells its value
     std::variant<TextSetting, NumberSetting, SwitchSetting, LogSetting> place;
 };
