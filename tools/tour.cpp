@@ -141,143 +141,182 @@ QPalette darkPalette() {
     return palette;
 }
 
-void tour(const QString& folder, Integer lang_base) {
-    const bool swedish = lang_base == kSwedish;
-    simulator::ServerThread service(simulator::sampleSite());
-    Camera camera(folder, swedish ? "se" : "us");
-
-    const QString own = folder + (swedish ? "/se" : "/us");
-    QDir(own).removeRecursively();
-    IniStore store(toPath((own + "/tollwick.ini").toStdString()), {});
-    Settings settings(store);
-    settings.write(setting::CountryCode, std::to_string(lang_base));
-    settings.write(setting::ServerConnectPort, std::to_string(service.port()));
-    settings.write(setting::WindowXsize, "11400");
-    settings.write(setting::WindowYsize, "7200");
-    NoSystemLog system_log;
-    const SystemClock clock;
-    const std::string supplied =
-        QDir(QCoreApplication::applicationDirPath()).absoluteFilePath("data").toStdString();
-    Console console({store, system_log, clock, {supplied, own.toStdString()}, [] {}});
-    if (!console.Main())
-        std::exit(EXIT_FAILURE);
-    Twmainform* window = console.mainForm();
-    camera.take(window, "started");
-
-    during([&] { window->actions()->LoginMenu->trigger(); },
-           [&](QWidget* login) {
-               camera.take(window, "login");
-               login->findChild<QPushButton*>("btnOptions")->click();
-               camera.take(window, "login-options");
-               login->findChild<QLineEdit*>("tbServerConnectPassword")
-                   ->setText(simulator::kSamplePassword);
-               login->findChild<QPushButton*>("btnOk")->click();
-           });
-    waitFor("the tree", [&] { return window->tree()->topLevelItemCount() > 0; });
-
-    for (const TreeNode& node : treeNodes()) {
-        const QString key = toQString(node.key);
-        window->tree()->setCurrentItem(findNode(window->tree(), key));
-        rest(150);
-        camera.take(window, "node-" + key);
+// One tour through a console of its own, in one language.
+class Tour {
+public:
+    Tour(const QString& folder, Integer lang_base)
+        : camera_(folder, lang_base == kSwedish ? "se" : "us"),
+          own_(folder + (lang_base == kSwedish ? "/se" : "/us")),
+          store_(toPath((own_ + "/tollwick.ini").toStdString()), {}),
+          console_({store_, system_log_, clock_, {suppliedFiles(), own_.toStdString()}, [] {}}) {
+        QDir(own_).removeRecursively();
+        Settings settings(store_);
+        settings.write(setting::CountryCode, std::to_string(lang_base));
+        settings.write(setting::ServerConnectPort, std::to_string(service_.port()));
+        settings.write(setting::WindowXsize, "11400");
+        settings.write(setting::WindowYsize, "7200");
+        if (!console_.Main())
+            std::exit(EXIT_FAILURE);
+        window_ = console_.mainForm();
+        actions_ = window_->actions();
     }
 
-    struct Dialog {
-        const char* node;
-        int row;
-        const char* picture;
-    };
-    for (const Dialog& dialog :
-         {Dialog{"loginaccount", 0, "change-login"}, Dialog{"schedule", 0, "schedule-timed"},
-          Dialog{"schedule", 2, "schedule-interval"}, Dialog{"admin", 0, "ip-number"},
-          Dialog{"admin", 1, "port"}, Dialog{"options", 0, "document-viewer"},
-          Dialog{"uucpdaemon", 0, "command"}, Dialog{"uucpdaemon", 2, "debugging-level"},
-          Dialog{"logs", 0, "log-period"}}) {
-        window->tree()->setCurrentItem(findNode(window->tree(), dialog.node));
-        window->list()->setCurrentIndex(window->list()->model()->index(dialog.row, 0));
+    void run() {
+        take("started");
+        logIn();
+        for (const TreeNode& node : treeNodes()) {
+            go(toQString(node.key));
+            take("node-" + toQString(node.key));
+        }
+        editSettings();
+        openHosts();
+        runTransport();
+        workWithLists();
+        readAboutAndHelp();
+        loseConnection();
+    }
+
+private:
+    static std::string suppliedFiles() {
+        return QDir(QCoreApplication::applicationDirPath()).absoluteFilePath("data").toStdString();
+    }
+
+    void take(const QString& name) { camera_.take(window_, name); }
+
+    void go(const QString& node, int row = -1) {
+        window_->tree()->setCurrentItem(findNode(window_->tree(), node));
+        if (row >= 0)
+            window_->list()->setCurrentIndex(window_->list()->model()->index(row, 0));
         rest(150);
-        during([&] { window->actions()->PropertiesMenu->trigger(); },
-               [&](QWidget* form) {
-                   camera.take(window, QStringLiteral("dialog-") + dialog.picture);
-                   form->close();
+    }
+
+    void logIn() {
+        during([&] { actions_->LoginMenu->trigger(); },
+               [&](QWidget* login) {
+                   take("login");
+                   login->findChild<QPushButton*>("btnOptions")->click();
+                   take("login-options");
+                   login->findChild<QLineEdit*>("tbServerConnectPassword")
+                       ->setText(simulator::kSamplePassword);
+                   login->findChild<QPushButton*>("btnOk")->click();
+               });
+        waitFor("the tree", [&] { return window_->tree()->topLevelItemCount() > 0; });
+    }
+
+    void editSettings() {
+        struct Dialog {
+            const char* node;
+            int row;
+            const char* picture;
+        };
+        for (const Dialog& dialog :
+             {Dialog{"loginaccount", 0, "change-login"}, Dialog{"schedule", 0, "schedule-timed"},
+              Dialog{"schedule", 2, "schedule-interval"}, Dialog{"admin", 0, "ip-number"},
+              Dialog{"admin", 1, "port"}, Dialog{"options", 0, "document-viewer"},
+              Dialog{"uucpdaemon", 0, "command"}, Dialog{"uucpdaemon", 2, "debugging-level"},
+              Dialog{"logs", 0, "log-period"}}) {
+            go(dialog.node, dialog.row);
+            during([&] { actions_->PropertiesMenu->trigger(); },
+                   [&](QWidget* form) {
+                       take(QStringLiteral("dialog-") + dialog.picture);
+                       form->close();
+                   });
+        }
+    }
+
+    // The first host with all its pages and pickers, of the others the page that differs.
+    void openHosts() {
+        const char* const pages[] = {"general", "transport", "login", "script", "connection"};
+        go("uucphosts");
+        for (int row = 0; row < window_->list()->model()->rowCount(); ++row) {
+            go("uucphosts", row);
+            during([&] { actions_->PropertiesMenu->trigger(); },
+                   [&](QWidget* form) {
+                       auto* tabs = form->findChild<QTabWidget*>("SysSetupTab");
+                       for (int page = row == 0 ? 0 : 4; page < 5; ++page) {
+                           tabs->setCurrentIndex(page);
+                           take(QStringLiteral("host-%1-%2").arg(row).arg(pages[page]));
+                       }
+                       if (row == 0) {
+                           openPicker(form, "Modems", "modems");
+                           openPicker(form, "BläddraButton", "scripts");
+                       }
+                       form->close();
+                   });
+        }
+    }
+
+    void openPicker(QWidget* form, const char* button, const char* picture) {
+        during([&] { form->findChild<QPushButton*>(QString::fromUtf8(button))->click(); },
+               [&](QWidget* picker) {
+                   if (auto* makes = picker->findChild<QListWidget*>("List1"))
+                       makes->setCurrentRow(3);
+                   take(picture);
+                   picker->close();
                });
     }
 
-    const char* const pages[] = {"general", "transport", "login", "script", "connection"};
-    window->tree()->setCurrentItem(findNode(window->tree(), "uucphosts"));
-    for (int row = 0; row < window->list()->model()->rowCount(); ++row) {
-        window->list()->setCurrentIndex(window->list()->model()->index(row, 0));
-        rest(150);
-        during([&] { window->actions()->PropertiesMenu->trigger(); },
-               [&](QWidget* form) {
-                   auto* tabs = form->findChild<QTabWidget*>("SysSetupTab");
-                   for (int page = row == 0 ? 0 : 4; page < 5; ++page) {
-                       tabs->setCurrentIndex(page);
-                       camera.take(window, QStringLiteral("host-%1-%2").arg(row).arg(pages[page]));
-                   }
-                   if (row == 0) {
-                       const auto press = [&](const char* button) {
-                           auto* found = form->findChild<QPushButton*>(QString::fromUtf8(button));
-                           during([&] { found->click(); },
-                                  [&](QWidget* picker) {
-                                      if (auto* makes = picker->findChild<QListWidget*>("List1"))
-                                          makes->setCurrentRow(3);
-                                      camera.take(window, button[0] == 'M' ? "modems" : "scripts");
-                                      picker->close();
-                                  });
-                       };
-                       press("Modems");
-                       press("BläddraButton");
-                   }
-                   form->close();
-               });
+    void runTransport() {
+        go("uucpmonitor");
+        actions_->UucpTransportNowMenu->trigger();
+        waitFor("the transport", [&] { return console_.context().data.uucp_status.percent > 30; });
+        take("transport");
+        actions_->CancelUucpTransportMenu->trigger();
+        rest(1500);
+        take("cancelled");
     }
 
-    window->tree()->setCurrentItem(findNode(window->tree(), "uucpmonitor"));
-    window->actions()->UucpTransportNowMenu->trigger();
-    const auto isMoving = [&] { return console.context().data.uucp_status.percent > 30; };
-    waitFor("the transport", isMoving);
-    camera.take(window, "transport");
-    window->actions()->CancelUucpTransportMenu->trigger();
-    rest(1500);
-    camera.take(window, "cancelled");
+    void workWithLists() {
+        go("outbox");
+        actions_->Refreshmenu->trigger();
+        go("outbox", 1);
+        during([&] { actions_->DeleteMenu->trigger(); },
+               [&](QWidget* box) {
+                   take("delete-question");
+                   qobject_cast<QMessageBox*>(box)->button(QMessageBox::Yes)->click();
+               });
+        take("deleted");
+        window_->list()->sortByColumn(2, Qt::DescendingOrder);
+        window_->findChild<QAction*>("FilterRows")->trigger();
+        window_->findChild<QLineEdit*>("ListFilter")->setText("sthlm");
+        window_->list()->selectAll();
+        take("filter");
+        emit window_->list()->contextMenuWanted(window_->mapToGlobal(QPoint(400, 150)));
+        take("context-menu");
+        window_->findChild<QMenu*>("ContextMenu")->close();
+    }
 
-    window->tree()->setCurrentItem(findNode(window->tree(), "outbox"));
-    window->actions()->Refreshmenu->trigger();
-    window->list()->setCurrentIndex(window->list()->model()->index(1, 0));
-    rest(150);
-    during([&] { window->actions()->DeleteMenu->trigger(); },
-           [&](QWidget* box) {
-               camera.take(window, "delete-question");
-               qobject_cast<QMessageBox*>(box)->button(QMessageBox::Yes)->click();
-           });
-    camera.take(window, "deleted");
-    window->list()->sortByColumn(2, Qt::DescendingOrder);
-    window->findChild<QAction*>("FilterRows")->trigger();
-    window->findChild<QLineEdit*>("ListFilter")->setText("sthlm");
-    window->list()->selectAll();
-    camera.take(window, "filter");
-    emit window->list()->contextMenuWanted(window->mapToGlobal(QPoint(400, 150)));
-    camera.take(window, "context-menu");
-    window->findChild<QMenu*>("ContextMenu")->close();
+    void readAboutAndHelp() {
+        during([&] { actions_->AboutMenu->trigger(); },
+               [&](QWidget* about) {
+                   take("about");
+                   about->close();
+               });
+        actions_->ContentsMenu->trigger();
+        take("help");
+        console_.context().help.showPageOf(window_);
+        take("help-outbox");
+    }
 
-    during([&] { window->actions()->AboutMenu->trigger(); },
-           [&](QWidget* about) {
-               camera.take(window, "about");
-               about->close();
-           });
-    window->actions()->ContentsMenu->trigger();
-    camera.take(window, "help");
-    console.context().help.showPageOf(window);
-    camera.take(window, "help-outbox");
+    void loseConnection() {
+        service_.run([](simulator::Server& server) { server.closeConnections(); });
+        waitFor("the closed connection", [&] { return window_->tree()->topLevelItemCount() == 0; });
+        for (QWidget* top : QApplication::topLevelWidgets())
+            if (top != window_)
+                top->close();
+        take("connection-closed");
+    }
 
-    service.run([](simulator::Server& server) { server.closeConnections(); });
-    waitFor("the closed connection", [&] { return window->tree()->topLevelItemCount() == 0; });
-    for (QWidget* top : QApplication::topLevelWidgets())
-        if (top != window)
-            top->close();
-    camera.take(window, "connection-closed");
-}
+    Camera camera_;
+    QString own_; // the folder of its settings and logs
+    simulator::ServerThread service_{simulator::sampleSite()};
+    IniStore store_;
+    NoSystemLog system_log_;
+    SystemClock clock_;
+    Console console_;
+    Twmainform* window_ = nullptr;
+    MainActions* actions_ = nullptr;
+};
 
 } // namespace
 
@@ -295,6 +334,6 @@ int main(int argc, char** argv) {
     QDir().mkpath(folder);
     std::puts("A guided tour, as pictures:");
     for (const Integer lang_base : {kEnglish, kSwedish})
-        tour(folder, lang_base);
+        Tour(folder, lang_base).run();
     return EXIT_SUCCESS;
 }

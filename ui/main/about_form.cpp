@@ -35,6 +35,26 @@ QString readNote(const MainModule& main) {
     return toQString(isValidUtf8(*note) ? *note : fromAnsi(*note));
 }
 
+QPlainTextEdit* makeNote(const ConsoleContext& context) {
+    auto* note = new QPlainTextEdit(readNote(context.main));
+    note->setObjectName("NoteText");
+    note->setAccessibleName(context.caption(Text::AboutNote));
+    note->setReadOnly(true);
+    note->setTabChangesFocus(true);
+    // With a cursor, so that who comes by keyboard sees it.
+    note->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    // Wide enough for the note's own lines, unless they are very long.
+    const QFontMetrics metrics = note->fontMetrics();
+    const int lines_width = metrics.size(0, note->toPlainText()).width();
+    const int around = 2 * (qCeil(note->document()->documentMargin()) + note->frameWidth()) +
+                       note->verticalScrollBar()->sizeHint().width() + metrics.averageCharWidth();
+    note->setMinimumSize(std::clamp(lines_width, kMinColumns * metrics.averageCharWidth(),
+                                    kMaxColumns * metrics.averageCharWidth()) +
+                             around,
+                         metrics.lineSpacing() * kNoteLines);
+    return note;
+}
+
 } // namespace
 
 AboutForm::AboutForm(const ConsoleContext& context, QWidget* parent) : QDialog(parent) {
@@ -59,23 +79,7 @@ AboutForm::AboutForm(const ConsoleContext& context, QWidget* parent) : QDialog(p
     auto* library = new QLabel(context.caption(Text::AboutLibrary).arg(qVersion()));
     library->setObjectName("LibraryCap");
 
-    auto* note = new QPlainTextEdit(readNote(context.main));
-    note->setObjectName("NoteText");
-    note->setAccessibleName(context.caption(Text::AboutNote));
-    note->setReadOnly(true);
-    note->setTabChangesFocus(true);
-    // With a cursor, so that who comes by keyboard sees it.
-    note->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    // Wide enough for the note's own lines, unless they are very long.
-    const QFontMetrics metrics = note->fontMetrics();
-    const int lines_width = metrics.size(0, note->toPlainText()).width();
-    const int around = 2 * (qCeil(note->document()->documentMargin()) + note->frameWidth()) +
-                       note->verticalScrollBar()->sizeHint().width() + metrics.averageCharWidth();
-    note->setMinimumSize(std::clamp(lines_width, kMinColumns * metrics.averageCharWidth(),
-                                    kMaxColumns * metrics.averageCharWidth()) +
-                             around,
-                         metrics.lineSpacing() * kNoteLines);
-
+    auto* note = makeNote(context);
     auto* ok = new QPushButton(context.caption(Text::Ok));
     ok->setObjectName("OkButton");
     ok->setDefault(true);

@@ -100,17 +100,7 @@ HelpWindow::HelpWindow(const StringTable& texts, QWidget* parent)
     setWindowIcon(imageIcon("tollwick"));
     resize(kWindowSize);
     makeActions();
-
-    contents_->setObjectName("HelpContents");
-    contents_->setAccessibleName(toQString(texts_(Text::HelpContentsTab)));
-    contents_->setHeaderHidden(true);
-    // A narrow list scrolls sideways instead of cutting titles off.
-    contents_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    contents_->header()->setStretchLastSection(false);
-    contents_->setFrameShape(QFrame::NoFrame);
-    connect(contents_, &QTreeWidget::itemSelectionChanged, this, &HelpWindow::showTree);
-    connect(contents_, &QTreeWidget::itemClicked, this, &HelpWindow::showTree);
-
+    setUpContents();
     tabs_->setObjectName("HelpTabs");
     tabs_->addTab(contents_, toQString(texts_(Text::HelpContentsTab)));
     tabs_->addTab(makeIndexTab(), toQString(texts_(Text::HelpIndexTab)));
@@ -127,6 +117,40 @@ HelpWindow::HelpWindow(const StringTable& texts, QWidget* parent)
     page_->document()->setDocumentMargin(kPageMargin);
     connect(page_, &QTextBrowser::anchorClicked, this, &HelpWindow::followLink);
 
+    auto* splitter = new QSplitter;
+    splitter->setObjectName("HelpSplitter");
+    splitter->addWidget(tabs_);
+    splitter->addWidget(page_);
+    splitter->setChildrenCollapsible(false);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({kListWidth, kWindowSize.width() - kListWidth});
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(makeButtons());
+    layout->addWidget(splitter, 1);
+
+    QWidget* previous = tabs_;
+    for (QWidget* next : std::initializer_list<QWidget*>{contents_, index_filter_, index_,
+                                                         search_text_, results_, page_}) {
+        setTabOrder(previous, next);
+        previous = next;
+    }
+    contents_->setFocus();
+}
+
+void HelpWindow::setUpContents() {
+    contents_->setObjectName("HelpContents");
+    contents_->setAccessibleName(toQString(texts_(Text::HelpContentsTab)));
+    contents_->setHeaderHidden(true);
+    // A narrow list scrolls sideways instead of cutting titles off.
+    contents_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    contents_->header()->setStretchLastSection(false);
+    contents_->setFrameShape(QFrame::NoFrame);
+    connect(contents_, &QTreeWidget::itemSelectionChanged, this, &HelpWindow::showTree);
+    connect(contents_, &QTreeWidget::itemClicked, this, &HelpWindow::showTree);
+}
+
+QLayout* HelpWindow::makeButtons() {
     auto* buttons = new QHBoxLayout;
     for (QAction* action : {back_, forward_}) {
         auto* button = new QToolButton;
@@ -139,26 +163,7 @@ HelpWindow::HelpWindow(const StringTable& texts, QWidget* parent)
         buttons->addWidget(button);
     }
     buttons->addStretch();
-
-    auto* splitter = new QSplitter;
-    splitter->setObjectName("HelpSplitter");
-    splitter->addWidget(tabs_);
-    splitter->addWidget(page_);
-    splitter->setChildrenCollapsible(false);
-    splitter->setStretchFactor(1, 1);
-    splitter->setSizes({kListWidth, kWindowSize.width() - kListWidth});
-
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(buttons);
-    layout->addWidget(splitter, 1);
-
-    QWidget* previous = tabs_;
-    for (QWidget* next : std::initializer_list<QWidget*>{contents_, index_filter_, index_,
-                                                         search_text_, results_, page_}) {
-        setTabOrder(previous, next);
-        previous = next;
-    }
-    contents_->setFocus();
+    return buttons;
 }
 
 void HelpWindow::makeActions() {

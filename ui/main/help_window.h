@@ -10,6 +10,7 @@
 #include <vector>
 
 class QAction;
+class QLayout;
 class QLineEdit;
 class QListWidget;
 class QListWidgetItem;
@@ -43,6 +44,8 @@ private:
     };
 
     void makeActions();
+    void setUpContents();
+    QLayout* makeButtons();
     QWidget* makeIndexTab();
     QWidget* makeSearchTab();
 
