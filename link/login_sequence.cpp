@@ -35,7 +35,7 @@ LoginOutcome LoginSequence::run() {
         link_.Close();
         if (reconnects < kReconnects && !link_.hasGivenUp()) {
             pause(kReconnectPause);
-            link_.Close();
+            link_.Close(); // the pause lets events run
         }
         if (reconnects == kReconnects || link_.hasGivenUp()) {
             progress_.setInfo({});
