@@ -38,6 +38,9 @@ public:
 
     // "CountryCode" into LangBase.
     void loadLanguage();
+    // The language that windows are designed in, in place of one without texts. It holds until the
+    // language is loaded again.
+    void useDesignLanguage() { texts_ = StringTable(kEnglish); }
     // The connection settings and the install folder.
     void loadConnectionSettings();
     void saveConnectionSettings();

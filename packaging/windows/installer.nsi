@@ -86,6 +86,24 @@ LangString shortcut_tip ${LANG_SWEDISH} "Administration av posttjänsten Tollwic
     ${Loop}
 !macroend
 
+; Removes the program from the folder that it was installed in, when that is another one. Logs stay.
+!macro RemoveFromFormerFolder
+    ReadRegStr $R0 HKLM "${UNINSTALL}" "InstallLocation"
+    ${If} $R0 != ""
+    ${AndIf} $R0 != $INSTDIR
+    ${AndIf} ${FileExists} "$R0\Uninstall.exe"
+        ; Run where it lies, so that it has ended before the new files come.
+        ExecWait '"$R0\Uninstall.exe" /S _?=$R0' $0
+        ${If} $0 != 0
+            MessageBox MB_OK|MB_ICONEXCLAMATION "$(in_use)" /SD IDOK
+            SetErrorLevel 3
+            Quit
+        ${EndIf}
+        Delete "$R0\Uninstall.exe"
+        RMDir "$R0"
+    ${EndIf}
+!macroend
+
 ; Lets `trustee` (form 0: a SID, 1: a name) have `rights` to an object and all below it, in place of what
 ; it was given before. $9 keeps the first error.
 !macro Grant object type trustee form rights
@@ -154,7 +172,12 @@ Section
     SetRegView 64
     SetShellVarContext all
     !insertmacro EnsureNotRunning
+    !insertmacro RemoveFromFormerFolder
 
+    SetOutPath "$INSTDIR\Licences"
+    File /oname=LGPL-3.txt "${LICENCES}/LGPL-3"
+    File /oname=GPL-3.txt "${LICENCES}/GPL-3"
+    File /oname=Qt.txt "${QT_COPYRIGHT}"
     SetOutPath "$INSTDIR"
     File /oname=TollwickAdmin.exe "${PROGRAM}"
     File "${DATA}/MODEMS.DAT"
@@ -236,6 +259,10 @@ Section Uninstall
     Delete "$INSTDIR\Tollwick.cnt"
     Delete "$INSTDIR\MODEMS.DAT"
     Delete "$INSTDIR\note.txt"
+    Delete "$INSTDIR\Licences\LGPL-3.txt"
+    Delete "$INSTDIR\Licences\GPL-3.txt"
+    Delete "$INSTDIR\Licences\Qt.txt"
+    RMDir "$INSTDIR\Licences"
     Delete "$INSTDIR\Uninstall.exe"
     RMDir "$INSTDIR\Logs" ; only when there are none
     RMDir "$INSTDIR"

@@ -61,11 +61,15 @@ function(tollwick_make_windows_program target)
     set_target_properties(${target} PROPERTIES OUTPUT_NAME TollwickAdmin WIN32_EXECUTABLE ON)
     target_link_options(${target} PRIVATE $<$<CONFIG:Release>:-s>)
 
+    # The static Qt is built from the sources of this Debian package.
+    set(licences /usr/share/common-licenses)
+    set(qt_copyright /usr/share/doc/qt6-base-dev/copyright)
     set(setup ${PROJECT_BINARY_DIR}/TollwickAdmin-${PROJECT_VERSION}-setup.exe)
     add_custom_command(OUTPUT ${setup}
         COMMAND ${MAKENSIS_PROGRAM} -V2 -WX -INPUTCHARSET UTF8 -NOCD
             -DVERSION=${PROJECT_VERSION} -DSETUP=${setup} -DICON=${icon} -DSIDE=${side}
             -DPROGRAM=$<TARGET_FILE:${target}> -DDATA=${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/data
+            -DLICENCES=${licences} -DQT_COPYRIGHT=${qt_copyright}
             ${sources}/installer.nsi
         DEPENDS ${target} modem_catalogue ${icon} ${side} ${sources}/installer.nsi
         VERBATIM)

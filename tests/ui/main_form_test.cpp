@@ -99,11 +99,24 @@ TEST_F(MainFormTest, WebPagesAreThoseOfTheLanguage) {
                                 "http://www.corvale.example/asp/faq.asp?area=se&origin=se");
 }
 
-TEST_F(MainFormTest, ALanguageWithoutTextsFailsTheStart) {
+TEST_F(MainFormTest, WithoutTextsInItsLanguageTheWindowComesUpAsDesigned) {
+    const char* missing = "The localized text that was about to be shown, could not be found in this "
+                          "language. Please e-mail support and describe exactly 'when' and how this "
+                          "error occured!";
     set(setting::CountryCode, "7000");
-    boxes.expectBox(kCritical, "The localized text that was about to be shown, could not be found "
-                               "in this language. Please e-mail support and describe exactly "
-                               "'when' and how this error occured!");
+    boxes.expectBox(kCritical, missing);
+    ASSERT_TRUE(start());
+    EXPECT_EQ(action("LoginMenu")->text(), "&Login...");
+    boxes.expectBox(kCritical, missing);
+    trigger("LoginMenu");
+    QString opened;
+    window().open_url = [&](const QUrl& url) { opened = url.toString(); };
+    trigger("CorvaleFaqMenu");
+    EXPECT_EQ(opened, "http://www.corvale.example/asp/faq.asp?area=eu&origin=es");
+}
+
+TEST_F(MainFormTest, ALanguageThatIsNoNumberOfOneFailsTheStart) {
+    set(setting::CountryCode, "40000");
     boxes.expectBox(kCritical, "The console could not start.");
     EXPECT_FALSE(start());
     EXPECT_EQ(console->mainForm(), nullptr);

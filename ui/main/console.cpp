@@ -44,8 +44,14 @@ bool Console::Main() {
         main_.copySuppliedFiles();
         main_.placeHelpFiles();
         step = 4;
+        // In a language without texts the window comes up as it was designed, and whatever needs a
+        // text later fails: wanted.
+        if (!errors_.guard(Routine::LoadMainForm,
+                           [&](Integer&) { (void)main_.texts()(Text::FileMenu); }))
+            main_.useDesignLanguage();
         main_form_ = std::make_unique<Twmainform>(context_, early_status_bar_.release(),
                                                   environment_.end_process);
+        main_.loadLanguage();
         main_form_->restorePlacement();
         main_form_->show();
         main_form_->startTimer();
