@@ -100,9 +100,10 @@ TEST_F(MainFormTest, WebPagesAreThoseOfTheLanguage) {
 }
 
 TEST_F(MainFormTest, WithoutTextsInItsLanguageTheWindowComesUpAsDesigned) {
-    const char* missing = "The localized text that was about to be shown, could not be found in this "
-                          "language. Please e-mail support and describe exactly 'when' and how this "
-                          "error occured!";
+    const char* missing =
+        "The localized text that was about to be shown, could not be found in this "
+        "language. Please e-mail support and describe exactly 'when' and how this "
+        "error occured!";
     set(setting::CountryCode, "7000");
     boxes.expectBox(kCritical, missing);
     ASSERT_TRUE(start());
