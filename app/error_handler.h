@@ -5,7 +5,7 @@
 #include "app/log_writer.h"
 #include "app/prompter.h"
 #include "app/run_time_error.h"
-#include "link/wire_types.h"
+#include "app/wire_types.h"
 
 #include <string_view>
 

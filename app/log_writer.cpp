@@ -1,7 +1,7 @@
 #include "app/log_writer.h"
 
 #include "app/files.h"
-#include "link/little_endian.h"
+#include "app/little_endian.h"
 
 #include <cstdio>
 

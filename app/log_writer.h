@@ -4,7 +4,7 @@
 
 #include "app/clock.h"
 #include "app/system_log.h"
-#include "link/wire_types.h"
+#include "app/wire_types.h"
 
 #include <string>
 #include <string_view>

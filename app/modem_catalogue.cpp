@@ -2,7 +2,7 @@
 
 #include "app/ansi.h"
 #include "app/files.h"
-#include "link/little_endian.h"
+#include "app/little_endian.h"
 
 #include <algorithm>
 #include <optional>

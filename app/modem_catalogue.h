@@ -5,7 +5,7 @@
 // maximum speed, connect. Texts are ANSI, padded with blanks; numbers are little-endian.
 #pragma once
 
-#include "link/wire_types.h"
+#include "app/wire_types.h"
 
 #include <cstddef>
 #include <string>

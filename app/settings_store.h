@@ -2,7 +2,7 @@
 // implementation per platform: the registry on Windows, an INI file elsewhere.
 #pragma once
 
-#include "link/wire_types.h"
+#include "app/wire_types.h"
 
 #include <memory>
 #include <optional>

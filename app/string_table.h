@@ -2,7 +2,7 @@
 // offsets and names, stand in resources/texts.def.
 #pragma once
 
-#include "link/wire_types.h"
+#include "app/wire_types.h"
 
 #include <string_view>
 

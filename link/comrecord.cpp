@@ -1,6 +1,6 @@
 #include "link/comrecord.h"
 
-#include "link/little_endian.h"
+#include "app/little_endian.h"
 
 #include <cstring>
 

@@ -1,7 +1,7 @@
 // The one record that travels in both directions: a header of four numbers and a data block.
 #pragma once
 
-#include "link/wire_types.h"
+#include "app/wire_types.h"
 
 #include <array>
 #include <string>

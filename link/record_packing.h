@@ -2,8 +2,8 @@
 // directions.
 #pragma once
 
+#include "app/little_endian.h"
 #include "link/comrecord.h"
-#include "link/little_endian.h"
 #include "link/records.h"
 
 #include <cstring>

@@ -5,7 +5,7 @@
 // A field named `unnamed...` has no meaning to the console: it is carried through byte for byte.
 #pragma once
 
-#include "link/wire_types.h"
+#include "app/wire_types.h"
 
 #include <string_view>
 #include <tuple>

@@ -1,5 +1,5 @@
+#include "app/little_endian.h"
 #include "app/modem_catalogue.h"
-#include "link/little_endian.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>

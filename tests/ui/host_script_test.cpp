@@ -1,4 +1,4 @@
-#include "link/little_endian.h"
+#include "app/little_endian.h"
 #include "tests/ui/support/host_setup_test.h"
 
 #include <QApplication>

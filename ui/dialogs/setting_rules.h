@@ -3,7 +3,7 @@
 
 #include "app/prompter.h"
 #include "app/string_table.h"
-#include "link/wire_types.h"
+#include "app/wire_types.h"
 
 #include <optional>
 #include <string>

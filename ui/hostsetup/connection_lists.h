@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/string_table.h"
-#include "link/wire_types.h"
+#include "app/wire_types.h"
 
 #include <string>
 #include <vector>
