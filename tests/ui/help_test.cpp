@@ -66,9 +66,9 @@ TEST_F(HelpDeskTest, F1OpensThePageOfWhatIsInFront) {
         host.reject();
     });
     select("outbox", 0);
-    boxes.expectQuestion(
-        "You have selected to delete a mail!\nDo you want to continue?", QMessageBox::No,
-        [this](QMessageBox& box) { EXPECT_EQ(pageOnF1(box), "Messages about lists"); });
+    boxes.expectQuestion(Text::ConfirmDeleteMail, QMessageBox::No, [this](QMessageBox& box) {
+        EXPECT_EQ(pageOnF1(box), "Messages about lists");
+    });
     trigger("DeleteMenu");
 }
 

@@ -84,11 +84,6 @@ TEST_F(MainFormTest, StartsWhereItWasLeft) {
 }
 
 TEST_F(MainFormTest, WebPagesAreThoseOfTheLanguage) {
-    for (const auto& [lang_base, query] : {std::pair{1000, "area=eu&origin=uk"},
-                                           {7000, "area=eu&origin=es"},
-                                           {19000, "area=eu&origin=nl"}})
-        EXPECT_EQ(webAddress("faq", static_cast<Integer>(lang_base)).toStdString(),
-                  std::string("http://www.corvale.example/asp/faq.asp?") + query);
     set(setting::CountryCode, "4000");
     ASSERT_TRUE(start());
     QStringList opened;

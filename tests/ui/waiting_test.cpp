@@ -77,7 +77,7 @@ TEST_F(WaitingTest, AnotherRowThatIsSelectedMeanwhileStays) {
     logIn();
     select("schedule", 4);
     const Lines before = listed();
-    boxes.expectQuestion("You have selected to delete a schedule!\nDo you want to continue?", kYes);
+    boxes.expectQuestion(Text::ConfirmDeleteSchedule, kYes);
     onServer([](Server& server) {
         server.faults().deliver = [](QTcpSocket& socket, const Comrecord& reply, auto& key) {
             const QByteArray line = QByteArray::fromStdString(encodeLine(reply, key, 1));
