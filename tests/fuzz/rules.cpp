@@ -30,6 +30,7 @@ void editHost(Input& input) {
     const std::string number = input.text();
     HostRecord stored;
     readFrom(input.rest, stored);
+    stored.state = kTrue; // the passwords of a new host are scrambled anew each time
     const auto storeAsShown = [&]() noexcept { storeEntry(entryOf(stored), true, stored); };
     storeAsShown();
     const HostRecord once = stored;
