@@ -271,7 +271,7 @@ TEST(Lists, HostsFollowTheHeadersNumberWithTheLastHostStillInTheRecord) {
 
 TEST(Lists, OfAServiceThatGoesBackFail) {
     const auto one = [](Long number) { return answer(script::recordWith(schedule(number))); };
-    const ScriptedPeer peer({one(5), one(2)});
+    const ScriptedPeer peer({one(5), one(2), answer(result::EndOfList)});
     Console console(peer);
     console.expectFailure("Unable to retrieve schedules from the Tollwick Service!");
     EXPECT_EQ(console.requests.txGetAllSchedules(), kTrue);
