@@ -108,26 +108,19 @@ TEST(HostRules, ProblemsAreFoundInTheirOrder) {
     entry.display_name = "  ";
     entry.default_domain = true;
     entry.uucp_timeout.text = "1.99";
-    using enum HostPage;
-    using F = HostField;
-    using I = BoxIcon;
-    // What is told, and what makes good for it.
-    // clang-format off
-    const std::tuple<Text, I, F, HostPage, std::function<void()>> problems[] = {
-        {Text::HostNameMissing, I::Critical, F::DisplayName, General, [&] { entry.display_name = "lUND"; }},
-        {Text::HostNameTaken, I::Critical, F::DisplayName, General, [&] { entry.display_name = "New", entry.mail_domain = " "; }},
-        {Text::MailDomainMissing, I::Critical, F::MailDomain, General, [&] { entry.mail_domain = "new.example", entry.remote_uucp_name = "  "; }},
-        {Text::RemoteHostMissing, I::Critical, F::RemoteUucpName, Login, [&] { entry.remote_uucp_name = "new"; }},
-        {Text::DefaultDomainTaken, I::Exclamation, F::DefaultDomain, General, [&] { self.record_number = 3; }}, // the primary domain itself
-        {Text::UucpTimeoutTooShort, I::Exclamation, F::UucpTimeout, Login, [&] { entry.uucp_timeout.text = " 2 s"; }}};
-    // clang-format on
-    for (const auto& [text, icon, field, page, mend] : problems) {
+    // What is told, and what makes good for it. Icons, fields and pages the dialog's test knows.
+    const std::pair<Text, std::function<void()>> problems[] = {
+        {Text::HostNameMissing, [&] { entry.display_name = "lUND"; }},
+        {Text::HostNameTaken, [&] { entry.display_name = "New", entry.mail_domain = " "; }},
+        {Text::MailDomainMissing,
+         [&] { entry.mail_domain = "new.example", entry.remote_uucp_name = "  "; }},
+        {Text::RemoteHostMissing, [&] { entry.remote_uucp_name = "new"; }},
+        {Text::DefaultDomainTaken, [&] { self.record_number = 3; }}, // the primary domain itself
+        {Text::UucpTimeoutTooShort, [&] { entry.uucp_timeout.text = " 2 s"; }}};
+    for (const auto& [text, mend] : problems) {
         const auto problem = checkHost(entry, self, hosts);
         ASSERT_TRUE(problem);
         EXPECT_EQ(problem->text, text);
-        EXPECT_EQ(problem->icon, icon);
-        EXPECT_EQ(problem->field, field);
-        EXPECT_EQ(pageOf(field), page);
         mend();
     }
     EXPECT_FALSE(checkHost(entry, self, hosts));
