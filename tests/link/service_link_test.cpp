@@ -111,7 +111,6 @@ TEST_F(ServiceLinkTest, EndsTheWaitWhenTheLinkIsGone) {
     const std::string half = line(script::record(1, 5)).substr(0, 9);
     const Acts ends[] = {{script::endSending},
                          {script::send(half), script::close},
-                         {script::send(half), script::reset},
                          // Longer than any valid line.
                          {script::send(std::string(kMaxLineSize, 'A')), script::send("A")}};
     for (const Acts& end : ends) {

@@ -16,10 +16,6 @@ namespace {
 
 constexpr int kSending = 1; // the half of a connection that shutdown() ends
 
-SOCKET handleOf(const QTcpSocket& socket) {
-    return static_cast<SOCKET>(socket.socketDescriptor());
-}
-
 std::vector<ScriptedPeer::Acts> greeted(std::vector<ScriptedPeer::Acts> answers) {
     answers.insert(answers.begin(), script::kGreeting);
     return answers;
@@ -102,15 +98,8 @@ bool close(ScriptedPeer&, QTcpSocket& socket) {
     socket.disconnectFromHost();
     return true;
 }
-bool reset(ScriptedPeer&, QTcpSocket& socket) {
-    const linger at_once{1, 0};
-    ::setsockopt(handleOf(socket), SOL_SOCKET, SO_LINGER, reinterpret_cast<const char*>(&at_once),
-                 sizeof at_once);
-    socket.abort();
-    return true;
-}
 bool endSending(ScriptedPeer&, QTcpSocket& socket) {
-    return ::shutdown(handleOf(socket), kSending) == 0;
+    return ::shutdown(static_cast<SOCKET>(socket.socketDescriptor()), kSending) == 0;
 }
 std::string line(const Comrecord& reply) {
     return encodeLine(reply, ScriptedPeer::kKey, 77);

@@ -74,7 +74,6 @@ using Acts = ScriptedPeer::Acts;
 ScriptedPeer::Act send(std::string_view bytes);
 bool await(ScriptedPeer& peer, QTcpSocket& socket); // until the test says release()
 bool close(ScriptedPeer& peer, QTcpSocket& socket);
-bool reset(ScriptedPeer& peer, QTcpSocket& socket);
 bool endSending(ScriptedPeer& peer, QTcpSocket& socket); // goes on reading
 inline const Acts kGreeting = {send(ScriptedPeer::kKey)};
 
