@@ -105,8 +105,6 @@ TEST_F(ServiceLinkTest, WaitsForItsTimeOutOnlyAndPastMidnight) {
 }
 
 TEST_F(ServiceLinkTest, EndsTheWaitWhenTheLinkIsGone) {
-    QElapsedTimer timer;
-    timer.start();
     EXPECT_EQ(ask(), "-1 from 0"); // never connected
     const std::string half = line(script::record(1, 5)).substr(0, 9);
     const Acts ends[] = {{script::endSending},
@@ -121,7 +119,6 @@ TEST_F(ServiceLinkTest, EndsTheWaitWhenTheLinkIsGone) {
         EXPECT_EQ(link.KeyReceived(), 0);
         EXPECT_TRUE(waitUntil([&] { return peer.ended() == 1; }));
     }
-    EXPECT_LT(timer.elapsed(), 25'000); // less than one reply may take
     // Nothing of the half lines is left on a new connection, and a reply counts when the service
     // closes right behind it.
     for (const auto& end : {script::close, script::endSending}) {

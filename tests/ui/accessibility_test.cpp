@@ -290,13 +290,9 @@ TEST_P(AccessibilityTest, MessageBoxes) {
 
 TEST_P(AccessibilityTest, Editors) {
     logIn();
-    for (const auto& [node_key, row] : {std::pair{"loginaccount", 0},
-                                        {"admin", 0},
-                                        {"logs", 0},
-                                        {"uucpdaemon", 0},
-                                        {"schedule", 0},
-                                        {"schedule", 2}})
-        walkEditor(node_key, row);
+    for (const char* key : {"loginaccount", "admin", "logs", "uucpdaemon", "schedule"})
+        walkEditor(key, 0);
+    walkEditor("schedule", 2);
 }
 
 TEST_P(AccessibilityTest, HostDialog) {
