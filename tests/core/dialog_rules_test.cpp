@@ -1,10 +1,9 @@
-// What the dialogs of schedules and settings refuse and store.
+// What the dialogs of schedules and settings refuse and store, and which commands a node offers.
 #include "tests/support/error_of.h"
 #include "tests/support/recording_prompter.h"
 #include "ui/dialogs/schedule_rules.h"
 #include "ui/dialogs/setting_rules.h"
-#include "ui/main/node_keys.h"
-#include "ui/main/setting_rows.h"
+#include "ui/main/command_rules.h"
 
 #include <gtest/gtest.h>
 
@@ -89,7 +88,7 @@ TEST(ScheduleRules, TheFirstProblemOfAnEntryIsFound) {
     }
 }
 
-TEST(ScheduleRules, EveryFieldIsStoredWhicheverOptionIsSelectedAndShownFromThere) {
+TEST(ScheduleRules, EveryFieldIsStoredWhicheverOptionIsSelected) {
     ScheduleRecord record;
     record.identity = 1;
     record.unnamed_8 = 77;
@@ -113,15 +112,9 @@ TEST(ScheduleRules, EveryFieldIsStoredWhicheverOptionIsSelectedAndShownFromThere
     EXPECT_EQ(record, expected);
 
     record.timed = -1; // any number but 0
-    const ScheduleEntry shown = entryOf(record).value();
-    EXPECT_EQ(std::tuple(shown.day, shown.interval, shown.is_interval), std::tuple(9, 7, false));
-    EXPECT_EQ(shown.timed + '|' + shown.between_first + '|' + shown.between_second + '|' +
-                  shown.delay,
-              "7|08:00|17:00|2"); // without blanks
-    record.identity = kTrue;      // on its way
+    EXPECT_FALSE(entryOf(record).value().is_interval);
+    record.identity = kTrue; // on its way
     EXPECT_FALSE(entryOf(record));
-    const ScheduleEntry defaults;
-    EXPECT_EQ(defaults.timed + defaults.between_first + defaults.between_second, "00:0000:0023:59");
 }
 
 TEST(ScheduleRules, SchedulesThatDifferInTheDelayAloneAreTheSame) {
@@ -190,13 +183,33 @@ TEST(SettingRules, CommandsHoldNoPathAndNoWildcard) {
         EXPECT_TRUE(ContainsAnyChar(command, kCommandCharacters)) << command;
 }
 
-TEST(SettingRules, ZeroBecomesAnEmptyTextAnyYesBecomesNoAndEveryAddressHasItsRule) {
-    EXPECT_EQ(NumberToText(0) + NumberToText(-7), "-7");
-    EXPECT_EQ(flipped(0), -1);
-    EXPECT_EQ(flipped(255), 0);
-    for (const SettingRow& row : settingRows()) {
-        const bool is_address = row.node_key == node::Admin || row.node_key.starts_with("smtp");
-        EXPECT_EQ(findAddressRule(row.key) != nullptr, is_address) << row.key;
+// One letter per item that is enabled: the Tools menu's Add, Delete, Properties, Toggle, Open,
+// Refresh and Cancel; then, in small letters, the toolbar's add schedule, add host, delete and
+// properties.
+std::string enabled(const Selection& selection) {
+    std::string letters;
+    const EnableFlags flags = enableFlags(selection);
+    for (std::size_t i = 0; i < flags.size(); ++i)
+        if (flags[i] == kOn)
+            letters += "ADPTORCshdp"[i];
+    return letters;
+}
+
+TEST(CommandRules, EveryNodeHasItsItems) {
+    // Without and with a row that is selected.
+    // clang-format off
+    const std::tuple<std::string_view, std::string_view, std::string_view> cases[] = {
+        {"loginaccount", "Pp", "Pp"}, {"schedule", "As", "ADPsdp"}, {"uucphosts", "Ah", "ADPhdp"},
+        {"admin", "", "Pp"}, {"smtpserver", "", "Pp"}, {"smtpforward", "", "Pp"},
+        {"logs", "", "PTp"}, {"options", "", "PTp"}, {"uucpdaemon", "", "PTp"},
+        {"outbox", "R", "DRd"}, {"uucpmonitor", "C", "C"}, {"servername", "", ""},
+        {"configuration", "", ""}, {"system", "", ""}, {"view", "", ""}, {"", "", ""},
+        {"Schedule", "", ""}}; // keys go by case
+    // clang-format on
+    for (const auto& [node, without_row, with_row] : cases) {
+        EXPECT_EQ(enabled({true, node, false}), without_row) << node;
+        EXPECT_EQ(enabled({true, node, true}), with_row) << node;
+        EXPECT_EQ(enabled({false, node, true}), "") << node;
     }
 }
 

@@ -1,5 +1,5 @@
-#include "app/little_endian.h"
 #include "app/modem_catalogue.h"
+#include "tests/support/modem_file.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -11,34 +11,8 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-std::string bytesOf(Long number) {
-    char bytes[sizeof number];
-    storeLittleEndian(number, bytes);
-    return {bytes, sizeof bytes};
-}
-
-struct Modem {
-    std::string make, model = "Model", state = std::string(2, '\0');
-    Long number = 1;
-    std::string init = "ATI^M";
-    Long max_speed = 9600;
-
-    [[nodiscard]] std::string bytes() const {
-        const auto field = [](std::string text, std::size_t width) {
-            text.resize(width, ' ');
-            return text;
-        };
-        return state + bytesOf(number) + field(make, 25) + field(model, 40) + field(init, 128) +
-               field("ATT", 30) + field("HANG", 50) + field("RESET", 30) + field("ANSWER", 30) +
-               field("DIAL", 30) + field("BUSY!", 30) + bytesOf(max_speed) + field("CONN", 40);
-    }
-};
-
 ModemCatalogue catalogueOf(const std::vector<Modem>& modems) {
-    std::string bytes = bytesOf(static_cast<Long>(modems.size()));
-    for (const Modem& modem : modems)
-        bytes += modem.bytes();
-    return ModemCatalogue::parse(bytes);
+    return ModemCatalogue::parse(modemFile(modems));
 }
 
 Strings textsOf(const ModemRecord& modem) {
@@ -84,7 +58,7 @@ TEST(ModemCatalogue, ListsLiveMakesOnceAndTheirModelsInTheOrderOfTheFile) {
 }
 
 TEST(ModemCatalogue, TakesWhatADamagedFileReallyHolds) {
-    const std::string two = Modem{.make = "A"}.bytes() + Modem{.make = "B"}.bytes();
+    const std::string two = modemFile({{.make = "A"}, {.make = "B"}}).substr(4);
     const std::pair<std::string, Strings> cases[] = {
         {bytesOf(1) + two, {"A"}},
         {bytesOf(2147483647) + two, {"A", "B"}},

@@ -1,12 +1,9 @@
 #include "link/comrecord.h"
 #include "link/record_packing.h"
 #include "link/records.h"
-#include "tests/core/record_vectors.h"
-#include "tests/support/code_page.h"
+#include "tests/support/hex.h"
 
 #include <gtest/gtest.h>
-
-#include <span>
 
 namespace tollwick {
 namespace {
@@ -33,73 +30,81 @@ Record unpacked(std::string_view bytes) {
     return record;
 }
 
+// The fields of a record with the bytes that each takes, in their order, which is also that of its
+// members. Of a text of any length these are the two of its length.
 template <class Record>
-void checkSample(std::span<const vectors::FieldSample> sample) {
-    ASSERT_EQ(sample.size(), std::tuple_size_v<decltype(Record::fields())>);
-    std::string bytes;
-    for (const vectors::FieldSample& field : sample)
-        bytes += fromHex(field.bytes);
-    const Record read = unpacked<Record>(bytes);
-    EXPECT_EQ(packedSize(read), bytes.size());
-    EXPECT_EQ(packed(read), toHex(withoutTrailingNuls(bytes)));
-    Record written;
-    std::size_t index = 0;
-    forEachField<Record>(
-        [&](const auto& field) { sample[index++].assignTo(written.*field.member); });
-    if (ansiIsWindows1252()) {
-        EXPECT_EQ(written, read);
-    }
-}
-
-TEST(Records, HaveTheKnownBytes) {
-    checkSample<ScheduleRecord>(vectors::kSchedule);
-    checkSample<HostRecord>(vectors::kHost);
-    checkSample<SettingsRecord>(vectors::kSettings);
-    checkSample<OutboxRecord>(vectors::kOutbox);
-    checkSample<UucpStatusRecord>(vectors::kUucpStatus);
-    checkSample<LoginRecord>(vectors::kLogin);
-    checkSample<ScriptRecord>(vectors::kScript);
-    checkSample<NameListRecord>(vectors::kNameList);
-    checkSample<UucpCommandRecord>(vectors::kUucpCommand);
-    EXPECT_EQ(unpacked<SettingsRecord>(fromHex("0000 000080c0")).service_version, -4.0F);
-}
-
-// The names of a record's fields in their order, which is also that of its members.
-template <class Record>
-std::string namesOf() {
+std::string layoutOf() {
     const Record record;
     const void* previous = nullptr;
-    std::string names;
+    std::string layout;
     forEachField<Record>([&](const auto& field) {
         const void* const place = &(record.*field.member);
         EXPECT_TRUE(std::less<>()(previous, place)) << field.name;
         previous = place;
         const std::string_view name = field.name;
-        names.append(name.starts_with("unnamed") ? "-" : name).append(" ");
+        layout.append(name.starts_with("unnamed") ? "-" : name);
+        layout.append(" " + std::to_string(detail::fieldSize(field))).append("|");
     });
-    return names;
+    return layout;
 }
 
-// The samples know no names: here each is tied to its place.
-TEST(Records, FieldsStandInTheirOrder) {
-    EXPECT_EQ(namesOf<ScheduleRecord>(), "identity day timed interval - at_time - between_first "
-                                         "between_second delay - record_number - ");
-    // Where its other fields stand, the test of the host's dialog knows.
-    EXPECT_TRUE(namesOf<HostRecord>().starts_with("state record_number spool_directory "));
-    EXPECT_EQ(namesOf<SettingsRecord>(),
-              "- service_version - - smtp_service_ip smtp_service_port smtp_forward_ip "
-              "smtp_forward_port admin_ip admin_port schedule_activated doc_viewer allow_priority "
-              "uucp_prior_command uucp_after_command remote_debugging_level force_send_params "
-              "discharge_cr mail_logging uucp_transfer_logging smtp_logging script_logging "
-              "uucp_advanced_logging uucp_command_logging com_logging mail_log_period "
-              "uucp_transfer_log_period smtp_log_period script_log_period "
-              "uucp_advanced_log_period uucp_command_log_period com_log_period - - - - ");
-    EXPECT_EQ(namesOf<OutboxRecord>(), "recipient node file_name - size ");
-    EXPECT_EQ(namesOf<UucpStatusRecord>(),
-              "queued_files file_number file_size - percent average_speed state file_name ");
-    EXPECT_EQ(namesOf<LoginRecord>(), "user_id password ");
-    EXPECT_EQ(namesOf<ScriptRecord>(), "file_name text ");
-    EXPECT_EQ(namesOf<UucpCommandRecord>(), "transport_now cancel_transport ");
+TEST(Records, HaveTheirLayout) {
+    EXPECT_EQ(layoutOf<ScheduleRecord>(),
+              "identity 2|day 2|timed 2|interval 2|- 2|at_time 5|- 2|between_first 5|"
+              "between_second 5|delay 2|- 2|record_number 4|- 42|");
+    EXPECT_EQ(layoutOf<HostRecord>(),
+              "state 2|record_number 4|spool_directory 512|display_name 60|mail_domain 60|active 2|"
+              "connect_using 2|local_uucp_name 30|- 30|remote_uucp_name 30|- 30|login_name 60|"
+              "password 60|uucp_login_name 60|uucp_password 60|uucp_protocol 2|uucp_timeout 2|"
+              "tapi_device 100|- 153|retry_time 2|call_retries 2|script_file_name 255|"
+              "do_not_use_tapi 2|phone_number 60|modem_make_position 2|modem_model_position 2|"
+              "modem_make 30|modem_model 30|modem_reset 30|modem_init 60|modem_attention 30|"
+              "modem_busy 30|modem_connect 30|modem_dial 30|modem_hang_up 30|modem_answer 30|"
+              "com_port 2|modem_max_speed 4|connect_speed 2|data_bits 2|stop_bits 2|parity 2|"
+              "tapi_location 30|- 2|- 30|- 2|dial_timeout 4|default_domain 2|window_size 2|"
+              "packet_size 2|ras_host 60|uucp_tcp_port 2|ras_entry_position 2|ras_user_name 30|"
+              "ras_password 50|ras_entry 30|do_not_use_active_connection 2|host_lookup_timeout 2|"
+              "transport_when_in_queue 2|mail_limit 2|- 108|");
+    EXPECT_EQ(
+        layoutOf<SettingsRecord>(),
+        "- 2|service_version 4|- 2|- 2|smtp_service_ip 2|smtp_service_port 4|smtp_forward_ip 2|"
+        "smtp_forward_port 4|admin_ip 2|admin_port 4|schedule_activated 2|doc_viewer 2|"
+        "allow_priority 2|uucp_prior_command 2|uucp_after_command 2|remote_debugging_level 2|"
+        "force_send_params 2|discharge_cr 2|mail_logging 2|uucp_transfer_logging 2|"
+        "smtp_logging 2|script_logging 2|uucp_advanced_logging 2|uucp_command_logging 2|"
+        "com_logging 2|mail_log_period 2|uucp_transfer_log_period 2|smtp_log_period 2|"
+        "script_log_period 2|uucp_advanced_log_period 2|uucp_command_log_period 2|"
+        "com_log_period 2|- 2|- 8|- 2|- 2|");
+    EXPECT_EQ(layoutOf<OutboxRecord>(), "recipient 2|node 2|file_name 2|- 2|size 4|");
+    EXPECT_EQ(layoutOf<UucpStatusRecord>(),
+              "queued_files 4|file_number 4|file_size 4|- 4|percent 2|average_speed 4|state 2|"
+              "file_name 2|");
+    EXPECT_EQ(layoutOf<LoginRecord>(), "user_id 2|password 2|");
+    EXPECT_EQ(layoutOf<ScriptRecord>(), "file_name 2|text 2|");
+    EXPECT_EQ(layoutOf<NameListRecord>(), "name 2|");
+    EXPECT_EQ(layoutOf<UucpCommandRecord>(), "transport_now 2|cancel_transport 2|");
+}
+
+TEST(Records, HaveTheKnownBytes) {
+    ScheduleRecord schedule;
+    schedule.identity = -1;
+    schedule.day = -7886;
+    schedule.at_time = "18-";
+    schedule.record_number = 1155635617;
+    EXPECT_EQ(packed(schedule),
+              "ffff32e1" + std::string(12, '0') + "31382d2020" + std::string(32, '0') + "a199e144");
+    HostRecord host;
+    host.state = -23987;
+    host.record_number = -2062695028;
+    host.spool_directory.setBytes("c\xE4_");
+    host.display_name.setBytes("11\xD6");
+    host.connect_using = 256;
+    const std::string bytes = fromHex("4da2 8cc50d85 63e45f 20*509 3131d6 20*57 00*60 0000 0001");
+    EXPECT_EQ(packed(host), toHex(withoutTrailingNuls(bytes)));
+    EXPECT_EQ(unpacked<HostRecord>(bytes), host);
+    const std::string settings = fromHex("0000 000080c0 00*68 0102030405060708");
+    EXPECT_EQ(unpacked<SettingsRecord>(settings).service_version, -4.0F);
+    EXPECT_EQ(packed(unpacked<SettingsRecord>(settings)), toHex(settings));
 }
 
 TEST(Records, FixedTextIsCutAndPadded) {

@@ -1,6 +1,5 @@
 // What the console keeps from one start to the next.
 #include "app/settings_store.h"
-#include "tests/support/error_of.h"
 #include "tests/support/memory_settings_store.h"
 #include "ui/main/list_layout.h"
 #include "ui/main/recent_servers.h"
@@ -16,17 +15,6 @@ protected:
     MemorySettingsStore store;
     Settings settings{store};
 };
-
-TEST_F(SettingsTest, EachHasItsDefault) {
-    using namespace setting;
-    const std::pair<Setting, std::string_view> cases[] = {
-        {CountryCode, "1000"},      {ComTimeout, "30"},    {ServerConnectIp, "127.0.0.1"},
-        {ServerConnectPort, "542"}, {InstallDir, ""},      {ServerConnectUsername, "admin"},
-        {WindowStateRead, "0"},     {WindowXpos, "0"},     {WindowYpos, "0"},
-        {WindowXsize, "7440"},      {WindowYsize, "5235"}, {SplitterPos, "2985"}};
-    for (const auto& [each, value] : cases)
-        EXPECT_EQ(settings.read(each), value) << each.name;
-}
 
 TEST_F(SettingsTest, BlankValuesReadAsTheDefaultAndAFailedWriteIsLost) {
     using namespace std::string_literals;
@@ -45,23 +33,29 @@ TEST_F(SettingsTest, BlankValuesReadAsTheDefaultAndAFailedWriteIsLost) {
     EXPECT_EQ(settings.read(setting::ServerConnectPort), " 25 ");
 }
 
-TEST_F(SettingsTest, ThePlacementOfTheWindowIsHeldTo16BitsSaveForTheSplitter) {
-    storePlacement(settings, {window_state::Maximized, -120, 45, 57'600, 32'400, 40'000});
-    const auto stored = store.values;
+TEST_F(SettingsTest, AWidthIsHeldTo16BitsAndTheSplitterIsReadBeyondThem) {
+    storePlacement(settings, {window_state::Normal, -120, 45, 57'600, 32'400, 40'000});
     const WindowPlacement read = readPlacement(settings);
-    EXPECT_EQ(std::tuple(read.state, read.left, read.top, read.width, read.height),
-              std::tuple(window_state::Maximized, -120, 45, 32'767, 32'400));
-    for (const auto& [name, number] : stored) {
-        store.values[name] = "32768";
-        EXPECT_EQ(errorOf([&] { return readPlacement(settings); }),
-                  name.ends_with("splitterpos") ? 0 : error_number::Overflow)
-            << name;
-        store.values[name] = number;
+    EXPECT_EQ(std::tuple(read.left, read.width), std::tuple(-120, 32'767));
+    store.values["tollwick\\environment\\splitterpos"] = "40000";
+    EXPECT_EQ(readPlacement(settings).splitter, 40'000);
+}
+
+TEST(WindowPlacement, AWindowThatCannotBeGrabbedIsMovedOntoTheFirstScreen) {
+    const std::vector<ScreenArea> screens = {{0, 300, 15000, 9000}, {15000, 0, 9000, 6000}};
+    // Left, top, width and height, and what becomes of them.
+    const std::pair<std::array<int, 4>, std::array<int, 4>> cases[] = {
+        {{14000, 5000, 9000, 6000}, {14000, 5000, 9000, 6000}}, // on both
+        {{-7800, 400, 9000, 6000}, {-7800, 400, 9000, 6000}},
+        {{-7810, 400, 9000, 6000}, {0, 400, 9000, 6000}},
+        {{23950, 0, 9000, 6000}, {6000, 300, 9000, 6000}},
+        {{100, 0, 9000, 6000}, {100, 300, 9000, 6000}}, // its title is above the screen
+        {{100, 9200, 20000, 20000}, {0, 300, 15000, 9000}}};
+    for (const auto& [b, a] : cases) {
+        const WindowPlacement kept = keptOnScreen({0, b[0], b[1], b[2], b[3], 0}, screens);
+        EXPECT_EQ((std::array{kept.left, kept.top, kept.width, kept.height}), a) << b[0];
     }
-    // Of a minimized window nothing else is stored.
-    storePlacement(settings, {window_state::Minimized, 1, 2, 3, 4, 5});
-    store.values["tollwick\\environment\\windowstate"] = "2";
-    EXPECT_EQ(store.values, stored);
+    EXPECT_EQ(keptOnScreen({0, -9000, 0, 100, 100, 0}, {}).left, -9000) << "no screen";
 }
 
 TEST(WindowPlacement, OnlyTheDesignSizeAtZeroIsCentredAndTheSplitterKeepsItsMargins) {

@@ -45,10 +45,6 @@ TEST_F(ResponderTest, ServesNothingBeforeALogin) {
     EXPECT_EQ(resultOf(Get, Class::Settings), result::Refused);
     EXPECT_EQ(ask(loginRequest("admin", "tollwick")).RecordNumber, -1);
     EXPECT_EQ(resultOf(Get, Class::Settings), result::Done);
-    const LoginRecord changed{VarText("Åsa"), VarText("blåbär")};
-    EXPECT_EQ(resultOf(requestWith(Save, Class::Login, changed)), result::Done);
-    EXPECT_EQ(ask(loginRequest("admin", "tollwick")).RecordNumber, 0);
-    EXPECT_EQ(ask(loginRequest("Åsa", "blåbär")).RecordNumber, -1);
 }
 
 TEST_F(ResponderTest, RefusesWhatItDoesNotKnow) {
@@ -77,18 +73,6 @@ TEST_F(ResponderTest, DeliversRecordsFromTheirNumberOnAndMarksThemAsStored) {
     EXPECT_EQ(resultOf(save), result::Refused);
     EXPECT_EQ(changes, 3);
 
-    HostRecord host;
-    host.spool_directory = "växjö";
-    host = recordIn<HostRecord>(ask(requestWith(Add, Class::Host, host)));
-    EXPECT_EQ(host.record_number, 1);
-    EXPECT_NE(host.state, 0);
-    EXPECT_EQ(site.spool_directories, std::vector{VarText("växjö")});
-    Comrecord remove = request(Delete, Class::HostDirectory);
-    toAnsi("växjö").copy(remove.ComrecordData.data(), kDataBlockSize);
-    for (int i = 0; i < 2; ++i) // gone already the second time
-        EXPECT_EQ(resultOf(remove), result::Done);
-    EXPECT_TRUE(site.spool_directories.empty());
-
     for (const Integer wanted : std::initializer_list<Integer>{1, 2, 8, 9}) {
         SettingsRecord settings;
         settings.admin_port = site.settings_save_answer = wanted;
@@ -99,18 +83,16 @@ TEST_F(ResponderTest, DeliversRecordsFromTheirNumberOnAndMarksThemAsStored) {
 
 TEST_F(ResponderTest, WalksEachListWithItsOwnCursorAndDeletesMail) {
     site.tapi_locations = {VarText("Lund"), VarText("Örebro")};
-    EXPECT_EQ(resultOf(Get, Class::TapiDevice), result::EndOfList);
-    EXPECT_EQ(resultOf(Get, Class::TapiLocation), result::Done);
     Session other;
     other.is_authenticated = true;
-    responder.reply(request(Get, Class::TapiLocation), other);
+    for (Session* each : {&session, &other})
+        responder.reply(request(Get, Class::TapiLocation), *each);
     addMail("a@x", "n", "D.1", 3);
     addMail("b@x", "n", "D.1", 3);
     const std::vector<OutboxRecord> mail = site.outbox;
     EXPECT_EQ(recordIn<OutboxRecord>(ask(request(Get, Class::OutboxMail))), mail[0]);
     for (const Long number : {0, 1}) // it is there only once
         EXPECT_EQ(ask(requestWith(Delete, Class::OutboxMail, mail[0])).RecordNumber, number);
-    EXPECT_EQ(site.outbox, std::vector{mail[1]});
     // Deleting while the list is walked leaves the walk as it was.
     EXPECT_EQ(recordIn<OutboxRecord>(ask(request(GetNext, Class::OutboxMail))), mail[1]);
     EXPECT_EQ(resultOf(GetNext, Class::OutboxMail), result::EndOfList);
@@ -119,18 +101,16 @@ TEST_F(ResponderTest, WalksEachListWithItsOwnCursorAndDeletesMail) {
 }
 
 TEST_F(ResponderTest, KeepsScriptsUnderNamesWithoutCase) {
-    const auto with = [](Operation operation, const char* name, const char* text) {
-        return requestWith(operation, Class::Script, ScriptRecord{VarText(name), VarText(text)});
+    const auto with = [&](Operation operation, const char* name, const char* text) {
+        return ask(
+            requestWith(operation, Class::Script, ScriptRecord{VarText(name), VarText(text)}));
     };
-    const auto get = [&](const char* name) {
-        return recordIn<ScriptRecord>(ask(with(Get, name, "ignored")));
-    };
-    EXPECT_EQ(get("ny.scp"), (ScriptRecord{VarText("ny.scp"), VarText()}));
-    EXPECT_EQ(resultOf(with(Save, "Åre.scp", "one")), result::Done);
-    EXPECT_EQ(resultOf(with(Save, "åRE.SCP", "two \r\n  ")), result::Done);
-    EXPECT_EQ(get("ÅRE.scp"), (ScriptRecord{VarText("Åre.scp"), VarText("two \r\n  ")}));
+    with(Save, "Åre.scp", "one");
+    with(Save, "åRE.SCP", "two \r\n  ");
+    EXPECT_EQ(recordIn<ScriptRecord>(with(Get, "ÅRE.scp", "ignored")),
+              (ScriptRecord{VarText("Åre.scp"), VarText("two \r\n  ")}));
     EXPECT_EQ(site.scripts.size(), 1U);
-    EXPECT_EQ(resultOf(with(Save, "", "x")), result::Refused);
+    EXPECT_EQ(with(Save, "", "x").Operation, result::Refused);
 }
 
 TEST_F(ResponderTest, CommandsATransferThatEmptiesTheOutbox) {
@@ -145,32 +125,18 @@ TEST_F(ResponderTest, CommandsATransferThatEmptiesTheOutbox) {
         HostRecord& host = site.hosts.emplace_back();
         host.remote_uucp_name = node;
         host.active = active;
+        addMail("a@x", node, "D.1", 3);
     }
-    addMail("a@x", "malmo", "D.1", 3);
-    addMail("a@x", "are", "D.3", 2147483647); // stays: its host is not activated
-    EXPECT_EQ(command(kTrue, kFalse), result::Done);
-    EXPECT_EQ(stateAfter(2499ms), "Dialing malmo");
-    EXPECT_EQ(stateAfter(1ms), "Logging in");
+    addMail("a@x", "malmo", "D.4", 100);
+    command(kTrue, kFalse);
+    EXPECT_EQ(stateAfter(2500ms), "Logging in");
     EXPECT_EQ(stateAfter(800ms), "Sending");
-    const auto status = recordIn<UucpStatusRecord>(ask(request(Get, Class::UucpStatus)));
-    EXPECT_EQ(status.file_number, 1);
-    EXPECT_EQ(status.file_name.text(), "D.1");
-    EXPECT_EQ(status.file_size, 3000);
     // 3000 bytes of 10 bits at 97 hundredths of 33600 bits per second
     EXPECT_EQ(stateAfter(919ms), "Sending");
-    EXPECT_EQ(transport.status().percent, 99);
-    EXPECT_EQ(stateAfter(1ms), "Closing");
-    addMail("a@x", "malmo", "D.4", 100);
-    EXPECT_EQ(stateAfter(500ms), "Dialing malmo");
-    EXPECT_EQ(stateAfter(3300ms), "Sending");
-    EXPECT_EQ(command(kFalse, kTrue), result::Done);
-    EXPECT_EQ(stateAfter(2999ms), "Cancelled");
-    EXPECT_EQ(site.outbox.size(), 2U); // the mail that was being sent is left
-    EXPECT_EQ(stateAfter(1ms), "Idle");
-    EXPECT_EQ(command(kTrue, kFalse), result::Done);
+    EXPECT_EQ(recordIn<UucpStatusRecord>(ask(request(Get, Class::UucpStatus))).percent, 99);
     now += 1h; // a clock that jumps passes through everything that is left
     EXPECT_TRUE(transport.advance());
-    EXPECT_EQ(site.outbox.size(), 1U);
+    EXPECT_EQ(site.outbox.size(), 1U) << "the host of this one is not activated";
     EXPECT_FALSE(transport.isActive());
 }
 

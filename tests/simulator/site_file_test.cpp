@@ -125,18 +125,13 @@ TEST_F(SiteFileTest, FillsInWhatAHandWrittenFileLacks) {
 TEST_F(SiteFileTest, TellsWhatIsWrongWhere) {
     // clang-format off
     const std::pair<const char*, const char*> cases[] = {
-        {"{\n  \"hosts\": [\n  }\n", "line 3"}, {"[]", "an object"}, {R"({"hosts": {}})", "hosts: a list"},
-        {R"({"hosts": [{"active": 1.5}]})", "hosts[0].active: a whole number"},
+        {"{\n  \"hosts\": [\n  }\n", "line 3"}, {"[]", "an object"},
         {R"({"hosts": [{"active": 32768}]})", "hosts[0].active: a whole number from -32768"},
         {R"({"schedules": [{"at_time": "7:30 sharp"}]})", "schedules[0].at_time: at most 5"},
         {R"({"schedules": [{"at_time": {"hex": "1G"}}]})", "schedules[0].at_time: {\"hex\""},
-        {R"({"schedules": [{"at_time": {"hex": "112233445566"}}]})", "at_time: at most 5"},
         {R"({"outbox": [{"recipient": "日"}]})", "outbox[0].recipient: holds a character"},
-        {R"({"settings": {"service_version": null}})", "settings.service_version: a number"},
-        {R"({"settings": {"unnamed_34": "x"}})", "settings.unnamed_34: {\"hex\""},
         {R"({"settings_save_answer": 3})", "settings_save_answer: 1, 2, 8 or 9"},
         {R"({"ras_entries": ["a", 1]})", "ras_entries[1]: a text"},
-        {R"({"login": {"user_id": "a"}})", "login.password: is missing"},
         {R"({"login": {"user_id": "a", "password_hash": "pbkdf2-sha256$0$$"}})", "is damaged"}};
     // clang-format on
     for (const auto& [text, told] : cases) {

@@ -11,56 +11,46 @@ using simulator::Server;
 
 using CommandTest = ConsoleTest;
 
-struct Deletion {
-    const char* node;
-    const char* question;
-};
-
-class DeletionTest : public CommandTest, public testing::WithParamInterface<Deletion> {};
-
-TEST_P(DeletionTest, IsAskedForAndDone) {
-    const auto& [node, question] = GetParam();
-    logIn();
-    clickNode(node);
-    Lines rows = listed();
-    for (const auto answer : {kNo, kYes})
-        for (const char* way : {"DeleteMenu", "toolbar_delete", "key"}) {
-            clickRow(1);
-            boxes.expectQuestion(question, answer);
-            *way == 'k' ? QTest::keyClick(&list(), Qt::Key_Delete) : trigger(way);
-            if (answer == kYes)
-                rows.erase(rows.begin() + 2);
-            EXPECT_EQ(listed(), rows);
-            EXPECT_EQ(info(), "Ready");
-            const simulator::Site left = site();
-            EXPECT_EQ(context().data.schedules, left.schedules);
-            EXPECT_EQ(context().data.hosts, left.hosts);
-            EXPECT_EQ(context().data.outbox, left.outbox);
-        }
-    // It is not done when the connection is lost behind the question.
-    const int before = saves();
-    clickRow(0);
-    boxes.expectQuestion(question, kYes, [this](QMessageBox&) {
-        loseConnection();
-        EXPECT_TRUE(isLoggedOut());
-    });
-    trigger("DeleteMenu");
-    EXPECT_EQ(saves(), before);
+TEST_F(CommandTest, ADeletionIsAskedForAndDone) {
+    for (const auto& [node, question] : {std::pair{"schedule", Text::ConfirmDeleteSchedule},
+                                         {"uucphosts", Text::ConfirmDeleteHost},
+                                         {"outbox", Text::ConfirmDeleteMail}}) {
+        SCOPED_TRACE(node);
+        logIn();
+        clickNode(node);
+        Lines rows = listed();
+        for (const auto answer : {kNo, kYes})
+            for (const char* way : {"DeleteMenu", "toolbar_delete", "key"}) {
+                clickRow(1);
+                boxes.expectQuestion(question, answer);
+                *way == 'k' ? QTest::keyClick(&list(), Qt::Key_Delete) : trigger(way);
+                if (answer == kYes)
+                    rows.erase(rows.begin() + 2);
+                EXPECT_EQ(listed(), rows);
+                EXPECT_EQ(info(), "Ready");
+                const simulator::Site left = site();
+                EXPECT_EQ(context().data.schedules, left.schedules);
+                EXPECT_EQ(context().data.hosts, left.hosts);
+                EXPECT_EQ(context().data.outbox, left.outbox);
+            }
+        // It is not done when the connection is lost behind the question.
+        const int before = saves();
+        clickRow(0);
+        boxes.expectQuestion(question, kYes, [this](QMessageBox&) {
+            loseConnection();
+            EXPECT_TRUE(isLoggedOut());
+        });
+        trigger("DeleteMenu");
+        EXPECT_EQ(saves(), before);
+    }
 }
-
-constexpr Deletion kDeletions[] = {
-    {"schedule", "You have selected to delete a schedule!\nDo you want to continue?"},
-    {"uucphosts", "You have selected to delete a host!\nDo you want to continue?"},
-    {"outbox", "You have selected to delete a mail!\nDo you want to continue?"}};
-INSTANTIATE_TEST_SUITE_P(, DeletionTest, testing::ValuesIn(kDeletions),
-                         [](const auto& test) { return test.param.node; });
 
 TEST_F(CommandTest, ASpoolDirectoryGoesWithItsLastHost) {
     onServer([](Server& s) { s.site().hosts[3].spool_directory = "gbglager"; });
     logIn();
     for (const auto& [row, left] : {std::pair{3, 5U}, {1, 4U}}) {
         select("uucphosts", row);
-        boxes.expectQuestion(kDeletions[1].question, kYes);
+        boxes.expectQuestion(Text::ConfirmDeleteHost, kYes);
         trigger("DeleteMenu");
         EXPECT_EQ(site().spool_directories.size(), left);
     }
@@ -85,20 +75,21 @@ TEST_F(CommandTest, RefreshKeepsTheSelectedMail) {
 }
 
 TEST_F(CommandTest, DialogsOpenInEveryWayAndACancelSendsNothing) {
+    // clang-format off
     const std::tuple<const char*, int, const char*, std::vector<std::string>> cases[] = {
-        {"admin", 1, "EditForm", {}},
-        {"smtpforward", 0, "EditForm", {}},
-        {"options", 0, "EditForm", {"Toggmenu"}},
-        {"uucpdaemon", 1, "EditForm", {"Toggmenu"}},
-        {"schedule", 2, "ScheduleForm", {"AddMenu", "toolbar_addschedule"}},
-        {"uucphosts", 3, "HostSetupForm", {"AddMenu", "toolbar_adduucphost"}}};
+        {"admin", 1, "EditForm", {"Return", "click", "PropertiesMenu", "toolbar_properties"}},
+        {"smtpserver", 0, "EditForm", {"Return"}},
+        {"smtpforward", 0, "EditForm", {"Return"}},
+        {"options", 0, "EditForm", {"Return", "Toggmenu"}},
+        {"uucpdaemon", 1, "EditForm", {"Return", "Toggmenu"}},
+        {"schedule", 2, "ScheduleForm", {"Return", "AddMenu", "toolbar_addschedule"}},
+        {"uucphosts", 3, "HostSetupForm", {"Return", "AddMenu", "toolbar_adduucphost"}}};
+    // clang-format on
     logIn();
-    for (const auto& [node, row, dialog, commands] : cases) {
-        SCOPED_TRACE(node);
-        select(node, row);
-        std::vector<std::string> ways{"click", "Return", "PropertiesMenu", "toolbar_properties"};
-        ways.insert(ways.end(), commands.begin(), commands.end());
-        for (const std::string& way : ways)
+    for (const auto& [node, row, dialog, ways] : cases)
+        for (const std::string& way : ways) {
+            SCOPED_TRACE(node + way);
+            select(node, row);
             inDialog(
                 [&] {
                     if (way == "click")
@@ -116,8 +107,8 @@ TEST_F(CommandTest, DialogsOpenInEveryWayAndACancelSendsNothing) {
                     else
                         way == "Return" ? clickOn(form, "CancelButton") : type("\x1b");
                 });
-        EXPECT_EQ(list().selectedRow(), row);
-    }
+            EXPECT_EQ(list().selectedRow(), row);
+        }
     EXPECT_EQ(saves(), 0);
     EXPECT_EQ(context().data.settings, site().settings);
     EXPECT_EQ(context().data.schedules, site().schedules);
@@ -127,7 +118,6 @@ TEST_F(CommandTest, DialogsOpenInEveryWayAndACancelSendsNothing) {
 TEST_F(CommandTest, ADialogWhoseConnectionIsLostSavesNothingAndCloses) {
     const std::tuple<const char*, const char*, const char*, std::string> cases[] = {
         {"smtpforward", "PropertiesMenu", "10.0.0.1\n", unable("transfer new settings to")},
-        {"schedule", "PropertiesMenu", "s\n", unable("transmit data to")},
         {"schedule", "AddMenu", "\t\t\t8:8\t9:9\n", unable("transmit data to")}};
     for (const auto& [node, command, keys, message] : cases) {
         logIn();
@@ -206,12 +196,13 @@ TEST_F(CommandTest, EverythingSpeaksSwedish) {
     }
     select("schedule", 2);
     EXPECT_EQ(rowText(2), "setting schedule Vardagar|Varje: 15 min|08:00 - 17:00|5");
-    boxes.expectQuestion("Du har valt att ta bort ett schema!\nVill du fortsätta?", kNo,
-                         [](QMessageBox& box) {
-                             EXPECT_EQ(box.button(kYes)->text(), "Ja");
-                             EXPECT_EQ(box.button(kNo)->text(), "Nej");
-                         });
+    std::vector<std::string> texts;
+    boxes.takeAll(texts, [](QMessageBox& box) {
+        EXPECT_EQ(box.button(kYes)->text(), "Ja");
+        EXPECT_EQ(box.button(kNo)->text(), "Nej");
+    });
     trigger("DeleteMenu");
+    EXPECT_EQ(texts, Lines{"Du har valt att ta bort ett schema!\nVill du fortsätta?"});
 }
 
 } // namespace

@@ -16,26 +16,47 @@
 namespace tollwick {
 namespace {
 
-enum class Fault {
-    Refused,
-    NoReply,
-    ClosedBefore,
-    ClosedWithinLine,
-    Reset,
-    SingleBytes,
-    TwoReplies,
-    ZeroFirst,
-    UnknownStatus,
-    GarbageLine,
-    OverlongLine,
-    LateReply,
-    TruncatedBlock,
-    LongStrings,
+// The next reply that a case concerns, at the moment at which the service would send it.
+struct Strike {
+    QTcpSocket& socket;
+    Comrecord reply;
+    const std::string& key;
+    std::pair<QPointer<QTcpSocket>, QByteArray>& late; // what is sent when the case is over
+
+    [[nodiscard]] QByteArray lineOf(const Comrecord& record) const {
+        return QByteArray::fromStdString(encodeLine(record, key, 1));
+    }
+    [[nodiscard]] QByteArray line() const { return lineOf(reply); }
 };
-constexpr const char* kFaultNames[] = {
-    "refused",       "no reply",    "closed before",   "closed within the line", "reset",
-    "single bytes",  "two replies", "status 0 first",  "unknown status",         "garbage line",
-    "overlong line", "late reply",  "truncated block", "strings past the block"};
+
+void reset(QTcpSocket& socket) {
+    const linger at_once{1, 0};
+    setsockopt(static_cast<int>(socket.socketDescriptor()), SOL_SOCKET, SO_LINGER,
+               reinterpret_cast<const char*>(&at_once), sizeof at_once);
+    socket.abort();
+}
+
+struct Fault {
+    const char* name;
+    void (*strike)(Strike); // runs on the service's thread
+};
+// clang-format off
+const Fault kFaults[] = {
+    {"refused", [](Strike s) { s.reply.Operation = result::Refused; s.socket.write(s.line()); }},
+    {"no reply", [](Strike) {}},
+    {"closed before", [](Strike s) { s.socket.disconnectFromHost(); }},
+    {"closed within the line", [](Strike s) { s.socket.write(s.line().first(s.line().size() / 2)); s.socket.disconnectFromHost(); }},
+    {"reset", [](Strike s) { reset(s.socket); }},
+    {"single bytes", [](Strike s) { for (const char byte : s.line()) { s.socket.write(&byte, 1); s.socket.flush(); } }},
+    {"two replies", [](Strike s) { s.socket.write(s.line() + s.line()); }},
+    {"status 0 first", [](Strike s) { s.socket.write(s.lineOf(EmptyComrecord) + s.line()); }},
+    {"unknown status", [](Strike s) { s.reply.Operation = 77; s.socket.write(s.line()); }},
+    {"garbage line", [](Strike s) { s.socket.write("?!\r\n"); }},
+    {"overlong line", [](Strike s) { s.socket.write(QByteArray(2 + 2 * 4106 + 3, '0')); }},
+    {"late reply", [](Strike s) { s.late = {&s.socket, s.line()}; }},
+    {"truncated block", [](Strike s) { std::fill(s.reply.ComrecordData.begin() + 3, s.reply.ComrecordData.end(), '\0'); s.socket.write(s.line()); }},
+    {"strings past the block", [](Strike s) { s.reply.ComrecordData.fill('\x7F'); s.socket.write(s.line()); }}};
+// clang-format on
 
 // How a request comes about: in a login, or from the window by node, row and command.
 struct Cause {
@@ -101,76 +122,16 @@ class FaultMatrixTest : public ConsoleTest, public testing::WithParamInterface<C
 protected:
     FaultMatrixTest() { boxes.takeAll(told_); }
 
-    // What the service does with the next reply that the case concerns. Runs on its thread.
-    void deliver(Fault fault, QTcpSocket& socket, Comrecord reply, const std::string& key) {
-        const auto lineOf = [&](const Comrecord& record) {
-            return QByteArray::fromStdString(encodeLine(record, key, 1));
-        };
-        const QByteArray line = lineOf(reply);
-        switch (fault) {
-        case Fault::Refused:
-        case Fault::UnknownStatus:
-            reply.Operation = fault == Fault::Refused ? result::Refused : 77;
-            socket.write(lineOf(reply));
-            break;
-        case Fault::NoReply:
-            break;
-        case Fault::LateReply:
-            late_socket_ = &socket;
-            late_line_ = line;
-            break;
-        case Fault::ClosedWithinLine:
-            socket.write(line.first(line.size() / 2));
-            [[fallthrough]];
-        case Fault::ClosedBefore:
-            socket.disconnectFromHost();
-            break;
-        case Fault::Reset: {
-            const linger at_once{1, 0};
-            setsockopt(static_cast<int>(socket.socketDescriptor()), SOL_SOCKET, SO_LINGER,
-                       reinterpret_cast<const char*>(&at_once), sizeof at_once);
-            socket.abort();
-            break;
-        }
-        case Fault::SingleBytes:
-            for (const char byte : line) {
-                socket.write(&byte, 1);
-                socket.flush();
-            }
-            break;
-        case Fault::TwoReplies:
-            socket.write(line + line);
-            break;
-        case Fault::ZeroFirst:
-            socket.write(lineOf(EmptyComrecord) + line);
-            break;
-        case Fault::GarbageLine:
-            socket.write("?!\r\n");
-            break;
-        case Fault::OverlongLine:
-            socket.write(QByteArray(2 + 2 * 4106 + 3, '0'));
-            break;
-        case Fault::TruncatedBlock:
-            std::fill(reply.ComrecordData.begin() + 3, reply.ComrecordData.end(), '\0');
-            socket.write(lineOf(reply));
-            break;
-        case Fault::LongStrings:
-            reply.ComrecordData.fill('\x7F');
-            socket.write(lineOf(reply));
-            break;
-        }
-        struck_ = true;
-    }
-
-    void strikeWith(Fault fault) {
+    void strikeWith(const Fault& fault) {
         struck_ = false;
         told_.clear();
         onServer([&](simulator::Server& server) {
             server.faults().only_class = GetParam().object_class;
             server.faults().only_operation = GetParam().operation;
-            server.faults().deliver = [=, this](QTcpSocket& socket, const Comrecord& reply,
-                                                const std::string& key) {
-                deliver(fault, socket, reply, key);
+            server.faults().deliver = [&fault, this](QTcpSocket& socket, const Comrecord& reply,
+                                                     const std::string& key) {
+                fault.strike({socket, reply, key, late_});
+                struck_ = true;
             };
         });
     }
@@ -225,34 +186,25 @@ protected:
     }
 
     char outcome() {
-        const std::string failure =
-            GetParam().failure
-                ? std::string(context().text(*GetParam().failure))
-                : "Unable to transmit data to the Tollwick Service!\r\nThe connection "
-                  "is terminated!";
-        const auto wasTold = [this](std::string text) {
-            if (const auto at = text.find("\r\n"); at != std::string::npos)
-                text.replace(at, 2, "\n");
+        const auto wasTold = [this](const std::string& text) {
             return std::ranges::count(told_, text) == 1;
         };
-        if (wasTold(failure))
+        if (wasTold(GetParam().failure ? english(*GetParam().failure) : unable("transmit data to")))
             return context().link.isOpen() ? '!' : 'F';
-        if (wasTold(std::string(context().text(Text::AuthenticationFailure))))
-            return 'R';
-        return 'D';
+        return wasTold(english(Text::AuthenticationFailure)) ? 'R' : 'D';
     }
 
     std::vector<std::string> told_;
     std::atomic<bool> struck_ = false;
-    QPointer<QTcpSocket> late_socket_; // lives on the service's thread
-    QByteArray late_line_;
+    std::pair<QPointer<QTcpSocket>, QByteArray> late_; // the socket is the service's thread's
 };
 
 TEST_P(FaultMatrixTest, EndsAsTheTableSays) {
     const Case& row = GetParam();
     ASSERT_TRUE(start());
-    for (std::size_t column = 0; column < std::size(kFaultNames); ++column) {
-        SCOPED_TRACE(kFaultNames[column]);
+    ASSERT_EQ(std::string_view(row.outcomes).size(), std::size(kFaults));
+    for (std::size_t column = 0; column < std::size(kFaults); ++column) {
+        SCOPED_TRACE(kFaults[column].name);
         restore();
         if (row.cause.node) {
             logIn();
@@ -260,12 +212,12 @@ TEST_P(FaultMatrixTest, EndsAsTheTableSays) {
             if (row.cause.row >= 0)
                 clickRow(row.cause.row);
         }
-        strikeWith(static_cast<Fault>(column));
+        strikeWith(kFaults[column]);
         cause();
         EXPECT_EQ(outcome(), row.outcomes[column]) << testing::PrintToString(told_);
         onServer([this](simulator::Server&) {
-            if (late_socket_)
-                late_socket_->write(late_line_);
+            if (late_.first)
+                late_.first->write(late_.second);
         });
 
         // The window goes on, and after a log off there is a second login. No other request is made

@@ -1,4 +1,4 @@
-#include "app/little_endian.h"
+#include "tests/support/modem_file.h"
 #include "tests/ui/support/host_setup_test.h"
 
 #include <QApplication>
@@ -83,7 +83,7 @@ TEST_F(HostScriptTest, IsPickedEditedLoadedAndSaved) {
         play("ScriptBox?set\nåäö\n");
         loadLocal("utf8.scp");
         play("ScriptBox?åäö");
-        boxes.expectBox(kCritical, "The script file could not be read!");
+        boxes.expectBox(kCritical, Text::ScriptNotRead);
         loadLocal("huge.scp");
         play("ScriptBox");
         press(Qt::Key_Z, Qt::ControlModifier);
@@ -120,11 +120,10 @@ TEST_F(HostScriptTest, GetsAWholeNameAndIsSentAsItCame) {
     EXPECT_EQ(siteHost(2).script_file_name.text(), "");
     // Nor one that is too large for the data block.
     const std::size_t room = 4096 - 2 - std::string("malmo.scp").size() - 2;
-    folder.write("large.scp", std::string(room + 1, 'x'));
+    folder.write("large.scp", std::string(room + 1, '\xE5')); // a byte each
     inForm(0, [&] {
         loadLocal("large.scp");
-        boxes.expectBox(kCritical, "The login script is too large to be sent to the service.\n"
-                                   "Shorten it and try again.");
+        boxes.expectBox(kCritical, Text::ScriptTooLarge);
         play("HostSetupNameTxt|OkButton|?ScriptBox");
         EXPECT_EQ(tabs()->currentIndex(), LoginScript);
         type("\b");
@@ -133,30 +132,12 @@ TEST_F(HostScriptTest, GetsAWholeNameAndIsSentAsItCame) {
     EXPECT_EQ(site().scripts[0].text.bytes().size(), room);
 }
 
-// A record of the modem catalogue, with the widths of its texts.
-std::string modem(const char* make, const char* model, Long max_speed, const char* init) {
-    std::string bytes(6, '\0');
-    for (const auto& [utf8, width] : {std::pair{make, 25U},
-                                      {model, 40},
-                                      {init, 128},
-                                      {"ATT", 30},
-                                      {"HANG", 50},
-                                      {"RESET", 30},
-                                      {"", 30},
-                                      {"DIAL", 30},
-                                      {"UPPTAGET", 30}}) {
-        const std::string ansi = toAnsi(utf8);
-        bytes += ansi + std::string(width - ansi.size(), ' ');
-    }
-    bytes.resize(bytes.size() + 4);
-    storeLittleEndian(max_speed, bytes.data() + bytes.size() - 4);
-    return bytes + std::string(40, ' ');
-}
-
 TEST_F(HostScriptTest, AModemIsChosenFromTheCatalogue) {
-    folder.write("install/MODEMS.DAT",
-                 std::string("\3\0\0\0", 4) + modem("Trösta", "Snabb", 230400, "AT&F1^M") +
-                     modem("Trösta", "V.32 & mer", 33600, "") + modem("Acme", "A", 57600, "A0"));
+    folder.write(
+        "install/MODEMS.DAT",
+        modemFile({{.make = "Tr\xF6sta", .model = "Snabb", .max_speed = 230400},
+                   {.make = "Tr\xF6sta", .model = "V.32 & mer", .init = "", .max_speed = 33600},
+                   {.make = "Acme", .model = "A", .max_speed = 57600}}));
     HostRecord expected = siteHost(0);
     inForm(0, [&] {
         pick("Modems", "?List1|List1?Acme;Trösta;|List2?|List1=0|List2=0", "\x1b");
@@ -178,7 +159,9 @@ TEST_F(HostScriptTest, AModemIsChosenFromTheCatalogue) {
     expected.modem_reset = "RESET";
     expected.modem_init = "AT^M";
     expected.modem_attention = "ATT";
-    expected.modem_busy = "UPPTAGET";
+    expected.modem_busy = "BUSY!";
+    expected.modem_connect = "CONN";
+    expected.modem_answer = "ANSWER";
     expected.modem_dial = "DIAL";
     expected.modem_hang_up = "HANG";
     expected.modem_max_speed = 33600;

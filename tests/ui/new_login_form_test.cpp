@@ -27,7 +27,7 @@ TEST_F(NewLoginFormTest, ChangesThePairThatTheNextLoginNeeds) {
             EXPECT_EQ(child<QLineEdit>(form, name)->echoMode(), QLineEdit::Password);
         // Passwords that differ are entered again.
         for (const char* keys : {"  åsa \tsecret\tSecret\n", "\ts\n"}) {
-            boxes.expectBox(kCritical, "Passwords are not identical!\nEnter passwords again");
+            boxes.expectBox(kCritical, Text::PasswordsDiffer);
             type(keys);
             play(form, "tbUserId?  åsa |tbPassword?|tbPasswordAgain?|?tbPassword");
         }
@@ -41,7 +41,7 @@ TEST_F(NewLoginFormTest, ChangesThePairThatTheNextLoginNeeds) {
     // The service accepts the new pair, and no longer the old one.
     trigger("LogOffMenu");
     ASSERT_TRUE(isLoggedOut());
-    boxes.expectBox(kCritical, "Authentication failure!\nCheck your password and try again.");
+    boxes.expectBox(kCritical, Text::AuthenticationFailure);
     inDialog("LoginMenu", [](QDialog& login) {
         play(login, "tbServerConnectPassword=tollwick\n|tbServerConnectUsername=åsa|"
                     "tbServerConnectPassword=hemlig\n");
@@ -51,8 +51,7 @@ TEST_F(NewLoginFormTest, ChangesThePairThatTheNextLoginNeeds) {
         EXPECT_EQ(value.find("hemlig"), std::string::npos) << name;
 
     // An empty password is warned of and sent; blanks alone are as good, but not warned of.
-    boxes.expectBox(kCritical,
-                    "Warning - Password is empty!\nWe strongly recommend that you use a password!!",
+    boxes.expectBox(kCritical, Text::PasswordEmpty,
                     [this](QMessageBox&) { EXPECT_EQ(kept(), "åsa/hemlig"); });
     change(typing("admin\n"));
     EXPECT_EQ(kept(), "admin/");

@@ -87,7 +87,7 @@ TEST_F(ScheduleFormTest, AnEditedScheduleKeepsItsPlaceAndRow) {
     EXPECT_EQ(rowText(3), "setting schedule Sunday|Every: 2 hour|09:00 - 21:00|59");
     EXPECT_EQ(list().selectedRow(), 3);
     EXPECT_EQ(info(), "Ready");
-    boxes.expectBox(kExclamation, kNumberTooLarge);
+    boxes.expectBox(kExclamation, Text::NumberTooLarge);
     inForm(0, [&](QDialog& form) { // and the form stays
         EXPECT_EQ(shown(form), "At|Weekdays|07:30||00:00|23:59|0");
         play(form, "IntervalOption|Delay=40000\n");
@@ -100,19 +100,14 @@ TEST_F(ScheduleFormTest, AnEditedScheduleKeepsItsPlaceAndRow) {
 
 TEST_F(ScheduleFormTest, ARefusalLeavesTheFormWithTheFocusWhereItIsWrong) {
     // clang-format off
-    const std::tuple<const char*, const char*, const char*> steps[] = {
-        {"BetweenFirst=:30", "Time cannot start with colon!", "BetweenFirst"},
-        {"BetweenFirst=9:3", "Invalid time, colon missing!", "BetweenSecond"},
-        {"BetweenSecond=24:00", "Invalid time!", "BetweenSecond"},
-        {"BetweenSecond=9:3", "Start and end-time cannot be the same!", "BetweenFirst"},
-        {"BetweenSecond=2:0", "Period may not stretch over midnight!", "BetweenSecond"},
-        {"Delay=5", "Delay must be less than the selected interval!", "Delay"},
-        {"IntervalCombo=6|Delay=60", "Delay must be less than one hour", "Delay"},
-        {"IntervalCombo=2|Delay=14|TimedOption|Timed=1230", "Invalid time, colon missing!",
-         "Timed"},
+    const std::tuple<const char*, Text, const char*> steps[] = {
+        {"BetweenFirst=9:3", Text::TimeColonMissing, "BetweenSecond"},
+        {"BetweenSecond=9:3", Text::PeriodEmpty, "BetweenFirst"},
+        {"BetweenSecond=10:0|Delay=5", Text::DelayExceedsInterval, "Delay"},
+        {"IntervalCombo=2|Delay=14|TimedOption|Timed=1230", Text::TimeColonMissing, "Timed"},
         // A copy of the third schedule but for the delay; it is still a new one then.
         {"Timed=00:00|IntervalOption|BetweenFirst=08:00|BetweenSecond=17:00|DayCombo=7",
-         "This setting already exist!", "DayCombo"}};
+         Text::ScheduleExists, "DayCombo"}};
     // clang-format on
     logIn();
     inForm(-1, [&](QDialog& form) {

@@ -4,23 +4,27 @@
 #include "link/requests.h"
 #include "tests/link/support/scripted_peer.h"
 #include "tests/support/recording_prompter.h"
+#include "tests/support/test_log.h"
 #include "tests/support/wait_until.h"
-
-#include <chrono>
 
 namespace tollwick {
 
 using Strings = std::vector<std::string>;
 
-// Short enough for a test to wait for it.
-inline constexpr Single kShortTimeout = 0.05F;
+// No wait for a reply keeps within this time-out.
+inline constexpr Single kNoTime = -1;
 
 // Counts how often input was locked, and whether it is.
 struct CountingLock : InputLock {
-    void lockInput() override { ++times, ++depth; }
+    void lockInput() override {
+        ++times, ++depth;
+        if (meanwhile)
+            meanwhile();
+    }
     void unlockInput() override { EXPECT_GE(--depth, 0); }
     int times = 0;
     int depth = 0;
+    std::function<void()> meanwhile;
 };
 
 // Keeps what long work has shown.
@@ -30,22 +34,6 @@ struct RecordingProgress : Progress {
     void setFetched(std::optional<std::size_t> entries) override { fetched.push_back(entries); }
     Strings infos;
     std::vector<std::optional<std::size_t>> fetched;
-};
-
-// Runs from the time of day that the test sets.
-struct RunningClock : Clock {
-    void set(int hour, int minute, int second) {
-        midnight = std::chrono::steady_clock::now() - std::chrono::hours(hour) -
-                   std::chrono::minutes(minute) - std::chrono::seconds(second);
-    }
-    [[nodiscard]] LocalTime now() const override {
-        const auto time = std::chrono::steady_clock::now() - midnight;
-        const auto hundredths = static_cast<int>(time / std::chrono::milliseconds(10));
-        const int minutes = hundredths / 6'000;
-        return {1999, 3, 7, minutes / 60, minutes % 60, hundredths / 100 % 60, hundredths % 100};
-    }
-    std::chrono::steady_clock::time_point midnight =
-        std::chrono::steady_clock::now() - std::chrono::hours(12);
 };
 
 struct Console {
@@ -65,7 +53,7 @@ struct Console {
                            std::string(first_line) + "\r\nThe connection is terminated!");
     }
 
-    RunningClock clock;
+    FixedClock clock; // waits for replies end only when a test sets it
     CountingLock lock;
     RecordingPrompter prompter;
     RecordingProgress progress;

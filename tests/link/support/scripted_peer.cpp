@@ -1,9 +1,7 @@
 #include "tests/link/support/scripted_peer.h"
 
-#include "link/link_receiver.h"
 #include "tests/support/hex.h"
 
-#include <QTcpServer>
 #include <gtest/gtest.h>
 
 #ifdef _WIN32
@@ -16,12 +14,7 @@ using SOCKET = int;
 namespace tollwick {
 namespace {
 
-constexpr int kStopCheck = 10; // milliseconds between two looks at `stopping_`
-constexpr int kSending = 1;    // the half of a connection that shutdown() ends
-
-SOCKET handleOf(const QTcpSocket& socket) {
-    return static_cast<SOCKET>(socket.socketDescriptor());
-}
+constexpr int kSending = 1; // the half of a connection that shutdown() ends
 
 std::vector<ScriptedPeer::Acts> greeted(std::vector<ScriptedPeer::Acts> answers) {
     answers.insert(answers.begin(), script::kGreeting);
@@ -34,70 +27,51 @@ ScriptedPeer::ScriptedPeer(std::vector<Acts> answers)
     : ScriptedPeer(std::vector<std::vector<Acts>>(1, greeted(std::move(answers)))) {}
 
 ScriptedPeer::ScriptedPeer(std::vector<std::vector<Acts>> connections)
-    : script_(std::move(connections)), thread_(QThread::create([this] { run(); })) {
-    thread_->start();
-    listening_.acquire();
+    : script_(std::move(connections)) {
+    EXPECT_TRUE(server_.listen(QHostAddress::LocalHost));
+    QObject::connect(&server_, &QTcpServer::newConnection, [this] { accept(); });
 }
 
-ScriptedPeer::~ScriptedPeer() {
-    stopping_ = true;
-    thread_->wait();
+void ScriptedPeer::accept() {
+    QTcpSocket* socket = server_.nextPendingConnection();
+    socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    const std::size_t index = std::min(connections_.size(), script_.size() - 1);
+    Connection& connection = connections_.emplace_back(Connection{socket, script_[index]});
+    QObject::connect(socket, &QTcpSocket::disconnected, [this] { ++ended_; });
+    QObject::connect(socket, &QTcpSocket::readyRead, [this, &connection] { read(connection); });
+    act(connection);
 }
 
-bool ScriptedPeer::awaitRelease() {
-    while (!releases_.tryAcquire(1, kStopCheck))
-        if (stopping_)
-            return false;
-    return true;
-}
-
-std::vector<std::string> ScriptedPeer::requests() const {
-    const QMutexLocker lock(&mutex_);
-    return requests_;
-}
-
-void ScriptedPeer::run() {
-    QTcpServer server;
-    EXPECT_TRUE(server.listen(QHostAddress::LocalHost));
-    port_ = server.serverPort();
-    listening_.release();
-    while (!stopping_) {
-        if (!server.waitForNewConnection(kStopCheck))
-            continue;
-        const std::unique_ptr<QTcpSocket> socket(server.nextPendingConnection());
-        socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-        const std::size_t index = connections_++;
-        serve(*socket, script_[std::min(index, script_.size() - 1)]);
-        socket->abort();
-        ++ended_;
+void ScriptedPeer::read(Connection& connection) {
+    connection.framer.append(connection.socket->readAll().toStdString());
+    for (std::string text; connection.framer.takeLine(text); act(connection)) {
+        Comrecord request;
+        decodeLine(text, kKey, request);
+        requests_.push_back(describe(request));
     }
 }
 
-void ScriptedPeer::serve(QTcpSocket& socket, const std::vector<Acts>& script) {
-    std::size_t next = 0;
-    const auto goesOn = [&] {
-        if (next < script.size())
-            for (const Act& act : script[next++])
-                if (!act(*this, socket))
-                    return false;
-        return true;
-    };
-    LineFramer framer;
-    std::string text;
-    for (bool open = goesOn(); open && !stopping_;) {
-        if (socket.bytesAvailable() == 0 && !socket.waitForReadyRead(kStopCheck))
-            open = socket.state() == QAbstractSocket::ConnectedState;
-        framer.append(socket.readAll().toStdString());
-        while (open && framer.takeLine(text)) {
-            Comrecord request;
-            decodeLine(text, kKey, request);
-            {
-                const QMutexLocker lock(&mutex_);
-                requests_.push_back(describe(request));
-            }
-            open = goesOn();
-        }
-    }
+void ScriptedPeer::act(Connection& connection) {
+    if (connection.next < connection.script.size())
+        std::ranges::copy(connection.script[connection.next++], std::back_inserter(connection.due));
+    goOn(connection);
+}
+
+void ScriptedPeer::goOn(Connection& connection) {
+    std::deque<Act>& due = connection.due;
+    while (!due.empty() && due.front()(*this, *connection.socket))
+        due.pop_front();
+}
+
+void ScriptedPeer::release() {
+    ++releases_;
+    for (Connection& connection : connections_)
+        goOn(connection);
+}
+
+void ScriptedPeer::answerAtOnce() const {
+    for (const Connection& connection : connections_)
+        connection.socket->waitForReadyRead(0);
 }
 
 std::string describe(const Comrecord& record) {
@@ -113,25 +87,19 @@ namespace script {
 ScriptedPeer::Act send(std::string_view bytes) {
     return [bytes = std::string(bytes)](ScriptedPeer&, QTcpSocket& socket) {
         socket.write(bytes.data(), static_cast<qint64>(bytes.size()));
-        while (socket.bytesToWrite() > 0 && socket.waitForBytesWritten())
-            ;
-        return socket.bytesToWrite() == 0;
+        socket.flush();
+        return true;
     };
 }
 bool await(ScriptedPeer& peer, QTcpSocket&) {
-    return peer.awaitRelease();
+    return peer.takeRelease();
 }
-bool close(ScriptedPeer&, QTcpSocket&) {
-    return false;
-}
-bool reset(ScriptedPeer&, QTcpSocket& socket) {
-    const linger at_once{1, 0};
-    ::setsockopt(handleOf(socket), SOL_SOCKET, SO_LINGER, reinterpret_cast<const char*>(&at_once),
-                 sizeof at_once);
-    return false;
+bool close(ScriptedPeer&, QTcpSocket& socket) {
+    socket.disconnectFromHost();
+    return true;
 }
 bool endSending(ScriptedPeer&, QTcpSocket& socket) {
-    return ::shutdown(handleOf(socket), kSending) == 0;
+    return ::shutdown(static_cast<SOCKET>(socket.socketDescriptor()), kSending) == 0;
 }
 std::string line(const Comrecord& reply) {
     return encodeLine(reply, ScriptedPeer::kKey, 77);

@@ -1,17 +1,15 @@
-// A service on the loopback interface, on a thread of its own, that does what the test wrote down
-// for it and keeps the requests that it got.
+// A service on the loopback interface that does what the test wrote down for it, while the test
+// lets events happen, and keeps the requests that it got.
 #pragma once
 
+#include "link/link_receiver.h"
 #include "link/record_packing.h"
 
-#include <QMutex>
-#include <QSemaphore>
+#include <QTcpServer>
 #include <QTcpSocket>
-#include <QThread>
 
-#include <atomic>
+#include <deque>
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -21,7 +19,7 @@ class ScriptedPeer {
 public:
     static constexpr std::string_view kKey = "k3y.of-the+peer!0123456789ABCDEF";
 
-    // One thing that the peer does; false when the connection is over.
+    // One thing that the peer does; false: not yet.
     using Act = std::function<bool(ScriptedPeer&, QTcpSocket&)>;
     using Acts = std::vector<Act>;
 
@@ -30,31 +28,40 @@ public:
     explicit ScriptedPeer(std::vector<std::vector<Acts>> connections);
     // All connections greet with the key and go on with these.
     explicit ScriptedPeer(std::vector<Acts> answers);
-    ~ScriptedPeer();
 
     // Lets an act script::await go on.
-    void release() { releases_.release(); }
-    bool awaitRelease();
+    void release();
+    bool takeRelease() { return releases_ > 0 && releases_-- > 0; }
 
-    [[nodiscard]] int port() const { return port_; }
+    // Answers what has arrived at once: a wait lets events happen only now and then.
+    void answerAtOnce() const;
+
+    [[nodiscard]] int port() const { return server_.serverPort(); }
     // Connections so far, and those of them that have ended, whoever ended them.
-    [[nodiscard]] std::size_t connections() const { return connections_; }
+    [[nodiscard]] std::size_t connections() const { return connections_.size(); }
     [[nodiscard]] std::size_t ended() const { return ended_; }
     // The requests of all connections, each as describe() has it.
-    [[nodiscard]] std::vector<std::string> requests() const;
+    [[nodiscard]] const std::vector<std::string>& requests() const { return requests_; }
 
 private:
-    void run();
-    void serve(QTcpSocket& socket, const std::vector<Acts>& script);
+    struct Connection {
+        QTcpSocket* socket;
+        const std::vector<Acts>& script;
+        std::size_t next = 0;
+        std::deque<Act> due = {};
+        LineFramer framer = {};
+    };
+    void accept();
+    void read(Connection& connection);
+    void act(Connection& connection);
+    void goOn(Connection& connection);
 
     std::vector<std::vector<Acts>> script_;
-    int port_ = 0;
-    QSemaphore listening_, releases_;
-    std::atomic<bool> stopping_ = false;
-    std::atomic<std::size_t> connections_ = 0, ended_ = 0;
-    mutable QMutex mutex_; // guards the requests
+    std::deque<Connection> connections_;
     std::vector<std::string> requests_;
-    std::unique_ptr<QThread> thread_;
+    std::size_t ended_ = 0;
+    int releases_ = 0;
+    QTcpServer server_; // the last: its end ends the connections
 };
 
 // "50/30 number 1 length 0", and " data " with hex digits when there are any.
@@ -67,7 +74,6 @@ using Acts = ScriptedPeer::Acts;
 ScriptedPeer::Act send(std::string_view bytes);
 bool await(ScriptedPeer& peer, QTcpSocket& socket); // until the test says release()
 bool close(ScriptedPeer& peer, QTcpSocket& socket);
-bool reset(ScriptedPeer& peer, QTcpSocket& socket);
 bool endSending(ScriptedPeer& peer, QTcpSocket& socket); // goes on reading
 inline const Acts kGreeting = {send(ScriptedPeer::kKey)};
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/error_handler.h"
+#include "app/string_table.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -22,6 +23,13 @@ inline constexpr auto kExclamation = QMessageBox::Warning;
 inline constexpr auto kYes = QMessageBox::Yes;
 inline constexpr auto kNo = QMessageBox::No;
 
+// The English text as a box shows it.
+inline std::string english(Text text) {
+    std::string shown(StringTable(kEnglish)(text));
+    std::erase(shown, '\r');
+    return shown;
+}
+
 class BoxWatcher : public QObject {
 public:
     // What happens while the box is up, before it is answered.
@@ -38,12 +46,15 @@ public:
         expected_.push_back({icon, text, QMessageBox::Ok, QMessageBox::NoButton, QMessageBox::Ok,
                              std::move(meanwhile)});
     }
+    void expectBox(QMessageBox::Icon icon, Text text, Meanwhile meanwhile = {}) {
+        expectBox(icon, english(text), std::move(meanwhile));
+    }
     // A question whose default button is No, unless told otherwise.
-    void expectQuestion(const std::string& text, QMessageBox::StandardButton pressed,
-                        Meanwhile meanwhile = {}, QMessageBox::Icon icon = QMessageBox::Question,
+    void expectQuestion(Text text, QMessageBox::StandardButton pressed, Meanwhile meanwhile = {},
+                        QMessageBox::Icon icon = QMessageBox::Question,
                         QMessageBox::StandardButton default_button = kNo) {
         expected_.push_back(
-            {icon, text, kYes | kNo, default_button, pressed, std::move(meanwhile)});
+            {icon, english(text), kYes | kNo, default_button, pressed, std::move(meanwhile)});
     }
     // From now on takes any box as it comes: notes its text and presses Yes or Ok.
     void takeAll(std::vector<std::string>& texts, Meanwhile meanwhile = {}) {

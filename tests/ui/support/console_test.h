@@ -5,10 +5,10 @@
 
 #include "simulator/sample_site.h"
 #include "simulator/server_thread.h"
-#include "tests/support/fixed_clock.h"
 #include "tests/support/memory_settings_store.h"
-#include "tests/support/recording_system_log.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/test_log.h"
+#include "tests/support/wait_until.h"
 #include "tests/ui/support/box_watcher.h"
 #include "ui/main/config_tree.h"
 #include "ui/main/console.h"
@@ -31,17 +31,6 @@ using Act = std::function<void(QDialog&)>;
 inline std::string unable(const std::string& what) {
     return "Unable to " + what + " the Tollwick Service!\nThe connection is terminated!";
 }
-
-// Milliseconds; far more than a loaded machine needs, and only a test that fails uses it up.
-inline constexpr int kPatience = 30'000;
-
-// Lets the windows and sockets work until the condition holds; false when it never does.
-template <class Condition>
-[[nodiscard]] bool waitUntil(Condition condition) {
-    return QTest::qWaitFor(condition, kPatience);
-}
-
-inline constexpr const char* kNumberTooLarge = "A number that you entered is too large!";
 
 class ConsoleTest : public testing::Test {
 protected:
