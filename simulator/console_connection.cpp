@@ -31,10 +31,10 @@ void ConsoleConnection::sendKey() {
     key_.resize(kSessionKeySize);
     for (char& c : key_)
         c = static_cast<char>(QRandomGenerator::global()->bounded(kFirstKeyCode, kLastKeyCode + 1));
-    sendRaw(QByteArray::fromStdString(key_));
+    send(QByteArray::fromStdString(key_));
 }
 
-void ConsoleConnection::sendRaw(const QByteArray& bytes) {
+void ConsoleConnection::send(const QByteArray& bytes) {
     if (socket_->state() != QAbstractSocket::ConnectedState)
         return;
     socket_->write(bytes);
@@ -56,7 +56,7 @@ void ConsoleConnection::readLines() {
             if (reply && reply->deliver)
                 reply->deliver(*socket_, reply->record, key_);
             else if (reply)
-                sendRaw(QByteArray::fromStdString(encodeLine(reply->record, key_, randomStart())));
+                send(QByteArray::fromStdString(encodeLine(reply->record, key_, randomStart())));
         }
         if (framer_.overlong() || socket_->bytesToWrite() > kMaxUnsent) {
             close();

@@ -34,7 +34,6 @@ public:
 
     // Sends the session key, with which every line is scrambled from then on.
     void sendKey();
-    void sendRaw(const QByteArray& bytes);
     // Closes at once; what has not been sent yet is lost.
     void close();
 
@@ -43,6 +42,7 @@ signals:
 
 private:
     void readLines();
+    void send(const QByteArray& bytes);
 
     QTcpSocket* socket_;
     Handler handler_;

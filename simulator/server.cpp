@@ -45,9 +45,7 @@ void Server::accept() {
             [this](const Comrecord& request, Session& session) { return handle(request, session); },
             this);
         connect(connection, &ConsoleConnection::closed, connection, &QObject::deleteLater);
-        if (!faults_.instead_of_key.isEmpty())
-            connection->sendRaw(faults_.instead_of_key);
-        else if (!faults_.send_no_key)
+        if (!faults_.send_no_key)
             connection->sendKey();
     }
 }

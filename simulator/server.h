@@ -18,7 +18,6 @@ namespace tollwick::simulator {
 // Misbehaviour that can be switched on at any time, to see what a console makes of it.
 struct Faults {
     bool send_no_key = false;      // new connections get nothing
-    QByteArray instead_of_key;     // new connections get these bytes in place of a key
     bool never_reply = false;      // requests are carried out, but not answered
     std::optional<Integer> result; // in place of carrying a request out
     Delivery deliver;              // in place of sending the next reply as one line; only once
