@@ -62,8 +62,8 @@ constexpr std::string_view kFailSaveHost =
 // A list that grows past these is taken for one without an end, and counts as a failed request.
 constexpr std::size_t kMostNames = 10'000;
 constexpr std::size_t kMostMails = 1'000'000;
-template <class Record>
-constexpr std::size_t kMostRecords = (std::size_t{256} << 20) / sizeof(Record); // 256 MB
+constexpr std::size_t kMostSchedules = 10'000;
+constexpr std::size_t kMostHosts = 100'000;
 
 bool isFailure(Integer reply) {
     return reply == result::Refused || reply == result::NoReply;
@@ -131,14 +131,12 @@ Integer Requests::exchangeOrFail(const RequestRow& row) {
 template <class Record>
 Integer Requests::getNumberedList(const RequestRow& row, std::vector<Record>& list) {
     constexpr bool is_schedule = std::is_same_v<Record, ScheduleRecord>;
+    constexpr std::size_t most = is_schedule ? kMostSchedules : kMostHosts;
     const Scope scope(*this);
     list.clear();
     Comrecord& record = begin(row);
     record.RecordNumber = 1;
-    Long asked = 0;
-    // A service that goes back in its list would never come to the end.
-    while (list.size() < kMostRecords<Record> && record.RecordNumber >= asked) {
-        asked = record.RecordNumber;
+    while (list.size() < most) {
         progress_.setFetched(list.size());
         const Integer reply = exchange();
         if (reply == result::EndOfList)

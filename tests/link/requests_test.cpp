@@ -262,13 +262,14 @@ TEST(Lists, HostsFollowTheHeadersNumberWithTheLastHostStillInTheRecord) {
                                         describe(reply(41, 6, 50))}));
 }
 
-TEST(Lists, OfAServiceThatGoesBackFail) {
-    const auto one = [](Long number) { return answer(script::recordWith(schedule(number))); };
-    const ScriptedPeer peer({one(5), one(2), answer(result::EndOfList)});
+TEST(Lists, SchedulesWithoutAnEndFail) {
+    // As of a service that begins anew, whose numbers do not arrive whole.
+    const ScriptedPeer peer(std::vector<Acts>(10'001, answer(script::recordWith(schedule(1)))));
     Console console(peer);
+    console.lock.meanwhile = [&peer] { peer.answerAtOnce(); };
     console.expectFailure("Unable to retrieve schedules from the Tollwick Service!");
     EXPECT_EQ(console.requests.txGetAllSchedules(), kTrue);
-    EXPECT_EQ(peer.requests().size(), 2U);
+    EXPECT_EQ(peer.requests().size(), 10'000U);
 }
 
 TEST(Lists, TakeTenThousandNamesAndKeepThemWhenMoreFail) {
