@@ -13,7 +13,7 @@ namespace tollwick {
 
 class IniStore : public SettingsStore {
 public:
-    // `machine_files` are asked in their order for what `user_file` does not hold, or as blanks only.
+    // `machine_files` are asked in their order for what `user_file` does not hold, or holds blank.
     IniStore(std::filesystem::path user_file, std::vector<std::filesystem::path> machine_files);
 
     std::optional<std::string> read(std::string_view application, std::string_view section,

@@ -32,7 +32,7 @@ constexpr int kBlockSize = 3000;
 } // namespace
 
 std::string_view StringTable::byOffset(int offset) const {
-    // An id counts, not a language: English and an offset from 3000 on find Swedish texts, as wanted.
+    // The id counts, not the language: English finds Swedish texts from offset 3000 on. Wanted.
     const std::int64_t id = std::int64_t{lang_base_} + offset;
     for (const int slot : kWelcomeSlots)
         if (id == slot + kWelcome)
