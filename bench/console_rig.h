@@ -1,11 +1,11 @@
 // A whole console in this process, with settings and files of its own that go away with it.
 #pragma once
 
-#include "app/ini_store.h"
+#include "base/ini_store.h"
 #include "bench/figures.h"
 #include "link/login_sequence.h"
-#include "ui/main/console.h"
-#include "ui/main/menu_timer.h"
+#include "ui/frame/console.h"
+#include "ui/frame/menu_timer.h"
 
 #include <QApplication>
 #include <QTemporaryDir>

@@ -4,9 +4,9 @@
 #pragma once
 
 #include "bench/figures.h"
-#include "link/link_receiver.h"
-#include "link/record_packing.h"
 #include "simulator/sample_site.h"
+#include "wire/link_receiver.h"
+#include "wire/record_packing.h"
 
 #include <arpa/inet.h>
 #include <atomic>

@@ -1,7 +1,7 @@
 // A long list, shown, sorted and filtered, against a bare model and proxy over the same rows.
-#include "app/ini_store.h"
+#include "base/ini_store.h"
 #include "bench/fast_peer.h"
-#include "ui/main/list_view.h"
+#include "ui/lists/list_view.h"
 
 #include <QApplication>
 #include <QSortFilterProxyModel>

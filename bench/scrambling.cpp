@@ -1,7 +1,7 @@
 // Scrambling of a whole record against writing and reading it as hexadecimal text.
 #include "bench/figures.h"
-#include "link/comrecord.h"
-#include "link/scramble.h"
+#include "wire/comrecord.h"
+#include "wire/scramble.h"
 
 #include <QByteArray>
 

@@ -4,9 +4,9 @@
 #include "bench/console_rig.h"
 #include "bench/fast_peer.h"
 #include "bench/first_paint.h"
-#include "ui/main/config_tree.h"
-#include "ui/main/list_view.h"
-#include "ui/main/main_actions.h"
+#include "ui/frame/config_tree.h"
+#include "ui/frame/main_actions.h"
+#include "ui/lists/list_view.h"
 #include "ui_host_setup_form.h"
 
 namespace tollwick::bench {

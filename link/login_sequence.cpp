@@ -1,6 +1,6 @@
 #include "link/login_sequence.h"
 
-#include "app/numeric.h"
+#include "base/numeric.h"
 
 #include <QElapsedTimer>
 

@@ -1,7 +1,7 @@
 // Logging in, from the connection settings to the data of the service; needs no window.
 #pragma once
 
-#include "app/main_module.h"
+#include "base/main_module.h"
 #include "link/requests.h"
 
 namespace tollwick {

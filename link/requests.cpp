@@ -1,7 +1,7 @@
 #include "link/requests.h"
 
-#include "app/text.h"
-#include "link/comrecord_moves.h"
+#include "base/text.h"
+#include "wire/comrecord_moves.h"
 
 #include <limits>
 #include <optional>

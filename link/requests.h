@@ -5,11 +5,11 @@
 // it was doing. Other answers of the service are ignored.
 #pragma once
 
-#include "app/progress.h"
-#include "app/prompter.h"
-#include "app/string_table.h"
-#include "link/service_data.h"
+#include "base/progress.h"
+#include "base/prompter.h"
+#include "base/string_table.h"
 #include "link/service_link.h"
+#include "rules/service_data.h"
 
 #include <functional>
 #include <string>

@@ -1,7 +1,7 @@
 #include "link/service_link.h"
 
-#include "link/record_packing.h"
-#include "link/scramble.h"
+#include "wire/record_packing.h"
+#include "wire/scramble.h"
 
 #include <QCoreApplication>
 #include <QNetworkProxy>

@@ -2,9 +2,9 @@
 // way.
 #pragma once
 
-#include "app/clock.h"
+#include "base/clock.h"
 #include "link/input_lock.h"
-#include "link/link_receiver.h"
+#include "wire/link_receiver.h"
 
 #include <QElapsedTimer>
 #include <QTcpSocket>

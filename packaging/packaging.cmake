@@ -1,5 +1,5 @@
 # What `cmake --install` puts where, and the Debian package that cpack makes of it.
-if(NOT UNIX OR NOT TOLLWICK_WINDOWS_UI)
+if(NOT UNIX OR NOT TOLLWICK_QT)
     return()
 endif()
 include(GNUInstallDirs)

@@ -1,6 +1,6 @@
 #include "simulator/console_connection.h"
 
-#include "link/scramble.h"
+#include "wire/scramble.h"
 
 #include <QRandomGenerator>
 #include <QTcpSocket>

@@ -1,8 +1,8 @@
 // One console that is connected: its socket, its key and its session.
 #pragma once
 
-#include "link/link_receiver.h"
 #include "simulator/responder.h"
+#include "wire/link_receiver.h"
 
 #include <QObject>
 

@@ -2,8 +2,8 @@
 // back byte for byte is written as {"hex": "..."}.
 #pragma once
 
-#include "link/record_packing.h"
-#include "link/records.h"
+#include "wire/record_packing.h"
+#include "wire/records.h"
 
 #include <QJsonObject>
 #include <QJsonValue>

@@ -1,5 +1,5 @@
 // tollwick-simulator: a stand-in for the Tollwick service, to try the console without one.
-#include "app/files.h"
+#include "base/files.h"
 #include "simulator/sample_site.h"
 #include "simulator/server.h"
 #include "simulator/site_file.h"

@@ -1,6 +1,6 @@
 #include "simulator/responder.h"
 
-#include "link/record_packing.h"
+#include "wire/record_packing.h"
 
 #include <QString>
 

@@ -1,6 +1,6 @@
 #include "simulator/sample_site.h"
 
-#include "link/scramble.h"
+#include "wire/scramble.h"
 
 #include <initializer_list>
 #include <string>

@@ -1,9 +1,9 @@
 // Everything that the stand-in service serves, as plain records.
 #pragma once
 
-#include "link/comrecord.h"
-#include "link/records.h"
 #include "simulator/credentials.h"
+#include "wire/comrecord.h"
+#include "wire/records.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,6 +1,6 @@
 #include "simulator/site_file.h"
 
-#include "app/files.h"
+#include "base/files.h"
 #include "simulator/sample_site.h"
 
 #include <QJsonArray>

@@ -5,8 +5,8 @@
 // "#" are skipped; the first other line names the columns. Blank cells at the end of a line may be
 // left out. A cell that is blank stays blank in the catalogue, where the console knows the usual
 // value.
-#include "app/little_endian.h"
-#include "app/modem_catalogue.h"
+#include "base/little_endian.h"
+#include "base/modem_catalogue.h"
 
 #include <algorithm>
 #include <array>

@@ -3,15 +3,15 @@
 // languages.
 //
 // Usage: tollwick-tour FOLDER [dark]
-#include "app/files.h"
-#include "app/ini_store.h"
+#include "base/files.h"
+#include "base/ini_store.h"
+#include "rules/node_keys.h"
 #include "simulator/sample_site.h"
 #include "simulator/server_thread.h"
-#include "ui/main/config_tree.h"
-#include "ui/main/console.h"
-#include "ui/main/list_view.h"
-#include "ui/main/main_actions.h"
-#include "ui/main/node_keys.h"
+#include "ui/frame/config_tree.h"
+#include "ui/frame/console.h"
+#include "ui/frame/main_actions.h"
+#include "ui/lists/list_view.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,8 +1,8 @@
 // What the fuzz targets share: the fuzzer's bytes piece by piece, and checks that end the program.
 #pragma once
 
-#include "app/prompter.h"
-#include "app/run_time_error.h"
+#include "base/prompter.h"
+#include "base/run_time_error.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,7 +1,7 @@
 // Help files of any bytes, and texts of any number.
-#include "app/help_book.h"
-#include "app/string_table.h"
-#include "app/utf8.h"
+#include "base/help_book.h"
+#include "base/string_table.h"
+#include "base/utf8.h"
 #include "tests/fuzz/fuzz.h"
 
 namespace tollwick {

@@ -1,9 +1,9 @@
 // What a service sends, in any pieces: cut into lines, unscrambled, unpacked as every record,
 // packed again.
-#include "link/link_receiver.h"
-#include "link/record_packing.h"
-#include "link/scramble.h"
 #include "tests/fuzz/fuzz.h"
+#include "wire/link_receiver.h"
+#include "wire/record_packing.h"
+#include "wire/scramble.h"
 
 namespace tollwick {
 

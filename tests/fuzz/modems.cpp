@@ -1,5 +1,5 @@
 // MODEMS.DAT of any bytes.
-#include "app/modem_catalogue.h"
+#include "base/modem_catalogue.h"
 #include "tests/fuzz/fuzz.h"
 
 namespace tollwick {

@@ -1,11 +1,11 @@
 // The dialog of a host and the lists, on any records.
-#include "app/numeric.h"
-#include "link/record_packing.h"
+#include "base/numeric.h"
+#include "rules/host_rules.h"
+#include "rules/list_export.h"
+#include "rules/list_order.h"
+#include "rules/setting_rules.h"
 #include "tests/fuzz/fuzz.h"
-#include "ui/dialogs/setting_rules.h"
-#include "ui/hostsetup/host_rules.h"
-#include "ui/main/list_export.h"
-#include "ui/main/list_order.h"
+#include "wire/record_packing.h"
 
 namespace tollwick {
 

@@ -1,9 +1,9 @@
 // A whole session over a socket, with a service whose replies the fuzzer chooses.
 #include "link/login_sequence.h"
-#include "link/scramble.h"
 #include "tests/fuzz/fuzz.h"
 #include "tests/support/memory_settings_store.h"
 #include "tests/support/test_log.h"
+#include "wire/scramble.h"
 
 #include <QCoreApplication>
 #include <QTcpServer>

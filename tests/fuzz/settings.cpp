@@ -1,10 +1,10 @@
 // A settings file of any bytes: read, written to and read again.
-#include "app/ini_store.h"
+#include "base/ini_store.h"
+#include "rules/list_layout.h"
+#include "rules/recent_servers.h"
+#include "rules/window_placement.h"
 #include "tests/fuzz/fuzz.h"
 #include "tests/support/temporary_folder.h"
-#include "ui/main/list_layout.h"
-#include "ui/main/recent_servers.h"
-#include "ui/main/window_placement.h"
 
 namespace tollwick {
 

@@ -1,6 +1,6 @@
 // One exchange over a real socket, however the bytes, the clock and the other end behave.
-#include "link/link_receiver.h"
 #include "tests/link/support/console.h"
+#include "wire/link_receiver.h"
 
 #include <QElapsedTimer>
 #include <QTimer>

@@ -1,7 +1,7 @@
 // Building requests and reading replies in the tests.
 #pragma once
 
-#include "link/record_packing.h"
+#include "wire/record_packing.h"
 
 namespace tollwick::simulator {
 

@@ -1,10 +1,10 @@
 #include "client.h"
-#include "link/link_receiver.h"
 #include "simulator/sample_site.h"
 #include "simulator/server.h"
 #include "simulator/site_file.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/wait_until.h"
+#include "wire/link_receiver.h"
 
 #include <QProcess>
 #include <QTcpServer>

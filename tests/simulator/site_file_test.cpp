@@ -1,4 +1,4 @@
-#include "app/files.h"
+#include "base/files.h"
 #include "simulator/sample_site.h"
 #include "simulator/site_file.h"
 #include "tests/support/temporary_folder.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
 
 namespace tollwick {
 

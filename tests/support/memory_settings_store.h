@@ -1,7 +1,7 @@
 // Settings in memory. Names are compared without regard to case, as every store does.
 #pragma once
 
-#include "app/settings_store.h"
+#include "base/settings_store.h"
 
 #include <cctype>
 #include <map>

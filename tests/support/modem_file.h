@@ -1,8 +1,8 @@
 // Makes files of the modem catalogue.
 #pragma once
 
-#include "app/little_endian.h"
-#include "app/wire_types.h"
+#include "base/little_endian.h"
+#include "wire/wire_types.h"
 
 #include <string>
 #include <vector>

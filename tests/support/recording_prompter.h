@@ -2,7 +2,7 @@
 // comes unexpected, and one that is left over at the end, fails the test.
 #pragma once
 
-#include "app/prompter.h"
+#include "base/prompter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // A folder of its own for a test, removed with all that is in it. Its path is not all ASCII.
 #pragma once
 
-#include "app/files.h"
+#include "base/files.h"
 
 #include <algorithm>
 #include <filesystem>

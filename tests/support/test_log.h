@@ -1,9 +1,9 @@
 // A log writer with a clock that stands still until the test sets it and a system log that is kept.
 #pragma once
 
-#include "app/clock.h"
-#include "app/log_writer.h"
-#include "app/system_log.h"
+#include "base/clock.h"
+#include "base/log_writer.h"
+#include "base/system_log.h"
 
 #include <string>
 #include <vector>

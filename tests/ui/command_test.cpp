@@ -1,6 +1,6 @@
+#include "rules/command_rules.h"
+#include "rules/node_keys.h"
 #include "tests/ui/support/console_test.h"
-#include "ui/main/command_rules.h"
-#include "ui/main/node_keys.h"
 
 #include <QAbstractButton>
 

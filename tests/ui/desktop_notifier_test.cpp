@@ -1,6 +1,6 @@
 // A notification over a session bus of the test's own, on which the test is the desktop.
 #include "tests/ui/support/console_test.h"
-#include "ui/main/desktop_notifier.h"
+#include "ui/monitor/desktop_notifier.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

@@ -1,8 +1,8 @@
 // Every request, driven through the real window, meets every way in which a service can fail it.
 // One table says what comes of each; afterwards the window is usable and a second login works.
-#include "link/link_receiver.h"
-#include "link/scramble.h"
 #include "tests/ui/support/console_test.h"
+#include "wire/link_receiver.h"
+#include "wire/scramble.h"
 
 #include <QPointer>
 #include <QTcpSocket>

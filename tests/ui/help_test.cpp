@@ -1,7 +1,7 @@
 // The help of what is in front, and the window that shows it.
-#include "app/files.h"
+#include "base/files.h"
 #include "tests/ui/support/console_test.h"
-#include "ui/main/help_window.h"
+#include "ui/help/help_window.h"
 
 #include <QApplication>
 #include <QLineEdit>

@@ -1,7 +1,7 @@
 // The lists, and what a person does with them: sorting, filtering, selecting, copying, saving.
-#include "app/files.h"
+#include "base/files.h"
+#include "rules/node_keys.h"
 #include "tests/ui/support/console_test.h"
-#include "ui/main/node_keys.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,6 +1,6 @@
+#include "rules/transport_watch.h"
 #include "tests/ui/support/console_test.h"
-#include "ui/main/speed_graph.h"
-#include "ui/main/transport_watch.h"
+#include "ui/monitor/speed_graph.h"
 
 #include <QAbstractButton>
 #include <QProgressBar>

@@ -1,5 +1,5 @@
 // Long runs leave nothing behind: no memory, no handle, no timer. And no password.
-#include "app/files.h"
+#include "base/files.h"
 #include "link/login_sequence.h"
 #include "tests/ui/support/console_test.h"
 

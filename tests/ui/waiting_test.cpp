@@ -1,6 +1,6 @@
 // What goes on while a request waits for its reply.
-#include "link/link_receiver.h"
 #include "tests/ui/support/console_test.h"
+#include "wire/link_receiver.h"
 
 #include <QApplication>
 #include <QMenuBar>

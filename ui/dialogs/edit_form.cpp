@@ -1,8 +1,8 @@
 #include "ui/dialogs/edit_form.h"
 
-#include "ui/dialogs/line_input.h"
+#include "ui/common/icons.h"
+#include "ui/common/line_input.h"
 #include "ui/dialogs/ok_cancel_row.h"
-#include "ui/main/svg_icons.h"
 
 #include <QGridLayout>
 #include <QLabel>

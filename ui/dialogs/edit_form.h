@@ -1,7 +1,7 @@
 // The dialog of one field in which text and number settings are edited.
 #pragma once
 
-#include "ui/main/console_context.h"
+#include "ui/common/console_context.h"
 
 #include <QDialog>
 

@@ -1,7 +1,7 @@
 // The buttons Ok, Cancel and Help at the foot of a small dialog.
 #pragma once
 
-#include "ui/dialogs/help_button.h"
+#include "ui/help/help_button.h"
 
 #include <QDialog>
 #include <QHBoxLayout>

@@ -1,8 +1,8 @@
 #include "ui/dialogs/schedule_form.h"
 
-#include "ui/dialogs/help_button.h"
-#include "ui/dialogs/line_input.h"
-#include "ui/main/svg_icons.h"
+#include "ui/common/icons.h"
+#include "ui/common/line_input.h"
+#include "ui/help/help_button.h"
 #include "ui_schedule_form.h"
 
 #include <QFocusEvent>

@@ -1,8 +1,8 @@
 // The editor of one transport schedule: works on the current schedule and sends it to the service.
 #pragma once
 
-#include "ui/dialogs/schedule_rules.h"
-#include "ui/main/console_context.h"
+#include "rules/schedule_rules.h"
+#include "ui/common/console_context.h"
 
 #include <QDialog>
 

@@ -1,7 +1,7 @@
 // Lets the user pick one of the login scripts that the service knows.
 #pragma once
 
-#include "ui/main/console_context.h"
+#include "ui/common/console_context.h"
 
 #include <QDialog>
 

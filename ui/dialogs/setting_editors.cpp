@@ -1,10 +1,10 @@
 #include "ui/dialogs/setting_editors.h"
 
-#include "app/numeric.h"
-#include "app/text.h"
+#include "base/numeric.h"
+#include "base/text.h"
+#include "rules/node_keys.h"
+#include "rules/setting_rules.h"
 #include "ui/dialogs/edit_form.h"
-#include "ui/dialogs/setting_rules.h"
-#include "ui/main/node_keys.h"
 
 namespace tollwick {
 namespace {

@@ -3,8 +3,8 @@
 // makes it return at once.
 #pragma once
 
-#include "ui/main/console_context.h"
-#include "ui/main/setting_rows.h"
+#include "rules/setting_rows.h"
+#include "ui/common/console_context.h"
 
 #include <functional>
 #include <string>

@@ -2,7 +2,7 @@
 // boxes and lists without rules of their own.
 #pragma once
 
-#include "ui/hostsetup/host_entry.h"
+#include "rules/host_entry.h"
 
 namespace Ui {
 class HostSetupForm;

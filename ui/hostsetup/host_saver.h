@@ -2,9 +2,9 @@
 // their order. Needs no window.
 #pragma once
 
-#include "ui/hostsetup/host_entry.h"
-#include "ui/hostsetup/host_rules.h"
-#include "ui/main/console_context.h"
+#include "rules/host_entry.h"
+#include "rules/host_rules.h"
+#include "ui/common/console_context.h"
 
 #include <optional>
 #include <string>

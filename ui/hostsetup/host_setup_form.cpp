@@ -1,16 +1,16 @@
 #include "ui/hostsetup/host_setup_form.h"
 
-#include "app/ansi.h"
-#include "app/files.h"
-#include "app/utf8.h"
-#include "ui/dialogs/file_filter.h"
-#include "ui/dialogs/help_button.h"
-#include "ui/dialogs/line_input.h"
+#include "base/ansi.h"
+#include "base/files.h"
+#include "base/utf8.h"
+#include "ui/common/file_filter.h"
+#include "ui/common/line_input.h"
+#include "ui/common/to_qstring.h"
 #include "ui/dialogs/script_file_form.h"
+#include "ui/help/help_button.h"
 #include "ui/hostsetup/host_fields.h"
 #include "ui/hostsetup/host_saver.h"
 #include "ui/hostsetup/modem_form.h"
-#include "ui/main/to_qstring.h"
 #include "ui_host_setup_form.h"
 
 #include <QFileDialog>

@@ -1,10 +1,10 @@
 // The dialog that adds or changes a UUCP host: five pages over the current host record.
 #pragma once
 
-#include "ui/hostsetup/connection_lists.h"
-#include "ui/hostsetup/host_entry.h"
-#include "ui/hostsetup/host_rules.h"
-#include "ui/main/console_context.h"
+#include "rules/connection_lists.h"
+#include "rules/host_entry.h"
+#include "rules/host_rules.h"
+#include "ui/common/console_context.h"
 
 #include <QDialog>
 

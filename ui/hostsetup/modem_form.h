@@ -1,9 +1,9 @@
 // Lets the user pick a modem by make and model from the catalogue.
 #pragma once
 
-#include "app/modem_catalogue.h"
-#include "ui/hostsetup/host_entry.h"
-#include "ui/main/console_context.h"
+#include "base/modem_catalogue.h"
+#include "rules/host_entry.h"
+#include "ui/common/console_context.h"
 
 #include <QDialog>
 

@@ -2,8 +2,8 @@
 // lets events happen, and keeps the requests that it got.
 #pragma once
 
-#include "link/link_receiver.h"
-#include "link/record_packing.h"
+#include "wire/link_receiver.h"
+#include "wire/record_packing.h"
 
 #include <QTcpServer>
 #include <QTcpSocket>

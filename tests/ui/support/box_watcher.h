@@ -2,8 +2,8 @@
 // that comes unexpected or looks otherwise, and one that is left over at the end, fails the test.
 #pragma once
 
-#include "app/error_handler.h"
-#include "app/string_table.h"
+#include "base/error_handler.h"
+#include "base/string_table.h"
 
 #include <QApplication>
 #include <QMessageBox>

@@ -10,10 +10,10 @@
 #include "tests/support/test_log.h"
 #include "tests/support/wait_until.h"
 #include "tests/ui/support/box_watcher.h"
-#include "ui/main/config_tree.h"
-#include "ui/main/console.h"
-#include "ui/main/list_view.h"
-#include "ui/main/menu_timer.h"
+#include "ui/frame/config_tree.h"
+#include "ui/frame/console.h"
+#include "ui/frame/menu_timer.h"
+#include "ui/lists/list_view.h"
 
 #include <QAction>
 #include <QDialog>

@@ -1,9 +1,9 @@
 // For the tests of the host dialog: fills it in as a person does and shows what the service got.
 #pragma once
 
-#include "link/record_packing.h"
-#include "link/scramble.h"
 #include "tests/ui/support/console_test.h"
+#include "wire/record_packing.h"
+#include "wire/scramble.h"
 
 #include <QComboBox>
 #include <QLineEdit>

@@ -1,0 +1,228 @@
+#include "rules/host_entry.h"
+
+#include "base/numeric.h"
+#include "wire/scramble.h"
+
+#include <tuple>
+
+namespace tollwick {
+namespace {
+
+constexpr std::string_view kDefaultRetryTime = "5";
+constexpr std::string_view kDefaultDialTimeout = "60";
+constexpr std::string_view kDefaultUucpTimeout = "12";
+constexpr Integer kShortestUucpTimeout = 2;
+constexpr Long kDefaultMaxSpeed = 115200;
+
+// One field of the dialog and the field of the record that it is kept in.
+template <class EntryType, class RecordType>
+struct Binding {
+    EntryType HostEntry::*entry;
+    RecordType HostRecord::*record;
+};
+template <class EntryType, class RecordType>
+Binding(EntryType HostEntry::*, RecordType HostRecord::*) -> Binding<EntryType, RecordType>;
+
+using E = HostEntry;
+using R = HostRecord;
+
+constexpr auto kBindings = std::tuple{
+    Binding{&E::display_name, &R::display_name},
+    Binding{&E::mail_domain, &R::mail_domain},
+    Binding{&E::active, &R::active},
+    Binding{&E::connect_using, &R::connect_using},
+    Binding{&E::local_uucp_name, &R::local_uucp_name},
+    Binding{&E::remote_uucp_name, &R::remote_uucp_name},
+    Binding{&E::login_name, &R::login_name},
+    Binding{&E::uucp_login_name, &R::uucp_login_name},
+    Binding{&E::uucp_protocol, &R::uucp_protocol},
+    Binding{&E::uucp_timeout, &R::uucp_timeout},
+    Binding{&E::retry_time, &R::retry_time},
+    Binding{&E::call_retries, &R::call_retries},
+    Binding{&E::script_file_name, &R::script_file_name},
+    Binding{&E::do_not_use_tapi, &R::do_not_use_tapi},
+    Binding{&E::phone_number, &R::phone_number},
+    Binding{&E::modem_init, &R::modem_init},
+    Binding{&E::com_port, &R::com_port},
+    Binding{&E::connect_speed, &R::connect_speed},
+    Binding{&E::data_bits, &R::data_bits},
+    Binding{&E::stop_bits, &R::stop_bits},
+    Binding{&E::parity, &R::parity},
+    Binding{&E::dial_timeout, &R::dial_timeout},
+    Binding{&E::default_domain, &R::default_domain},
+    Binding{&E::window_size, &R::window_size},
+    Binding{&E::packet_size, &R::packet_size},
+    Binding{&E::ras_host, &R::ras_host},
+    Binding{&E::uucp_tcp_port, &R::uucp_tcp_port},
+    Binding{&E::ras_user_name, &R::ras_user_name},
+    Binding{&E::do_not_use_active_connection, &R::do_not_use_active_connection},
+    Binding{&E::host_lookup_timeout, &R::host_lookup_timeout},
+    Binding{&E::transport_when_in_queue, &R::transport_when_in_queue},
+    Binding{&E::mail_limit, &R::mail_limit},
+};
+
+constexpr auto kTelephonyBindings = std::tuple{
+    Binding{&E::tapi_device, &R::tapi_device},
+    Binding{&E::tapi_location, &R::tapi_location},
+};
+
+template <class RecordType>
+struct ModemBinding {
+    std::string CurrentModem::*modem;
+    RecordType HostRecord::*record;
+    std::string_view default_value;
+};
+template <class RecordType>
+ModemBinding(std::string CurrentModem::*, RecordType HostRecord::*, const char*)
+    -> ModemBinding<RecordType>;
+
+// "^M" stands for a carriage return; the service reads the two characters so.
+constexpr auto kModemBindings = std::tuple{
+    ModemBinding{&CurrentModem::make, &R::modem_make, "None"},
+    ModemBinding{&CurrentModem::model, &R::modem_model, ""},
+    ModemBinding{&CurrentModem::reset, &R::modem_reset, "ATZ^M"},
+    ModemBinding{&CurrentModem::attention, &R::modem_attention, "AT"},
+    ModemBinding{&CurrentModem::busy, &R::modem_busy, "BUSY"},
+    ModemBinding{&CurrentModem::connect, &R::modem_connect, "CONNECT"},
+    ModemBinding{&CurrentModem::dial, &R::modem_dial, "ATDT"},
+    ModemBinding{&CurrentModem::hang_up, &R::modem_hang_up, "ATH^M"},
+    ModemBinding{&CurrentModem::answer, &R::modem_answer, "ATA^M"},
+};
+
+template <class Bindings, class Visit>
+void forEach(const Bindings& bindings, Visit&& visit) {
+    std::apply([&](const auto&... binding) { (visit(binding), ...); }, bindings);
+}
+
+// From a field of the record to what the dialog shows.
+template <std::size_t N>
+void load(std::string& shown, const FixedText<N>& field) {
+    shown = trimmed(field.text());
+}
+void load(bool& shown, Integer field) {
+    shown = field != kFalse;
+}
+void load(ListPosition& shown, Integer field) {
+    shown.index = field;
+}
+void load(ListPositionFrom1& shown, Integer field) {
+    shown.index = field - 1;
+}
+template <class Number>
+void load(NumberField& shown, Number field) {
+    shown.text = std::to_string(field);
+}
+
+template <std::size_t N>
+std::string plainPassword(const FixedText<N>& field) {
+    return fromAnsi(ScrambleField("D", HostPasswordKey, withoutTrailingBlanks(field.bytes())));
+}
+
+// And back. A text, a box or a position that shows what the field holds leaves its bytes alone; the
+// texts of a new host are written even when they are empty.
+struct Store {
+    bool is_new;
+
+    template <std::size_t N>
+    void operator()(const std::string& shown, FixedText<N>& field) const {
+        if (is_new || shown != trimmed(field.text()))
+            field = shown;
+    }
+    void operator()(bool shown, Integer& field) const {
+        if (shown != (field != kFalse))
+            field = shown ? kTrue : kFalse;
+    }
+    void operator()(ListPosition shown, Integer& field) const {
+        field = static_cast<Integer>(shown.index);
+    }
+    void operator()(ListPositionFrom1 shown, Integer& field) const {
+        field = static_cast<Integer>(shown.index + 1);
+    }
+    void operator()(const NumberField& shown, Integer& field) const {
+        field = toInteger(numericValue(shown.text));
+    }
+    void operator()(const NumberField& shown, Long& field) const {
+        field = toLong(numericValue(shown.text));
+    }
+    template <std::size_t N>
+    void password(const std::string& plain, FixedText<N>& field) const {
+        if (is_new || plain != plainPassword(field))
+            field.setBytes(ScrambleField("E", HostPasswordKey, toAnsi(plain)));
+    }
+};
+
+} // namespace
+
+HostEntry entryOf(const HostRecord& record) {
+    HostEntry entry;
+    const auto loadBinding = [&](const auto& binding) {
+        load(entry.*binding.entry, record.*binding.record);
+    };
+    forEach(kBindings, loadBinding);
+    forEach(kTelephonyBindings, loadBinding);
+    forEach(kModemBindings, [&](const auto& binding) {
+        entry.modem.*binding.modem = trimmed((record.*binding.record).text());
+    });
+    entry.modem.max_speed = record.modem_max_speed;
+    entry.modem.make_position = record.modem_make_position;
+    entry.modem.model_position = record.modem_model_position;
+    entry.ras_entry = {record.ras_entry_position, trimmed(record.ras_entry.text())};
+
+    entry.password = plainPassword(record.password);
+    entry.uucp_password = plainPassword(record.uucp_password);
+    entry.ras_password = plainPassword(record.ras_password);
+
+    if (record.retry_time == 0)
+        entry.retry_time.text = kDefaultRetryTime;
+    if (record.dial_timeout == 0)
+        entry.dial_timeout.text = kDefaultDialTimeout;
+    if (record.uucp_timeout < kShortestUucpTimeout)
+        entry.uucp_timeout.text = kDefaultUucpTimeout;
+    return entry;
+}
+
+CurrentModem withStoredDefaults(CurrentModem modem) {
+    forEach(kModemBindings, [&](const auto& binding) {
+        std::string& value = modem.*binding.modem;
+        if (trimmed(value).empty())
+            value = binding.default_value;
+    });
+    if (modem.max_speed == 0)
+        modem.max_speed = kDefaultMaxSpeed;
+    return modem;
+}
+
+bool exceedsHostLookupTimeout(const HostEntry& entry) {
+    return numericValue(entry.host_lookup_timeout.text) > kMaxHostLookupTimeout;
+}
+
+void storeEntry(const HostEntry& entered, bool has_telephony, HostRecord& record) {
+    HostEntry entry = entered;
+    if (exceedsHostLookupTimeout(entry))
+        entry.host_lookup_timeout.text = std::to_string(kMaxHostLookupTimeout);
+    HostRecord changed = record;
+    const Store store{record.state == 0};
+    const auto storeBinding = [&](const auto& binding) {
+        store(entry.*binding.entry, changed.*binding.record);
+    };
+    forEach(kBindings, storeBinding);
+    if (has_telephony)
+        forEach(kTelephonyBindings, storeBinding);
+    const CurrentModem modem = withStoredDefaults(entry.modem);
+    forEach(kModemBindings,
+            [&](const auto& binding) { store(modem.*binding.modem, changed.*binding.record); });
+    changed.modem_max_speed = modem.max_speed;
+    changed.modem_make_position = modem.make_position;
+    changed.modem_model_position = modem.model_position;
+    if (entry.ras_entry.name != trimmed(record.ras_entry.text()) || !entry.ras_entry.name.empty())
+        changed.ras_entry_position = static_cast<Integer>(entry.ras_entry.position);
+    store(entry.ras_entry.name, changed.ras_entry);
+
+    store.password(entry.password, changed.password);
+    store.password(entry.uucp_password, changed.uucp_password);
+    store.password(entry.ras_password, changed.ras_password);
+
+    record = changed;
+}
+
+} // namespace tollwick

@@ -1,0 +1,35 @@
+// The configuration tree: the node that is selected decides what everything else works on.
+#pragma once
+
+#include "base/string_table.h"
+
+#include <QTreeWidget>
+
+#include <string>
+
+namespace tollwick {
+
+// Roles of tree items and list rows.
+inline constexpr int kKeyRole = Qt::UserRole;
+inline constexpr int kImageRole = Qt::UserRole + 1;
+
+class ConfigTree : public QTreeWidget {
+    Q_OBJECT
+public:
+    explicit ConfigTree(QWidget* parent = nullptr);
+
+    // Builds the tree anew for the service on this host (UTF-8), expands it and selects the root.
+    void build(const std::string& host, const StringTable& texts);
+
+    // The key of the selected node; empty when there is none.
+    [[nodiscard]] std::string selectedKey() const;
+
+signals:
+    void nodeSelected();
+    void contextMenuWanted(const QPoint& global_position);
+
+protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
+};
+
+} // namespace tollwick

@@ -1,0 +1,213 @@
+#include "ui/login/login_form.h"
+
+#include "link/login_sequence.h"
+#include "rules/recent_servers.h"
+#include "rules/window_placement.h"
+#include "ui/common/line_input.h"
+#include "ui/help/help_button.h"
+#include "ui_login_form.h"
+
+#include <QCompleter>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QStandardItemModel>
+
+namespace tollwick {
+namespace {
+
+// Twips. They hold for the usual font; a larger one stretches the dialog as a whole.
+constexpr int kExpandedHeight = 3165;
+constexpr int kCollapsedHeight = 1965;
+constexpr int kExpandedButtonTop = 2460;
+constexpr int kCollapsedButtonTop = 1260;
+constexpr int kWidth = 6000;
+constexpr int kMargin = 120;
+constexpr int kFrameTop = 30;
+constexpr int kLocationTop = 1230;
+constexpr int kFrameHeight = 1170;
+constexpr int kButtonHeight = 400;
+constexpr int kButtonWidth = 1380;
+
+// Item data of a server in the list of completions.
+constexpr int kHostRole = Qt::UserRole;
+constexpr int kPortRole = Qt::UserRole + 1;
+constexpr int kUserRole = Qt::UserRole + 2;
+
+std::string utf8(const QString& text) {
+    return text.toStdString();
+}
+
+} // namespace
+
+LoginForm::LoginForm(ConsoleContext& context, QWidget* parent)
+    : QDialog(parent), context_(context), ui_(std::make_unique<Ui::frmLogin>()) {
+    ui_->setupUi(this);
+    setWindowModality(Qt::WindowModal);
+    help_ = helpButton(context, this);
+    setWindowTitle(context.caption(Text::frmLogin));
+    ui_->AccountFrame->setTitle(context.caption(Text::AccountFrame));
+    ui_->txtUsername->setText(context.caption(Text::txtUsername));
+    ui_->txtPassword->setText(context.caption(Text::txtPassword));
+    ui_->frmeLocation->setTitle(context.caption(Text::frmeLocation));
+    ui_->txtHostOrIp->setText(context.caption(Text::txtHostOrIp));
+    ui_->txtPort->setText(context.caption(Text::txtPort));
+    ui_->btnOk->setText(context.caption(Text::Ok));
+    ui_->btnCancel->setText(context.caption(Text::Cancel));
+
+    // The fields of both frames start at the same place.
+    const int label_width =
+        std::max({ui_->txtUsername->sizeHint().width(), ui_->txtPassword->sizeHint().width(),
+                  ui_->txtHostOrIp->sizeHint().width(), ui_->txtPort->sizeHint().width()});
+    ui_->txtUsername->setMinimumWidth(label_width);
+    ui_->txtHostOrIp->setMinimumWidth(label_width);
+    layOut(false);
+    const QRect desktop = screen()->geometry();
+    move(desktop.left() + (desktop.width() - width()) / 2,
+         desktop.top() + (desktop.height() - height()) / 2);
+
+    const ConnectionSettings& connection = context.main.connection;
+    const auto fill = [](QLineEdit* edit, const std::string& text) {
+        edit->setText(QString::fromStdString(text));
+        edit->setCursorPosition(static_cast<int>(edit->text().size()));
+    };
+    fill(ui_->tbServerConnectIp, connection.ServerConnectIp);
+    fill(ui_->tbServerConnectPort, connection.ServerConnectPort);
+    fill(ui_->tbServerConnectUsername, connection.ServerConnectUsername);
+    ui_->tbServerConnectPassword->setFocus();
+
+    completeServers();
+    keepLineBreaksOut(this);
+
+    connect(ui_->btnOk, &QPushButton::clicked, this, &LoginForm::login);
+    connect(ui_->btnCancel, &QPushButton::clicked, this, &LoginForm::reject);
+    connect(ui_->btnOptions, &QPushButton::clicked, this, &LoginForm::toggleOptions);
+}
+
+LoginForm::~LoginForm() {
+    ui_->tbServerConnectPassword->clear();
+}
+
+void LoginForm::completeServers() {
+    auto* servers = new QStandardItemModel(this);
+    for (const RecentServer& server : readRecentServers(context_.main.settings)) {
+        auto* item = new QStandardItem(toQString(server.host + ':' + server.port + " \u2013 ") +
+                                       toQString(server.user));
+        item->setData(toQString(server.host), kHostRole);
+        item->setData(toQString(server.port), kPortRole);
+        item->setData(toQString(server.user), kUserRole);
+        servers->appendRow(item);
+    }
+    auto* completer = new QCompleter(servers, this);
+    completer->setObjectName("RecentServers");
+    completer->setCompletionRole(kHostRole);
+    completer->setCaseSensitivity(Qt::CaseInsensitive);
+    completer->setFilterMode(Qt::MatchContains);
+    ui_->tbServerConnectIp->setCompleter(completer);
+    ui_->tbServerConnectIp->installEventFilter(this);
+    connect(completer, qOverload<const QModelIndex&>(&QCompleter::activated), this,
+            &LoginForm::showServer);
+}
+
+void LoginForm::showServer(const QModelIndex& server) {
+    ui_->tbServerConnectIp->setText(server.data(kHostRole).toString());
+    ui_->tbServerConnectPort->setText(server.data(kPortRole).toString());
+    ui_->tbServerConnectUsername->setText(server.data(kUserRole).toString());
+}
+
+bool LoginForm::eventFilter(QObject* watched, QEvent* event) {
+    // The down arrow shows all servers, whatever has been typed.
+    if (event->type() == QEvent::KeyPress &&
+        static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Down) {
+        QCompleter* completer = ui_->tbServerConnectIp->completer();
+        completer->setCompletionPrefix({});
+        completer->complete();
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void LoginForm::toggleOptions() {
+    layOut(!ui_->tbServerConnectIp->isEnabled());
+}
+
+void LoginForm::layOut(bool expanded) {
+    ui_->tbServerConnectIp->setEnabled(expanded);
+    ui_->tbServerConnectPort->setEnabled(expanded);
+    ui_->btnOptions->setText(
+        context_.caption(expanded ? Text::OptionsCollapse : Text::OptionsExpand));
+    ui_->frmeLocation->setVisible(expanded);
+
+    const double stretch =
+        std::max(1.0, ui_->AccountFrame->sizeHint().height() * 1.0 / toPixels(kFrameHeight));
+    const auto scaled = [&](int twips) { return qRound(toPixels(twips) * stretch); };
+    const int frame_width = scaled(kWidth - 2 * kMargin);
+    ui_->AccountFrame->setGeometry(scaled(kMargin), scaled(kFrameTop), frame_width,
+                                   scaled(kFrameHeight));
+    ui_->frmeLocation->setGeometry(scaled(kMargin), scaled(kLocationTop), frame_width,
+                                   scaled(kFrameHeight));
+    const int top = scaled(expanded ? kExpandedButtonTop : kCollapsedButtonTop);
+    const int gap = (frame_width - 4 * scaled(kButtonWidth)) / 3;
+    int left = scaled(kMargin);
+    for (QPushButton* button : {ui_->btnOk, ui_->btnCancel, ui_->btnOptions, help_}) {
+        button->setGeometry(left, top, scaled(kButtonWidth), scaled(kButtonHeight));
+        left += scaled(kButtonWidth) + gap;
+    }
+    setFixedSize(scaled(kWidth), scaled(expanded ? kExpandedHeight : kCollapsedHeight));
+}
+
+void LoginForm::setRunning(bool running) {
+    running_ = running;
+    for (QPushButton* button : {ui_->btnOk, ui_->btnCancel, ui_->btnOptions})
+        button->setEnabled(!running);
+}
+
+void LoginForm::login() {
+    if (running_)
+        return;
+    setRunning(true);
+    LoginOutcome outcome = LoginOutcome::LinkFailed;
+    context_.errors.guard(Routine::Login, [&](Integer& step) {
+        const BusyPointer busy(context_.progress);
+        ConnectionSettings& connection = context_.main.connection;
+        connection.ServerConnectIp = utf8(ui_->tbServerConnectIp->text());
+        connection.ServerConnectPort = utf8(ui_->tbServerConnectPort->text());
+        connection.ServerConnectUsername = utf8(ui_->tbServerConnectUsername->text());
+        step = 1;
+        context_.main.saveConnectionSettings();
+        context_.data.user_id = connection.ServerConnectUsername;
+        context_.data.password = utf8(ui_->tbServerConnectPassword->text().trimmed());
+        step = 2;
+        outcome = LoginSequence(context_.link, context_.requests, context_.data, context_.main,
+                                context_.prompter, context_.progress)
+                      .run();
+    });
+    setRunning(false);
+    // A link that was lost before the main window's timer has seen it is told here.
+    if ((outcome == LoginOutcome::LoggedIn && !context_.link.isOpen()) ||
+        outcome == LoginOutcome::LinkFailed)
+        context_.showIdle();
+    if (outcome == LoginOutcome::LoggedIn) {
+        const ConnectionSettings& connection = context_.main.connection;
+        rememberServer(context_.main.settings,
+                       {connection.ServerConnectIp, connection.ServerConnectPort,
+                        connection.ServerConnectUsername});
+        accept();
+    } else if (outcome == LoginOutcome::Rejected) {
+        ui_->tbServerConnectPassword->setFocus();
+        ui_->tbServerConnectPassword->selectAll();
+    }
+}
+
+void LoginForm::reject() {
+    if (running_) {
+        context_.link.giveUp();
+        return;
+    }
+    if (context_.link.isOpen()) { // of a login that was rejected
+        context_.link.Close();
+        context_.showIdle();
+    }
+    QDialog::reject();
+}
+
+} // namespace tollwick
