@@ -3,9 +3,9 @@
 #pragma once
 
 #include "base/log_writer.h"
+#include "base/number_types.h"
 #include "base/prompter.h"
 #include "base/run_time_error.h"
-#include "wire/wire_types.h"
 
 #include <string_view>
 

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "base/clock.h"
+#include "base/number_types.h"
 #include "base/system_log.h"
-#include "wire/wire_types.h"
 
 #include <string>
 #include <string_view>

@@ -3,6 +3,7 @@
 #include "base/ansi.h"
 #include "base/files.h"
 #include "base/little_endian.h"
+#include "base/text.h"
 
 #include <algorithm>
 #include <optional>

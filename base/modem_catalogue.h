@@ -5,7 +5,7 @@
 // maximum speed, connect. Texts are ANSI, padded with blanks; numbers are little-endian.
 #pragma once
 
-#include "wire/wire_types.h"
+#include "base/number_types.h"
 
 #include <cstddef>
 #include <string>

@@ -1,11 +1,12 @@
 #include "base/settings_store.h"
 
+#include "base/text.h"
+
 namespace tollwick {
 
 std::string Settings::ReadSetting(std::string_view application, std::string_view section,
                                   std::string_view name, std::string_view default_value) {
     std::optional<std::string> value = store_.read(application, section, name);
-    status_ = value ? kTrue : kFalse;
     if (!value)
         return std::string(default_value);
     value->resize(std::min(value->size(), value->find('\0')));
@@ -16,8 +17,7 @@ std::string Settings::ReadSetting(std::string_view application, std::string_view
 
 void Settings::WriteSetting(std::string_view application, std::string_view section,
                             std::string_view name, std::string_view value) {
-    const bool stored = store_.write(application, section, name, value.empty() ? " " : value);
-    status_ = stored ? kTrue : kFalse;
+    store_.write(application, section, name, value.empty() ? " " : value);
 }
 
 std::string Settings::read(const Setting& setting) {

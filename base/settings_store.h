@@ -2,8 +2,6 @@
 // implementation per platform: the registry on Windows, an INI file elsewhere.
 #pragma once
 
-#include "wire/wire_types.h"
-
 #include <memory>
 #include <optional>
 #include <string>
@@ -68,12 +66,8 @@ public:
     std::string read(const Setting& setting);
     void write(const Setting& setting, std::string_view value);
 
-    // The outcome of the last read or write, yes/no; kept though nobody asks.
-    [[nodiscard]] Integer status() const { return status_; }
-
 private:
     SettingsStore& store_;
-    Integer status_ = kFalse;
 };
 
 } // namespace tollwick

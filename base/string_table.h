@@ -2,7 +2,7 @@
 // offsets and names, stand in resources/texts.def.
 #pragma once
 
-#include "wire/wire_types.h"
+#include "base/number_types.h"
 
 #include <string_view>
 

@@ -1,8 +1,11 @@
 // Blanks and marks in texts that come from files, records and fields.
 #pragma once
 
+#include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace tollwick {
 
@@ -25,6 +28,30 @@ inline std::string trimmed(std::string_view text) {
 
 constexpr bool isBlank(std::string_view text) {
     return withoutBlanks(text).empty();
+}
+
+// The part of `bytes` before its trailing NULs and blanks.
+constexpr std::string_view withoutTrailingBlanks(std::string_view bytes) {
+    if (!std::is_constant_evaluated()) {
+        // Eight alike at a time: the end of most records is empty.
+        constexpr std::uint64_t kBlanks = 0x2020202020202020;
+        std::uint64_t word = 0;
+        for (; bytes.size() >= sizeof word; bytes.remove_suffix(sizeof word)) {
+            std::memcpy(&word, bytes.data() + bytes.size() - sizeof word, sizeof word);
+            if (word != 0 && word != kBlanks)
+                break;
+        }
+    }
+    while (!bytes.empty() && (bytes.back() == '\0' || bytes.back() == ' '))
+        bytes.remove_suffix(1);
+    return bytes;
+}
+
+// The part of `bytes` before its trailing NULs.
+constexpr std::string_view withoutTrailingNuls(std::string_view bytes) {
+    while (!bytes.empty() && bytes.back() == '\0')
+        bytes.remove_suffix(1);
+    return bytes;
 }
 
 } // namespace tollwick

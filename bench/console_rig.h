@@ -30,7 +30,7 @@ struct ConsoleRig {
     }
     // As the login dialog does it.
     void logIn() {
-        LoginSequence login(all.link, all.requests, all.data, all.main, all.prompter, all.progress);
+        LoginSequence login(all, all.connection, all.log);
         require(login.run() == LoginOutcome::LoggedIn && all.link.isOpen(), "the login fails");
     }
     void logOff() {

@@ -60,7 +60,7 @@ static const Measurement host_dialog("host-dialog", [] {
     ConsoleRig rig(peer.port(), 30);
     rig.logIn();
     Twmainform& window = *rig.console.mainForm();
-    window.tree()->build("127.0.0.1", rig.all.main.texts());
+    window.tree()->build("127.0.0.1", rig.all.texts);
     const QString hosts = rig.all.caption(Text::NodeUucpHosts);
     window.tree()->setCurrentItem(window.tree()->findItems(hosts, Qt::MatchRecursive).value(0));
     window.list()->setCurrentIndex(window.list()->model()->index(0, 0));

@@ -1,5 +1,6 @@
 #include "link/login_sequence.h"
 
+#include "base/error_handler.h"
 #include "base/numeric.h"
 
 #include <QElapsedTimer>
@@ -18,14 +19,8 @@ bool hasPassed(const QElapsedTimer& timer, double seconds) {
 
 } // namespace
 
-LoginSequence::LoginSequence(ServiceLink& link, Requests& requests, ServiceData& data,
-                             MainModule& main, Prompter& prompter, Progress& progress)
-    : link_(link), requests_(requests), data_(data), main_(main), prompter_(prompter),
-      progress_(progress) {}
-
 LoginOutcome LoginSequence::run() {
-    const StringTable& texts = main_.texts();
-    link_.setComTimeout(main_.connection.ComTimeout);
+    link_.setComTimeout(connection_.ComTimeout);
     link_.reset();
     for (int reconnects = 0;; ++reconnects) {
         if (!connect())
@@ -38,76 +33,70 @@ LoginOutcome LoginSequence::run() {
             link_.Close(); // the pause lets events run
         }
         if (reconnects == kReconnects || link_.hasGivenUp()) {
-            progress_.setInfo({});
-            log(texts(Text::LinkNotInitialized), kKeyStep,
+            context_.progress.setInfo({});
+            log(context_.text(Text::LinkNotInitialized), kKeyStep,
                 "Check that the port is the one that the service listens at.");
-            prompter_.beep();
-            prompter_.exclamation(texts(Text::LinkNotInitialized));
+            context_.prompter.beep();
+            context_.prompter.exclamation(context_.text(Text::LinkNotInitialized));
             return LoginOutcome::NoKey;
         }
     }
 
-    progress_.setInfo(texts(Text::StatusConnected));
-    switch (requests_.txAuthenticate()) {
+    context_.progress.setInfo(context_.text(Text::StatusConnected));
+    switch (context_.requests.txAuthenticate()) {
     case kAuthenticated:
-        // Nothing of an earlier session is left when the fetching stops halfway.
-        data_.settings = SettingsRecord();
-        data_.schedules.clear();
-        data_.hosts.clear();
-        data_.outbox.clear();
-        data_.uucp_status = UucpStatusRecord();
-        requests_.RetrieveAll();
+        context_.data.forgetService();
+        context_.requests.RetrieveAll();
         return LoginOutcome::LoggedIn;
     case kAuthenticateFailed:
-        log(texts(Text::FailAuthenticate), kAuthenticateStep, "Check the network and the service.");
+        log(context_.text(Text::FailAuthenticate), kAuthenticateStep,
+            "Check the network and the service.");
         return LoginOutcome::LinkFailed;
     default:
-        log(texts(Text::AuthenticationFailure), kAuthenticateStep,
+        log(context_.text(Text::AuthenticationFailure), kAuthenticateStep,
             "Check the user name and the password.");
-        prompter_.critical(texts(Text::AuthenticationFailure));
+        context_.prompter.critical(context_.text(Text::AuthenticationFailure));
         return LoginOutcome::Rejected;
     }
 }
 
 bool LoginSequence::connect() {
-    const StringTable& texts = main_.texts();
-    progress_.setInfo(texts(Text::StatusConnecting));
-    link_.Connect(main_.connection.ServerConnectIp,
-                  numericValue(main_.connection.ServerConnectPort));
+    context_.progress.setInfo(context_.text(Text::StatusConnecting));
+    link_.Connect(connection_.ServerConnectIp, numericValue(connection_.ServerConnectPort));
     while (link_.isConnecting())
         link_.processEvents();
     if (link_.hasConnected())
         return true;
-    progress_.setInfo({});
+    context_.progress.setInfo({});
     std::string text;
     if (link_.hasFailed()) {
-        text.append(texts(Text::ConnectFailedCause))
+        text.append(context_.text(Text::ConnectFailedCause))
             .append(std::to_string(link_.lastErrorNumber()));
         text.append(") ").append(describe(link_.lastErrorNumber()));
     } else {
-        text.append(texts(Text::ConnectFailedUnknown)).append(std::to_string(link_.stateNumber()));
+        text.append(context_.text(Text::ConnectFailedUnknown))
+            .append(std::to_string(link_.stateNumber()));
         text.append(")");
     }
     const long error = link_.hasFailed() ? link_.lastErrorNumber() : 0;
     link_.Close();
     log(text, kConnectStep, "Check the address, the port, and that the service runs.", error);
-    prompter_.exclamation(text);
+    context_.prompter.exclamation(text);
     return false;
 }
 
 std::string LoginSequence::describe(long error_number) const {
-    const StringTable& texts = main_.texts();
     switch (error_number) {
     case socket_error::Refused:
-        return std::string(texts(Text::ErrorRefused));
+        return std::string(context_.text(Text::ErrorRefused));
     case socket_error::HostNotFound:
-        return std::string(texts(Text::ErrorNotFound));
+        return std::string(context_.text(Text::ErrorNotFound));
     case socket_error::TimedOut:
-        return std::string(texts(Text::ErrorTimedOut));
+        return std::string(context_.text(Text::ErrorTimedOut));
     case socket_error::Unreachable:
-        return std::string(texts(Text::ErrorUnreachable));
+        return std::string(context_.text(Text::ErrorUnreachable));
     case socket_error::AddressNotAvailable:
-        return std::string(texts(Text::ErrorAddress));
+        return std::string(context_.text(Text::ErrorAddress));
     default:
         return link_.lastErrorText();
     }
@@ -118,8 +107,8 @@ void LoginSequence::log(std::string_view message, Integer step, std::string_view
     std::string line(message);
     for (std::size_t at = 0; (at = line.find("\r\n", at)) != std::string::npos;)
         line.replace(at, 2, " ");
-    main_.log().LogWrite(line, advice, static_cast<Long>(error_number),
-                         static_cast<Integer>(Routine::Login), step);
+    log_.LogWrite(line, advice, static_cast<Long>(error_number),
+                  static_cast<Integer>(Routine::Login), step);
 }
 
 LoginSequence::KeyWait LoginSequence::waitForKey() {

@@ -1,8 +1,9 @@
 // Logging in, from the connection settings to the data of the service; needs no window.
 #pragma once
 
-#include "base/main_module.h"
-#include "link/requests.h"
+#include "base/connection_settings.h"
+#include "base/log_writer.h"
+#include "link/service_context.h"
 
 namespace tollwick {
 
@@ -21,11 +22,11 @@ public:
     static constexpr double kKeyTimeout = 10;    // seconds, whatever ComTimeout says
     static constexpr double kReconnectPause = 1; // seconds
 
-    LoginSequence(ServiceLink& link, Requests& requests, ServiceData& data, MainModule& main,
-                  Prompter& prompter, Progress& progress);
+    LoginSequence(ServiceContext& context, const ConnectionSettings& connection, LogWriter& log)
+        : context_(context), link_(context.link), connection_(connection), log_(log) {}
 
-    // Logs in with the connection settings of `main` and the credentials of `data`. Every outcome
-    // but LoggedIn has been told to the user.
+    // Logs in with these connection settings and the credentials of the context's data. Every
+    // outcome but LoggedIn has been told to the user.
     LoginOutcome run();
 
 private:
@@ -39,12 +40,10 @@ private:
     void log(std::string_view message, Integer step, std::string_view advice,
              long error_number = 0);
 
+    ServiceContext& context_;
     ServiceLink& link_;
-    Requests& requests_;
-    ServiceData& data_;
-    MainModule& main_;
-    Prompter& prompter_;
-    Progress& progress_;
+    const ConnectionSettings& connection_;
+    LogWriter& log_;
 };
 
 } // namespace tollwick

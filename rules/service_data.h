@@ -27,6 +27,16 @@ struct ServiceData {
     // The administrator's credentials of this session, UTF-8.
     std::string user_id;
     std::string password;
+
+    // Empties what has been fetched, so that nothing of an earlier session is left when the
+    // fetching of the next one stops halfway.
+    void forgetService() {
+        settings = SettingsRecord();
+        schedules.clear();
+        hosts.clear();
+        outbox.clear();
+        uucp_status = UucpStatusRecord();
+    }
 };
 
 } // namespace tollwick

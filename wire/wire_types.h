@@ -2,49 +2,16 @@
 #pragma once
 
 #include "base/ansi.h"
+#include "base/number_types.h"
+#include "base/text.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
-#include <cstring>
 #include <string>
 #include <string_view>
-#include <type_traits>
 
 namespace tollwick {
-
-using Integer = std::int16_t;
-using Long = std::int32_t;
-using Single = float;
-
-// Yes/no values are Integers.
-inline constexpr Integer kTrue = -1;
-inline constexpr Integer kFalse = 0;
-
-// The part of `bytes` before its trailing NULs and blanks.
-constexpr std::string_view withoutTrailingBlanks(std::string_view bytes) {
-    if (!std::is_constant_evaluated()) {
-        // Eight alike at a time: the end of most records is empty.
-        constexpr std::uint64_t kBlanks = 0x2020202020202020;
-        std::uint64_t word = 0;
-        for (; bytes.size() >= sizeof word; bytes.remove_suffix(sizeof word)) {
-            std::memcpy(&word, bytes.data() + bytes.size() - sizeof word, sizeof word);
-            if (word != 0 && word != kBlanks)
-                break;
-        }
-    }
-    while (!bytes.empty() && (bytes.back() == '\0' || bytes.back() == ' '))
-        bytes.remove_suffix(1);
-    return bytes;
-}
-
-// The part of `bytes` before its trailing NULs.
-constexpr std::string_view withoutTrailingNuls(std::string_view bytes) {
-    while (!bytes.empty() && bytes.back() == '\0')
-        bytes.remove_suffix(1);
-    return bytes;
-}
 
 // A fixed field of exactly `N` bytes in the ANSI code page. A fresh one is all NULs; a text that is
 // assigned is cut to N bytes or padded with blanks. The bytes of a field that nobody assigns travel

@@ -1,7 +1,6 @@
 // A whole session over a socket, with a service whose replies the fuzzer chooses.
 #include "link/login_sequence.h"
 #include "tests/fuzz/fuzz.h"
-#include "tests/support/memory_settings_store.h"
 #include "tests/support/test_log.h"
 #include "wire/scramble.h"
 
@@ -71,16 +70,17 @@ void fuzz(Input& input) {
     static int no_arguments = 0;
     static const QCoreApplication application(no_arguments, nullptr);
     SilentPrompter prompter;
-    MemorySettingsStore store;
     TestLog log;
-    MainModule main(store, log.writer, {});
+    const StringTable texts(kEnglish);
     ServiceData data;
     Peer peer(input);
-    Requests requests(peer.link, data, main.texts(), prompter, peer);
+    Requests requests(peer.link, data, texts, prompter, peer);
     peer.link.setInputLock(peer);
-    main.connection = {"127.0.0.1", std::to_string(peer.server.serverPort()), {}, 30, false};
+    const ConnectionSettings connection{
+        "127.0.0.1", std::to_string(peer.server.serverPort()), {}, 30, {}};
+    ServiceContext context{texts, prompter, peer, peer.link, data, requests};
     data.user_id = input.text();
-    LoginSequence(peer.link, requests, data, main, prompter, peer).run();
+    LoginSequence(context, connection, log.writer).run();
     check(prompter.boxes <= 1);
 
     bool flag = false;

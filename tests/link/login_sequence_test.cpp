@@ -1,7 +1,6 @@
 // Logging in, from the connection settings to the data of the service.
 #include "link/login_sequence.h"
 #include "tests/link/support/console.h"
-#include "tests/support/memory_settings_store.h"
 #include "tests/support/test_log.h"
 
 #include <QElapsedTimer>
@@ -21,19 +20,17 @@ protected:
     LoginTest() {
         console.data.user_id = "admin";
         console.data.password = "secret";
-        main.connection.ServerConnectIp = "127.0.0.1";
+        connection.ServerConnectIp = "127.0.0.1";
     }
     LoginOutcome run(const ScriptedPeer& peer) {
-        main.connection.ServerConnectPort = std::to_string(peer.port());
+        connection.ServerConnectPort = std::to_string(peer.port());
         return sequence.run();
     }
 
-    MemorySettingsStore store;
     TestLog log;
-    MainModule main{store, log.writer, {}};
+    ConnectionSettings connection;
     Console console;
-    LoginSequence sequence{console.link, console.requests, console.data,
-                           main,         console.prompter, console.progress};
+    LoginSequence sequence{console.context, connection, log.writer};
 };
 
 TEST_F(LoginTest, AcceptedFetchesEverythingInOrder) {
@@ -100,7 +97,7 @@ TEST_F(LoginTest, WithoutAConnectionSaysWhy) {
          {std::to_string(unused_port), std::string("abc"), std::string(), std::string("99999")}) {
         SCOPED_TRACE(port);
         console.progress.infos.clear();
-        main.connection.ServerConnectPort = port;
+        connection.ServerConnectPort = port;
         console.prompter.expectBox(
             BoxIcon::Exclamation,
             std::string("Unable to connect to the Tollwick service.\r\nCause: (") +

@@ -74,12 +74,10 @@ TEST_F(SoakTest, FiveHundredLoginsLeaveNothing) {
     parts.data.password = simulator::kSamplePassword;
     expectNoGrowth(20, 500, [&](int times) {
         for (int i = 0; i < times; ++i) {
-            ASSERT_EQ(LoginSequence(parts.link, parts.requests, parts.data, parts.main,
-                                    parts.prompter, parts.progress)
-                          .run(),
+            ASSERT_EQ(LoginSequence(parts, parts.connection, parts.log).run(),
                       LoginOutcome::LoggedIn);
             tick();
-            window().tree()->build(parts.link.host(), parts.main.texts());
+            window().tree()->build(parts.link.host(), parts.texts);
             clickNode("outbox");
             window().logOff();
             tick();

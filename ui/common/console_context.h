@@ -1,34 +1,29 @@
 // What the windows of the console work on, passed to each of them.
 #pragma once
 
+#include "base/connection_settings.h"
 #include "base/error_handler.h"
-#include "base/main_module.h"
-#include "base/progress.h"
-#include "base/prompter.h"
-#include "link/requests.h"
-#include "link/service_link.h"
-#include "rules/service_data.h"
+#include "link/service_context.h"
 #include "ui/common/edit_outcome.h"
 #include "ui/common/to_qstring.h"
-#include "ui/help/help_desk.h"
 
-#include <string_view>
+#include <string>
 
 namespace tollwick {
 
-struct ConsoleContext {
-    MainModule& main;
+class HelpDesk;
+
+struct ConsoleContext : ServiceContext {
+    Settings& settings;
+    ConnectionSettings& connection;
+    const std::string& install_folder; // UTF-8
+    LogWriter& log;
     ErrorHandler& errors;
-    Prompter& prompter;
-    Progress& progress;
-    ServiceLink& link;
-    ServiceData& data;
-    Requests& requests;
     HelpDesk& help;
     EditOutcome edit; // of the dialog that was up last
 
-    [[nodiscard]] std::string_view text(Text text) const { return main.texts()(text); }
-    [[nodiscard]] QString caption(Text text) const { return toQString(main.texts()(text)); }
+    [[nodiscard]] QString caption(Text text) const { return toQString(texts(text)); }
+
     // Runs what a control asks for, unless a request waits: an assistive tool reaches a control
     // even while no window takes input.
     template <class Body>
@@ -49,10 +44,6 @@ struct ConsoleContext {
                 throw;
             }
         });
-    }
-    // Has the status bar say that nothing is going on.
-    void showIdle() const {
-        progress.setInfo(text(link.isOpen() ? Text::Ready : Text::StatusConnectionClosed));
     }
 };
 

@@ -54,8 +54,8 @@ void setText(QMessageBox& box, std::string_view text) {
 
 } // namespace
 
-MessageBoxPrompter::MessageBoxPrompter(const MainModule& main, InputBlocker& blocker)
-    : main_(main), blocker_(blocker) {}
+MessageBoxPrompter::MessageBoxPrompter(const StringTable& texts, InputBlocker& blocker)
+    : texts_(texts), blocker_(blocker) {}
 
 void MessageBoxPrompter::tell(BoxIcon icon, std::string_view text) {
     const InputBlocker::Pause pause(blocker_);
@@ -66,7 +66,7 @@ void MessageBoxPrompter::tell(BoxIcon icon, std::string_view text) {
     box.setStandardButtons(QMessageBox::Ok);
     // The missing language is itself a thing that is told; the button then keeps Qt's word.
     try {
-        box.button(QMessageBox::Ok)->setText(toQString(main_.texts()(Text::Ok)));
+        box.button(QMessageBox::Ok)->setText(toQString(texts_(Text::Ok)));
     } catch (const RunTimeError&) {
     }
     box.exec();
@@ -81,8 +81,8 @@ Answer MessageBoxPrompter::ask(BoxIcon icon, std::string_view text, Answer defau
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     box.setDefaultButton(default_button == Answer::Yes ? QMessageBox::Yes : QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
-    box.button(QMessageBox::Yes)->setText(toQString(main_.texts()(Text::Yes)));
-    box.button(QMessageBox::No)->setText(toQString(main_.texts()(Text::No)));
+    box.button(QMessageBox::Yes)->setText(toQString(texts_(Text::Yes)));
+    box.button(QMessageBox::No)->setText(toQString(texts_(Text::No)));
     return box.exec() == QMessageBox::Yes ? Answer::Yes : Answer::No;
 }
 

@@ -17,7 +17,7 @@ constexpr int kIconSize = 32; // pixels
 
 ScheduleForm::ScheduleForm(ConsoleContext& context, QWidget* parent)
     : QDialog(parent), context_(context), ui_(std::make_unique<Ui::ScheduleForm>()),
-      intervals_(scheduleIntervals(context.main.texts())) {
+      intervals_(scheduleIntervals(context.texts)) {
     ui_->setupUi(this);
     setWindowModality(Qt::WindowModal);
     ui_->buttonLayout->addWidget(helpButton(context, this));
@@ -36,7 +36,7 @@ ScheduleForm::ScheduleForm(ConsoleContext& context, QWidget* parent)
     ui_->Image1->setPixmap(
         imageIcon("schedule32").pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
 
-    for (const std::string& day : scheduleDays(context.main.texts()))
+    for (const std::string& day : scheduleDays(context.texts))
         ui_->DayCombo->addItem(QString::fromStdString(day));
     for (const ScheduleInterval& interval : intervals_)
         ui_->IntervalCombo->addItem(QString::fromStdString(interval.text));

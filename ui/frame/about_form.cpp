@@ -28,15 +28,15 @@ constexpr int kNoteLines = 18;
 constexpr std::string_view kVersion = kProgramName.substr(kProgramName.rfind('V') + 1);
 
 // The note is UTF-8; one that was edited on an old system may be in its code page.
-QString readNote(const MainModule& main) {
-    const auto note = readWholeFile(toPath(main.inInstallFolder("note.txt")), kMaxNoteSize);
+QString readNote(const std::string& install_folder) {
+    const auto note = readWholeFile(toPath(joinPath(install_folder, "note.txt")), kMaxNoteSize);
     if (!note)
         return {};
     return toQString(isValidUtf8(*note) ? *note : fromAnsi(*note));
 }
 
 QPlainTextEdit* makeNote(const ConsoleContext& context) {
-    auto* note = new QPlainTextEdit(readNote(context.main));
+    auto* note = new QPlainTextEdit(readNote(context.install_folder));
     note->setObjectName("NoteText");
     note->setAccessibleName(context.caption(Text::AboutNote));
     note->setReadOnly(true);

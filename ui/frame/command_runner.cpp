@@ -62,7 +62,7 @@ void CommandRunner::run(Action action) {
 }
 
 void CommandRunner::showNode(const std::string& node_key) {
-    list_.showContents(node_key, listContents(node_key, context_.data, context_.main.texts()));
+    list_.showContents(node_key, listContents(node_key, context_.data, context_.texts));
     if (node_key == node::UucpHosts)
         prepareHostForm();
 }
@@ -73,8 +73,7 @@ void CommandRunner::rebuild(std::string_view node_key) {
 
 void CommandRunner::rebuild(std::string_view node_key, const std::string& selected_identity) {
     if (tree_.selectedKey() == node_key)
-        list_.refill(listContents(node_key, context_.data, context_.main.texts()),
-                     selected_identity);
+        list_.refill(listContents(node_key, context_.data, context_.texts), selected_identity);
 }
 
 void CommandRunner::changeLogin() {

@@ -2,16 +2,13 @@
 #pragma once
 
 #include "base/string_table.h"
+#include "ui/common/item_roles.h"
 
 #include <QTreeWidget>
 
 #include <string>
 
 namespace tollwick {
-
-// Roles of tree items and list rows.
-inline constexpr int kKeyRole = Qt::UserRole;
-inline constexpr int kImageRole = Qt::UserRole + 1;
 
 class ConfigTree : public QTreeWidget {
     Q_OBJECT

@@ -11,12 +11,19 @@ namespace tollwick {
 
 Console::Console(ConsoleEnvironment environment)
     : environment_(std::move(environment)), log_(environment_.system_log, environment_.clock),
-      main_(environment_.store, log_, environment_.folders), prompter_(main_, blocker_),
+      main_(environment_.store, log_, environment_.folders), prompter_(main_.texts, blocker_),
       errors_(prompter_, log_), link_(environment_.clock), status_bar_(new MainStatusBar),
-      early_status_bar_(status_bar_),
-      requests_(link_, data_, main_.texts(), prompter_, *status_bar_),
-      help_(main_, errors_), context_{main_,     errors_, prompter_, *status_bar_, link_, data_,
-                                      requests_, help_,   {}} {
+      early_status_bar_(status_bar_), requests_(link_, data_, main_.texts, prompter_, *status_bar_),
+      help_(main_.texts, main_.install_folder, errors_), context_{{main_.texts, prompter_,
+                                                                   *status_bar_, link_, data_,
+                                                                   requests_},
+                                                                  main_.settings,
+                                                                  main_.connection,
+                                                                  main_.install_folder,
+                                                                  log_,
+                                                                  errors_,
+                                                                  help_,
+                                                                  {}} {
     initResources();
     link_.setInputLock(blocker_);
     // Later, not from within the event; by then the reply may have come after all.
@@ -35,19 +42,17 @@ bool Console::Main() {
     errors_.guard(Routine::Main, [&](Integer& step) {
         step = 2;
         main_.loadLanguage();
-        if (main_.texts().LangBase() == kSwedish)
+        if (main_.texts.LangBase() == kSwedish)
             QCoreApplication::installTranslator(&swedish_qt_texts_);
         errors_.guard(Routine::LoadConnectionSettings,
                       [&](Integer&) { main_.loadConnectionSettings(); });
         step = 3;
-        main_.prepareFolders();
-        main_.copySuppliedFiles();
-        main_.placeHelpFiles();
+        main_.prepareInstallFolder();
         step = 4;
         // In a language without texts the window comes up as it was designed, and whatever needs a
         // text later fails: wanted.
         if (!errors_.guard(Routine::LoadMainForm,
-                           [&](Integer&) { (void)main_.texts()(Text::FileMenu); }))
+                           [&](Integer&) { (void)main_.texts(Text::FileMenu); }))
             main_.useDesignLanguage();
         main_form_ = std::make_unique<Twmainform>(context_, early_status_bar_.release(),
                                                   environment_.end_process);
@@ -59,7 +64,7 @@ bool Console::Main() {
     const bool is_up = main_form_ && main_form_->isVisible();
     if (!is_up) {
         // The language may be the very thing that is missing.
-        const Integer language = main_.texts().LangBase() == kSwedish ? kSwedish : kEnglish;
+        const Integer language = main_.texts.LangBase() == kSwedish ? kSwedish : kEnglish;
         prompter_.critical(StringTable(language)(Text::StartupFailed));
     }
     return is_up;

@@ -5,7 +5,6 @@
 #include "base/clock.h"
 #include "base/error_handler.h"
 #include "base/log_writer.h"
-#include "base/main_module.h"
 #include "base/platform_folders.h"
 #include "base/settings_store.h"
 #include "base/system_log.h"
@@ -18,6 +17,7 @@
 #include "ui/common/message_box_prompter.h"
 #include "ui/common/swedish_qt_texts.h"
 #include "ui/frame/main_form.h"
+#include "ui/frame/main_module.h"
 #include "ui/frame/main_status_bar.h"
 #include "ui/help/help_desk.h"
 

@@ -95,10 +95,9 @@ Twmainform::Twmainform(ConsoleContext& context, MainStatusBar* status_bar,
           notifier->notify(text);
       }),
       context_(context), end_process_(std::move(end_process)),
-      actions_(new MainActions(*this, context.main.texts())),
-      pane_(new ExplorerPane(context.main.settings, context.main.texts(), this)),
-      tree_(pane_->tree()), list_(pane_->list()),
-      list_actions_(new ListActions(context, *list_, *pane_->filter(), this)),
+      actions_(new MainActions(*this, context.texts)),
+      pane_(new ExplorerPane(context.settings, context.texts, this)), tree_(pane_->tree()),
+      list_(pane_->list()), list_actions_(new ListActions(context, *list_, *pane_->filter(), this)),
       commands_(context, *tree_, *list_, this),
       menu_timer_(new MenuTimer(context, *actions_, *tree_, *list_, *pane_->monitor(), this)),
       context_menu_(new QMenu(this)) {
@@ -107,7 +106,7 @@ Twmainform::Twmainform(ConsoleContext& context, MainStatusBar* status_bar,
     setWindowIcon(imageIcon("tollwick"));
     setStatusBar(status_bar);
     setCentralWidget(pane_);
-    status_bar->setTexts(context.main.texts());
+    status_bar->setTexts(context.texts);
     setProperty(kHelpTopicProperty, "start");
     context_menu_->setObjectName("ContextMenu");
     tree_->setAccessibleName(context.caption(Text::AccessibleTree));
@@ -183,7 +182,7 @@ void Twmainform::connectActions() {
 void Twmainform::restorePlacement() {
     context_.errors.guard(Routine::RestorePlacement, [&](Integer& step) {
         step = 1;
-        WindowPlacement placement = readPlacement(context_.main.settings);
+        WindowPlacement placement = readPlacement(context_.settings);
         step = 2;
         pane_->setSplitter(placement.splitter);
         if (placement.isCentred()) {
@@ -215,7 +214,7 @@ void Twmainform::logIn() {
         step = 2;
         menu_timer_->tick(); // knows the connection before there is something to clear at its loss
         context_.errors.guard(Routine::BuildTree, [&](Integer&) {
-            tree_->build(context_.link.host(), context_.main.texts());
+            tree_->build(context_.link.host(), context_.texts);
             pane_->layOut();
         });
     });
@@ -239,7 +238,7 @@ void Twmainform::exitProgram() {
         placement.width = toTwips(width());
         placement.height = toTwips(height());
         placement.splitter = pane_->splitter();
-        storePlacement(context_.main.settings, placement);
+        storePlacement(context_.settings, placement);
         list_->storeLayout();
     });
     end_process_();
@@ -291,7 +290,7 @@ void Twmainform::showAbout() {
 
 void Twmainform::openWebPage(std::string_view page) {
     context_.errors.guard(Routine::Help, [&](Integer&) {
-        open_url(QUrl(webAddress(page, context_.main.texts().LangBase())));
+        open_url(QUrl(webAddress(page, context_.texts.LangBase())));
     });
 }
 

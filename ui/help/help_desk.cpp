@@ -1,5 +1,6 @@
 #include "ui/help/help_desk.h"
 
+#include "base/files.h"
 #include "ui/help/help_window.h"
 
 #include <QApplication>
@@ -25,7 +26,9 @@ std::string topicOf(const QWidget* widget, const HelpBook& book) {
 
 } // namespace
 
-HelpDesk::HelpDesk(const MainModule& main, ErrorHandler& errors) : main_(main), errors_(errors) {
+HelpDesk::HelpDesk(const StringTable& texts, const std::string& install_folder,
+                   ErrorHandler& errors)
+    : texts_(texts), install_folder_(install_folder), errors_(errors) {
     QApplication::instance()->installEventFilter(this);
 }
 
@@ -42,10 +45,10 @@ void HelpDesk::showPageOf(const QWidget* widget) {
 void HelpDesk::show(const std::function<void(HelpWindow&)>& choose) {
     errors_.guard(Routine::Help, [&](Integer&) {
         if (!window_)
-            window_ = std::make_unique<HelpWindow>(main_.texts());
+            window_ = std::make_unique<HelpWindow>(texts_);
         if (!window_->isVisible())
-            window_->open(main_.inInstallFolder("Tollwick.hlp"),
-                          main_.inInstallFolder("Tollwick.cnt"));
+            window_->open(joinPath(install_folder_, "Tollwick.hlp"),
+                          joinPath(install_folder_, "Tollwick.cnt"));
         choose(*window_);
         window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized);
         window_->show();

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "base/error_handler.h"
-#include "base/main_module.h"
+#include "base/string_table.h"
 
 #include <QObject>
 
@@ -22,7 +22,8 @@ inline constexpr const char* kHelpTopicProperty = "helpTopic";
 class HelpDesk : public QObject {
     Q_OBJECT
 public:
-    HelpDesk(const MainModule& main, ErrorHandler& errors);
+    // `install_folder` is UTF-8.
+    HelpDesk(const StringTable& texts, const std::string& install_folder, ErrorHandler& errors);
     ~HelpDesk() override;
 
     // The first page, with the contents beside it.
@@ -37,7 +38,8 @@ protected:
 private:
     void show(const std::function<void(HelpWindow&)>& choose);
 
-    const MainModule& main_;
+    const StringTable& texts_;
+    const std::string& install_folder_;
     ErrorHandler& errors_;
     std::unique_ptr<HelpWindow> window_;
 };

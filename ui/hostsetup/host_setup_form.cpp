@@ -3,13 +3,13 @@
 #include "base/ansi.h"
 #include "base/files.h"
 #include "base/utf8.h"
+#include "link/host_saver.h"
 #include "ui/common/file_filter.h"
 #include "ui/common/line_input.h"
 #include "ui/common/to_qstring.h"
 #include "ui/dialogs/script_file_form.h"
 #include "ui/help/help_button.h"
 #include "ui/hostsetup/host_fields.h"
-#include "ui/hostsetup/host_saver.h"
 #include "ui/hostsetup/modem_form.h"
 #include "ui_host_setup_form.h"
 
@@ -57,7 +57,7 @@ void withoutMnemonic(QAbstractButton* button) {
 
 HostSetupForm::HostSetupForm(ConsoleContext& context, QWidget* parent)
     : QDialog(parent), context_(context), ui_(std::make_unique<Ui::HostSetupForm>()),
-      lists_(context.main.texts()) {
+      lists_(context.texts) {
     ui_->setupUi(this);
     setWindowModality(Qt::WindowModal);
     ui_->buttonLayout->addWidget(helpButton(context, this));
@@ -81,7 +81,7 @@ HostSetupForm::~HostSetupForm() {
 }
 
 void HostSetupForm::setCaptions() {
-    const StringTable& texts = context_.main.texts();
+    const StringTable& texts = context_.texts;
     setWindowTitle(context_.caption(Text::HostSetupForm));
     for (const auto& [page, caption] : {std::pair{HostPage::General, Text::TabGeneral},
                                         {HostPage::Transport, Text::TabTransport},

@@ -1,5 +1,6 @@
 #include "ui/hostsetup/modem_form.h"
 
+#include "base/files.h"
 #include "ui/dialogs/ok_cancel_row.h"
 
 #include <QGridLayout>
@@ -32,7 +33,7 @@ QListWidget* addList(QGridLayout* layout, int column, const char* name, const QS
 
 ModemForm::ModemForm(const ConsoleContext& context, QWidget* parent)
     : QDialog(parent),
-      catalogue_(ModemCatalogue::load(context.main.inInstallFolder(kCatalogueFile))) {
+      catalogue_(ModemCatalogue::load(joinPath(context.install_folder, kCatalogueFile))) {
     setObjectName("ModemForm");
     setWindowModality(Qt::WindowModal);
     setWindowTitle(context.caption(Text::ModemForm));

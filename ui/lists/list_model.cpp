@@ -1,8 +1,8 @@
 #include "ui/lists/list_model.h"
 
 #include "ui/common/icons.h"
+#include "ui/common/item_roles.h"
 #include "ui/common/to_qstring.h"
-#include "ui/frame/config_tree.h"
 
 #include <QTextDocument>
 

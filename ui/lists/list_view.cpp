@@ -1,7 +1,7 @@
 #include "ui/lists/list_view.h"
 
 #include "rules/window_placement.h"
-#include "ui/frame/config_tree.h"
+#include "ui/common/item_roles.h"
 
 #include <QContextMenuEvent>
 #include <QHeaderView>

@@ -65,7 +65,7 @@ LoginForm::LoginForm(ConsoleContext& context, QWidget* parent)
     move(desktop.left() + (desktop.width() - width()) / 2,
          desktop.top() + (desktop.height() - height()) / 2);
 
-    const ConnectionSettings& connection = context.main.connection;
+    const ConnectionSettings& connection = context.connection;
     const auto fill = [](QLineEdit* edit, const std::string& text) {
         edit->setText(QString::fromStdString(text));
         edit->setCursorPosition(static_cast<int>(edit->text().size()));
@@ -89,7 +89,7 @@ LoginForm::~LoginForm() {
 
 void LoginForm::completeServers() {
     auto* servers = new QStandardItemModel(this);
-    for (const RecentServer& server : readRecentServers(context_.main.settings)) {
+    for (const RecentServer& server : readRecentServers(context_.settings)) {
         auto* item = new QStandardItem(toQString(server.host + ':' + server.port + " \u2013 ") +
                                        toQString(server.user));
         item->setData(toQString(server.host), kHostRole);
@@ -168,18 +168,16 @@ void LoginForm::login() {
     LoginOutcome outcome = LoginOutcome::LinkFailed;
     context_.errors.guard(Routine::Login, [&](Integer& step) {
         const BusyPointer busy(context_.progress);
-        ConnectionSettings& connection = context_.main.connection;
+        ConnectionSettings& connection = context_.connection;
         connection.ServerConnectIp = utf8(ui_->tbServerConnectIp->text());
         connection.ServerConnectPort = utf8(ui_->tbServerConnectPort->text());
         connection.ServerConnectUsername = utf8(ui_->tbServerConnectUsername->text());
         step = 1;
-        context_.main.saveConnectionSettings();
+        saveConnectionSettings(context_.settings, context_.connection);
         context_.data.user_id = connection.ServerConnectUsername;
         context_.data.password = utf8(ui_->tbServerConnectPassword->text().trimmed());
         step = 2;
-        outcome = LoginSequence(context_.link, context_.requests, context_.data, context_.main,
-                                context_.prompter, context_.progress)
-                      .run();
+        outcome = LoginSequence(context_, context_.connection, context_.log).run();
     });
     setRunning(false);
     // A link that was lost before the main window's timer has seen it is told here.
@@ -187,10 +185,9 @@ void LoginForm::login() {
         outcome == LoginOutcome::LinkFailed)
         context_.showIdle();
     if (outcome == LoginOutcome::LoggedIn) {
-        const ConnectionSettings& connection = context_.main.connection;
-        rememberServer(context_.main.settings,
-                       {connection.ServerConnectIp, connection.ServerConnectPort,
-                        connection.ServerConnectUsername});
+        const ConnectionSettings& connection = context_.connection;
+        rememberServer(context_.settings, {connection.ServerConnectIp, connection.ServerConnectPort,
+                                           connection.ServerConnectUsername});
         accept();
     } else if (outcome == LoginOutcome::Rejected) {
         ui_->tbServerConnectPassword->setFocus();

@@ -1,7 +1,7 @@
 // The console below its windows: a link, its requests and doubles for what they show and ask.
 #pragma once
 
-#include "link/requests.h"
+#include "link/service_context.h"
 #include "tests/link/support/scripted_peer.h"
 #include "tests/support/recording_prompter.h"
 #include "tests/support/test_log.h"
@@ -61,6 +61,7 @@ struct Console {
     ServiceData data;
     ServiceLink link{clock};
     Requests requests{link, data, texts, prompter, progress};
+    ServiceContext context{texts, prompter, progress, link, data, requests};
 };
 
 } // namespace tollwick

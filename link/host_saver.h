@@ -2,9 +2,9 @@
 // their order. Needs no window.
 #pragma once
 
+#include "link/service_context.h"
 #include "rules/host_entry.h"
 #include "rules/host_rules.h"
-#include "ui/common/console_context.h"
 
 #include <optional>
 #include <string>
@@ -25,7 +25,7 @@ struct HostSaveResult {
 
 class HostSaver {
 public:
-    explicit HostSaver(ConsoleContext& context) : context_(context) {}
+    explicit HostSaver(ServiceContext& context) : context_(context) {}
 
     // Saves what was entered as the current host; a new one joins the host list. `script_text` is
     // what the login script holds, with CR LF line ends. Throws RunTimeError 6 when a number does
@@ -38,7 +38,7 @@ private:
     HostSaveOutcome saveRecord(const HostEntry& entry, const std::string& spool_directory);
     [[nodiscard]] bool hasTelephony() const;
 
-    ConsoleContext& context_;
+    ServiceContext& context_;
 };
 
 } // namespace tollwick

@@ -1,7 +1,10 @@
-#include "base/main_module.h"
+#include "base/install_files.h"
 
+#include "base/error_handler.h"
 #include "base/files.h"
-#include "base/numeric.h"
+#include "base/string_table.h"
+
+#include <vector>
 
 namespace tollwick {
 namespace {
@@ -41,6 +44,26 @@ void copyWhole(const std::filesystem::path& from, const std::filesystem::path& t
         std::filesystem::remove(copy, error);
 }
 
+struct FolderCreation {
+    std::string path; // UTF-8
+    bool succeeded = false;
+};
+
+// Creates each missing folder of the path, from the drive downwards.
+void createMissingFolders(std::string_view path, std::vector<FolderCreation>& creations) {
+    const std::filesystem::path whole = toPath(path);
+    // Only what follows the drive letter is walked.
+    std::filesystem::path folder = whole.root_path();
+    for (const std::filesystem::path& part : whole.relative_path()) {
+        folder /= part;
+        std::error_code error;
+        if (part.empty() || std::filesystem::is_directory(folder, error))
+            continue;
+        const bool created = std::filesystem::create_directory(folder, error);
+        creations.push_back({fromPath(folder), created && !error});
+    }
+}
+
 void logCreation(const FolderCreation& creation, LogWriter& log) {
     const auto write = [&](const std::string& message, std::string_view advice) {
         log.LogWrite(message, advice, 0, static_cast<Integer>(Routine::FolderCheck), 0);
@@ -55,84 +78,43 @@ void logCreation(const FolderCreation& creation, LogWriter& log) {
 
 } // namespace
 
-void MainModule::loadLanguage() {
-    texts_ = StringTable(toInteger(numericValue(settings.read(setting::CountryCode))));
-}
-
-void MainModule::loadConnectionSettings() {
-    stored_install_folder_ = settings.read(setting::InstallDir);
-    install_folder_ =
-        stored_install_folder_.empty() ? folders_.default_install : stored_install_folder_;
-    connection.ComTimeout = static_cast<Single>(numericValue(settings.read(setting::ComTimeout)));
-    connection.ServerConnectIp = settings.read(setting::ServerConnectIp);
-    connection.ServerConnectPort = settings.read(setting::ServerConnectPort);
-    connection.ServerConnectUsername = settings.read(setting::ServerConnectUsername);
-    connection.no_server_address = connection.ServerConnectIp.empty();
-}
-
-void MainModule::saveConnectionSettings() {
-    settings.write(setting::InstallDir, stored_install_folder_);
-    settings.write(setting::ServerConnectIp, connection.ServerConnectIp);
-    settings.write(setting::ServerConnectPort, connection.ServerConnectPort);
-    settings.write(setting::ServerConnectUsername, connection.ServerConnectUsername);
-}
-
-std::string MainModule::inInstallFolder(std::string_view name) const {
-    return joinPath(install_folder_, name);
-}
-
-void MainModule::prepareFolders() {
-    log_.setFolder(inInstallFolder(kLogsFolder));
-    std::vector<FolderCreation> creations = createMissingFolders(install_folder_);
-    for (FolderCreation& creation : createMissingFolders(log_.folder()))
-        creations.push_back(std::move(creation));
+void prepareFolders(std::string_view install_folder, LogWriter& log) {
+    log.setFolder(joinPath(install_folder, kLogsFolder));
+    std::vector<FolderCreation> creations;
+    createMissingFolders(install_folder, creations);
+    createMissingFolders(log.folder(), creations);
     // Only now there is a folder to log into.
     for (const FolderCreation& creation : creations)
-        logCreation(creation, log_);
+        logCreation(creation, log);
 }
 
-void MainModule::copySuppliedFiles() {
-    if (folders_.supplied.empty())
+void copySuppliedFiles(std::string_view supplied, std::string_view install_folder,
+                       Integer lang_base) {
+    if (supplied.empty())
         return;
     const auto copyIfMissing = [&](std::string_view name) {
-        const std::filesystem::path to = toPath(inInstallFolder(name));
+        const std::filesystem::path to = toPath(joinPath(install_folder, name));
         std::error_code error;
         if (!std::filesystem::exists(to, error))
-            copyWhole(toPath(joinPath(folders_.supplied, name)), to);
+            copyWhole(toPath(joinPath(supplied, name)), to);
     };
     for (const std::string_view name : kSuppliedFiles)
         copyIfMissing(name);
     for (const Renaming& help : kHelpFiles)
-        if (isHelpOf(help.from, texts_.LangBase()))
+        if (isHelpOf(help.from, lang_base))
             copyIfMissing(help.from);
 }
 
-void MainModule::placeHelpFiles() {
+void placeHelpFiles(std::string_view install_folder) {
     for (const Renaming& help : kHelpFiles) {
-        const std::filesystem::path from = toPath(inInstallFolder(help.from));
-        const std::filesystem::path to = toPath(inInstallFolder(help.to));
+        const std::filesystem::path from = toPath(joinPath(install_folder, help.from));
+        const std::filesystem::path to = toPath(joinPath(install_folder, help.to));
         std::error_code error;
         if (!std::filesystem::exists(from, error))
             continue;
         std::filesystem::remove(to);
         std::filesystem::rename(from, to);
     }
-}
-
-std::vector<FolderCreation> createMissingFolders(const std::string& path) {
-    std::vector<FolderCreation> creations;
-    const std::filesystem::path whole = toPath(path);
-    // Only what follows the drive letter is walked.
-    std::filesystem::path folder = whole.root_path();
-    for (const std::filesystem::path& part : whole.relative_path()) {
-        folder /= part;
-        std::error_code error;
-        if (part.empty() || std::filesystem::is_directory(folder, error))
-            continue;
-        const bool created = std::filesystem::create_directory(folder, error);
-        creations.push_back({fromPath(folder), created && !error});
-    }
-    return creations;
 }
 
 } // namespace tollwick

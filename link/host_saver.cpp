@@ -1,4 +1,4 @@
-#include "ui/hostsetup/host_saver.h"
+#include "link/host_saver.h"
 
 namespace tollwick {
 

@@ -1,0 +1,108 @@
+// The settings of the connection, and what a start makes of the install folder.
+#include "base/connection_settings.h"
+#include "base/files.h"
+#include "base/install_files.h"
+#include "base/run_time_error.h"
+#include "base/string_table.h"
+#include "tests/support/memory_settings_store.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/test_log.h"
+
+#include <gtest/gtest.h>
+
+namespace tollwick {
+namespace {
+
+using Names = std::vector<std::string>;
+
+class InstallFilesTest : public testing::Test {
+protected:
+    InstallFilesTest() { std::filesystem::create_directory(folder / "install"); }
+
+    // What a start makes of the files in the folder of the installation.
+    std::string filesAfterStart(Integer language, const std::string& install_folder) {
+        copySuppliedFiles(folder.text("supplied"), install_folder, language);
+        placeHelpFiles(install_folder);
+        std::string files;
+        for (const std::string& name : folder.names("install"))
+            files += name + "=" + folder.read("install/" + name) + " ";
+        return files;
+    }
+    std::string filesAfterStart(Integer language = kEnglish) {
+        return filesAfterStart(language, folder.text("install"));
+    }
+
+    TemporaryFolder folder;
+    TestLog log;
+};
+
+TEST(ConnectionSettings, AreLoadedAndSaved) {
+    MemorySettingsStore store;
+    Settings settings(store);
+    ConnectionSettings connection = loadConnectionSettings(settings);
+    EXPECT_EQ(connection.ComTimeout, 30.0F);
+    connection.ServerConnectIp = "mail.example";
+    connection.ServerConnectPort = "5420";
+    connection.ServerConnectUsername = "";
+    saveConnectionSettings(settings, connection);
+    EXPECT_EQ(store.values["tollwick\\application\\installdir"], " "); // not the default
+    store.values["tollwick\\general\\comtimeout"] = " 2.5 s";
+    const ConnectionSettings again = loadConnectionSettings(settings);
+    EXPECT_EQ(again.ServerConnectIp, "mail.example");
+    EXPECT_EQ(again.ServerConnectPort, "5420");
+    EXPECT_EQ(again.ServerConnectUsername, "admin");
+    EXPECT_EQ(again.ComTimeout, 2.5F);
+
+    std::string& country_code = store.values["tollwick\\general\\countrycode"];
+    const std::pair<const char*, Integer> cases[] = {
+        {" ", 1000}, {" 4000x", 4000}, {"abc", 0}, {"7000.5", 7000}, {"-1", -1}};
+    for (const auto& [stored, base] : cases) {
+        country_code = stored;
+        EXPECT_EQ(loadLangBase(settings), base) << stored;
+    }
+    country_code = "40000";
+    EXPECT_THROW(loadLangBase(settings), RunTimeError);
+}
+
+TEST_F(InstallFilesTest, EveryMissingFolderIsCreatedAndLogged) {
+    const std::string one = folder.text("one");
+    const std::string two = joinPath(one, "två");
+    for (int start = 0; start < 2; ++start)
+        prepareFolders(joinPath(two, ""), log.writer);
+    Names expected;
+    for (const std::string& path : {one, two, joinPath(two, "Logs")})
+        expected.push_back("M: Directory: " + path +
+                           " was missing and has been recreated, No action required unless this "
+                           "message is coming repeatedly.(See corvale.log for details)");
+    EXPECT_EQ(log.system.entries, expected);
+    EXPECT_EQ(folder.names("one/två/Logs"), (Names{"Tollwick.log", "error.log"}));
+
+    folder.write("file", "");
+    prepareFolders(folder.text("file"), log.writer);
+    EXPECT_EQ(log.system.entries[3],
+              "M: Creation of directory: " + folder.text("file") +
+                  " failed!!!, Check directory structure and diskspace, call support if permanent "
+                  "error.(See corvale.log for details)");
+}
+
+TEST_F(InstallFilesTest, SuppliedFilesAreCopiedWhereTheyAreMissingAndHelpGetsItsCommonName) {
+    EXPECT_EQ(filesAfterStart(), ""); // none are supplied
+    const std::string odd = folder.text(std::string(300, 'x'));
+    EXPECT_NO_THROW(filesAfterStart(kEnglish, odd)) << "cannot even be looked into";
+    for (const char* file : {"MODEMS.DAT", "note.txt", "Tollw-se.hlp", "Tollw-se.cnt",
+                             "Tollw-us.hlp", "Tollw-us.cnt", "other"})
+        folder.write(std::string("supplied/") + file, file);
+    folder.write("install/note.txt", "own");
+    folder.write("install/Tollw-se.hlp", "se"); // gone after the one that comes first
+    EXPECT_EQ(filesAfterStart(), "MODEMS.DAT=MODEMS.DAT Tollwick.cnt=Tollw-us.cnt "
+                                 "Tollwick.hlp=Tollw-us.hlp note.txt=own ");
+    // Another language at a later start brings its own help.
+    EXPECT_EQ(filesAfterStart(kSwedish), "MODEMS.DAT=MODEMS.DAT Tollwick.cnt=Tollw-se.cnt "
+                                         "Tollwick.hlp=Tollw-se.hlp note.txt=own ");
+    std::filesystem::remove(folder / "install/Tollwick.hlp");
+    folder.write("install/Tollwick.hlp/in the way", "");
+    EXPECT_THROW(filesAfterStart(), std::filesystem::filesystem_error);
+}
+
+} // namespace
+} // namespace tollwick
