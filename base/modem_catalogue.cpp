@@ -46,17 +46,11 @@ ModemRecord readRecord(std::string_view bytes) {
     ModemRecord modem;
     modem.deleted = reader.number<Integer>() == kDeleted;
     modem.record_number = reader.number<Long>();
-    modem.make = reader.text(modem_width::Make);
-    modem.model = reader.text(modem_width::Model);
-    modem.init = reader.text(modem_width::Init);
-    modem.attention = reader.text(modem_width::Attention);
-    modem.hang_up = reader.text(modem_width::HangUp);
-    modem.reset = reader.text(modem_width::Reset);
-    modem.answer = reader.text(modem_width::Answer);
-    modem.dial = reader.text(modem_width::Dial);
-    modem.busy = reader.text(modem_width::Busy);
-    modem.max_speed = reader.number<Long>();
-    modem.connect = reader.text(modem_width::Connect);
+    for (const ModemText& field : kModemTexts) {
+        if (field.text == &ModemRecord::connect)
+            modem.max_speed = reader.number<Long>();
+        modem.*field.text = reader.text(field.width);
+    }
     return modem;
 }
 
@@ -73,20 +67,32 @@ std::string_view countedRecords(std::string_view file) {
 
 } // namespace
 
-ModemRecord withUsualValues(ModemRecord modem) {
-    const auto fill = [](std::string& text, std::string_view usual) {
-        if (text.empty())
-            text = usual;
+std::string catalogueBytes(const std::vector<ModemRecord>& modems) {
+    std::string bytes;
+    const auto append = [&bytes](auto number) {
+        char stored[sizeof number];
+        storeLittleEndian(number, stored);
+        bytes.append(stored, sizeof stored);
     };
-    fill(modem.make, "Generic 2400 Baud Modem");
-    fill(modem.init, "AT^M");
-    fill(modem.attention, "AT");
-    fill(modem.hang_up, "ATH^M");
-    fill(modem.reset, "ATZ^M");
-    fill(modem.answer, "ATA^M");
-    fill(modem.dial, "ATDT");
-    fill(modem.busy, "BUSY");
-    fill(modem.connect, "CONNECT");
+    append(static_cast<Long>(modems.size()));
+    for (const ModemRecord& modem : modems) {
+        append(modem.deleted ? kDeleted : Integer{0});
+        append(modem.record_number);
+        for (const ModemText& field : kModemTexts) {
+            if (field.text == &ModemRecord::connect)
+                append(modem.max_speed);
+            std::string text = toAnsi(modem.*field.text);
+            text.resize(field.width, ' ');
+            bytes.append(text);
+        }
+    }
+    return bytes;
+}
+
+ModemRecord withUsualValues(ModemRecord modem) {
+    for (const ModemText& field : kModemTexts)
+        if ((modem.*field.text).empty())
+            modem.*field.text = field.usual;
     if (modem.max_speed <= 0)
         modem.max_speed = 2400;
     return modem;
@@ -121,19 +127,7 @@ ModemCatalogue ModemCatalogue::parse(std::string_view bytes) {
 }
 
 bool ModemCatalogue::SearchModemList(std::string_view make) const {
-    std::size_t first = 0;
-    std::size_t end = makes_.size();
-    while (first < end) {
-        const std::size_t middle = first + (end - first) / 2;
-        const int order = makes_[middle].compare(make);
-        if (order == 0)
-            return true;
-        if (order < 0)
-            first = middle + 1;
-        else
-            end = middle;
-    }
-    return false;
+    return std::binary_search(makes_.begin(), makes_.end(), make);
 }
 
 std::vector<std::string> ModemCatalogue::modelsOf(std::string_view make) const {

@@ -1,8 +1,8 @@
 // The modems that an administrator can choose from, as MODEMS.DAT in the install folder lists them.
 //
 // The file begins with a Long count, and that many records of kRecordSize bytes follow: Integer
-// state, Long record number, make, model, init, attention, hang-up, reset, answer, dial, busy, Long
-// maximum speed, connect. Texts are ANSI, padded with blanks; numbers are little-endian.
+// state, Long record number and the texts of kModemTexts, with the Long maximum speed before the
+// last of them. Texts are ANSI, padded with blanks; numbers are little-endian.
 #pragma once
 
 #include "base/number_types.h"
@@ -13,20 +13,6 @@
 #include <vector>
 
 namespace tollwick {
-
-// Bytes of the texts of a record.
-namespace modem_width {
-inline constexpr std::size_t Make = 25;
-inline constexpr std::size_t Model = 40;
-inline constexpr std::size_t Init = 128;
-inline constexpr std::size_t Attention = 30;
-inline constexpr std::size_t HangUp = 50;
-inline constexpr std::size_t Reset = 30;
-inline constexpr std::size_t Answer = 30;
-inline constexpr std::size_t Dial = 30;
-inline constexpr std::size_t Busy = 30;
-inline constexpr std::size_t Connect = 40;
-} // namespace modem_width
 
 // Texts are UTF-8, without the blanks around them. "^M" in a command is kept as these two
 // characters.
@@ -45,6 +31,43 @@ struct ModemRecord {
     Long max_speed{}; // bits per second; 0 when not known
     std::string connect;
 };
+
+// What a blank command stands for, in the catalogue and with a host.
+namespace usual_command {
+inline constexpr std::string_view Attention = "AT";
+inline constexpr std::string_view HangUp = "ATH^M";
+inline constexpr std::string_view Reset = "ATZ^M";
+inline constexpr std::string_view Answer = "ATA^M";
+inline constexpr std::string_view Dial = "ATDT";
+inline constexpr std::string_view Busy = "BUSY";
+inline constexpr std::string_view Connect = "CONNECT";
+} // namespace usual_command
+
+// A text of a record: its column in the readable table, its bytes in the file, and what a blank one
+// stands for.
+struct ModemText {
+    std::string_view column;
+    std::string ModemRecord::*text;
+    std::size_t width;
+    std::string_view usual;
+};
+
+// In the order of the file.
+inline constexpr ModemText kModemTexts[] = {
+    {"make", &ModemRecord::make, 25, "Generic 2400 Baud Modem"},
+    {"model", &ModemRecord::model, 40, ""},
+    {"init", &ModemRecord::init, 128, "AT^M"},
+    {"attention", &ModemRecord::attention, 30, usual_command::Attention},
+    {"hang-up", &ModemRecord::hang_up, 50, usual_command::HangUp},
+    {"reset", &ModemRecord::reset, 30, usual_command::Reset},
+    {"answer", &ModemRecord::answer, 30, usual_command::Answer},
+    {"dial", &ModemRecord::dial, 30, usual_command::Dial},
+    {"busy", &ModemRecord::busy, 30, usual_command::Busy},
+    {"connect", &ModemRecord::connect, 40, usual_command::Connect},
+};
+
+// The file that holds these modems. A text that is longer than its field is cut.
+std::string catalogueBytes(const std::vector<ModemRecord>& modems);
 
 // The modem with a usual value in place of what the catalogue leaves blank: commands, make, speed.
 ModemRecord withUsualValues(ModemRecord modem);

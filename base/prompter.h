@@ -21,7 +21,6 @@ public:
     virtual Answer ask(BoxIcon icon, std::string_view text, Answer default_button) = 0;
     virtual void beep() = 0;
 
-    void plain(std::string_view text) { tell(BoxIcon::None, text); }
     void exclamation(std::string_view text) { tell(BoxIcon::Exclamation, text); }
     void critical(std::string_view text) { tell(BoxIcon::Critical, text); }
 };

@@ -33,7 +33,7 @@ HostSaveResult HostSaver::save(const HostEntry& entered, const std::string& scri
         },
         [this](const std::string& old_directory) {
             context_.progress.setInfo(context_.text(Text::StatusRemovingOldHostDirectory));
-            return context_.requests.txDeleteHostDirectory(old_directory) == kFalse;
+            return !hasFailed(context_.requests.txDeleteHostDirectory(old_directory));
         }};
     switch (decideSpoolDirectory(entry, data.current_host, data.hosts, steps, directory)) {
     case SpoolOutcome::Stopped:
@@ -58,7 +58,7 @@ std::optional<HostSaveResult> HostSaver::saveScript(HostEntry& entry,
     if (!scriptFits(entry.script_file_name, script_text))
         return refuse({Text::ScriptTooLarge, BoxIcon::Critical, HostField::ScriptText});
     context_.progress.setInfo(context_.text(Text::StatusSavingScript));
-    if (context_.requests.txSaveScript(entry.script_file_name, script_text) != kFalse)
+    if (hasFailed(context_.requests.txSaveScript(entry.script_file_name, script_text)))
         return HostSaveResult{HostSaveOutcome::LinkFailed, {}};
     return {};
 }
@@ -77,7 +77,7 @@ HostSaveOutcome HostSaver::saveRecord(const HostEntry& entry, const std::string&
 
     context_.progress.setInfo(
         context_.text(is_new ? Text::StatusSavingNewHost : Text::StatusUpdatingHost));
-    if (context_.requests.txSaveHost(is_new) != kFalse) {
+    if (hasFailed(context_.requests.txSaveHost(is_new))) {
         data.current_host = before;
         return HostSaveOutcome::LinkFailed;
     }

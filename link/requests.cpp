@@ -25,6 +25,9 @@ using C = ObjectClass;
 using T = Text;
 constexpr std::nullopt_t NotSet = std::nullopt;
 constexpr std::nullopt_t None = std::nullopt;
+constexpr auto kScheduleSize = static_cast<Integer>(wireSize<ScheduleRecord>());
+constexpr auto kHostSize = static_cast<Integer>(wireSize<HostRecord>());
+constexpr auto kCommandSize = static_cast<Integer>(wireSize<UucpCommandRecord>());
 
 // clang-format off
 constexpr RequestRow
@@ -34,18 +37,18 @@ constexpr RequestRow
     GetSettings        {Get,          C::Settings,      106,    T::FailSettings,            T::StatusRetrievingSettings},
     SaveSettings       {Save,         C::Settings,      106,    T::FailSettings,            None},
     GetAllSchedules    {Get,          C::Schedule,      NotSet, T::FailGetSchedules,        T::StatusRetrievingSchedules},
-    AddSchedule        {Add,          C::Schedule,      77,     T::FailSaveSchedule,        None},
-    SaveSchedule       {Save,         C::Schedule,      77,     T::FailSaveSchedule,        None},
-    DeleteSchedule     {Delete,       C::Schedule,      77,     T::FailDeleteSchedule,      None},
+    AddSchedule        {Add,          C::Schedule,      kScheduleSize,    T::FailSaveSchedule,        None},
+    SaveSchedule       {Save,         C::Schedule,      kScheduleSize,    T::FailSaveSchedule,        None},
+    DeleteSchedule     {Delete,       C::Schedule,      kScheduleSize,    T::FailDeleteSchedule,      None},
     GetAllHosts        {Get,          C::Host,          NotSet, T::FailGetHosts,            T::StatusRetrievingHosts},
-    AddHost            {Add,          C::Host,          2292,   None,                       None},
-    SaveHost           {Save,         C::Host,          2292,   None,                       None},
-    DeleteHost         {Delete,       C::Host,          2292,   T::FailDeleteHost,          T::StatusRemovingHost},
+    AddHost            {Add,          C::Host,          kHostSize,   None,                       None},
+    SaveHost           {Save,         C::Host,          kHostSize,   None,                       None},
+    DeleteHost         {Delete,       C::Host,          kHostSize,   T::FailDeleteHost,          T::StatusRemovingHost},
     DeleteHostDirectory{Delete,       C::HostDirectory, NotSet, T::FailDeleteHostDirectory, None},
     GetAllOutbox       {Get,          C::OutboxMail,    NotSet, T::FailGetOutbox,           T::StatusRetrievingOutbox},
     DeleteOutboxMail   {Delete,       C::OutboxMail,    20,     T::FailDeleteMail,          T::StatusRemovingMail},
     GetUucpStatus      {Get,          C::UucpStatus,    0,      T::FailGetStatus,           None},
-    SendUucpCommand    {Add,          C::UucpCommand,   4,      T::FailSendCommand,         None},
+    SendUucpCommand    {Add,          C::UucpCommand,   kCommandSize,   T::FailSendCommand,         None},
     GetAllTapiLocations{Get,          C::TapiLocation,  NotSet, T::FailTapiLocations,       T::StatusRetrievingTapiLocations},
     GetAllTapiDevices  {Get,          C::TapiDevice,    NotSet, T::FailTapiDevices,         T::StatusRetrievingTapiDevices},
     GetAllRasEntries   {Get,          C::RasEntry,      NotSet, T::FailRasEntries,          T::StatusRetrievingRas},
@@ -178,10 +181,10 @@ Integer Requests::getList(const RequestRow& row, std::size_t most, Take&& take) 
     return fail(row);
 }
 
-Integer Requests::getNames(const RequestRow& row, std::vector<std::string>& names) {
+Integer Requests::getNames(const RequestRow& row, MoveName move, std::vector<std::string>& names) {
     return getList(row, kMostNames, [&](const Comrecord& record) {
         NameListRecord entry;
-        unpackRecord(record, entry);
+        move(record, entry);
         names.push_back(entry.name.text());
     });
 }
@@ -299,8 +302,9 @@ Integer Requests::txGetAllOutbox() {
     // Windows go on showing the old mails until the new ones are there.
     std::vector<OutboxRecord> outbox;
     const Integer failed =
-        getList(catalogue::GetAllOutbox, kMostMails,
-                [&](const Comrecord& record) { unpackRecord(record, outbox.emplace_back()); });
+        getList(catalogue::GetAllOutbox, kMostMails, [&](const Comrecord& record) {
+            MoveComrecordToOutboxrecord(record, outbox.emplace_back());
+        });
     data_.outbox = std::move(outbox);
     return failed;
 }
@@ -355,19 +359,19 @@ Integer Requests::txSendUucpCommand() {
 }
 
 Integer Requests::txGetAllTapiLocations(std::vector<std::string>& names) {
-    return getNames(catalogue::GetAllTapiLocations, names);
+    return getNames(catalogue::GetAllTapiLocations, MoveComrecordToTapiLocationrecord, names);
 }
 
 Integer Requests::txGetAllTapiDevices(std::vector<std::string>& names) {
-    return getNames(catalogue::GetAllTapiDevices, names);
+    return getNames(catalogue::GetAllTapiDevices, MoveComrecordToTapiDevicerecord, names);
 }
 
 Integer Requests::txGetAllRasEntries(std::vector<std::string>& names) {
-    return getNames(catalogue::GetAllRasEntries, names);
+    return getNames(catalogue::GetAllRasEntries, MoveComrecordToRasEntryrecord, names);
 }
 
 Integer Requests::txGetAllScriptFile(std::vector<std::string>& names) {
-    return getNames(catalogue::GetAllScriptFile, names);
+    return getNames(catalogue::GetAllScriptFile, MoveComrecordToScriptlistRecord, names);
 }
 
 Integer Requests::txGetScript(const std::string& file_name, bool& received) {
@@ -399,8 +403,8 @@ Integer Requests::txSaveScript(const std::string& file_name, const std::string& 
 
 Integer Requests::RetrieveAll() {
     const Scope scope(*this);
-    const bool failed = txGetSettings() != kFalse || txGetAllSchedules() != kFalse ||
-                        txGetAllHosts() != kFalse || txGetAllOutbox() != kFalse;
+    const bool failed = hasFailed(txGetSettings()) || hasFailed(txGetAllSchedules()) ||
+                        hasFailed(txGetAllHosts()) || hasFailed(txGetAllOutbox());
     if (failed)
         return kTrue;
     progress_.setInfo(texts_(Text::Ready));

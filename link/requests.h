@@ -19,6 +19,11 @@ namespace tollwick {
 
 struct RequestRow;
 
+// Whether a request that returns 0 or kTrue has failed.
+constexpr bool hasFailed(Integer outcome) {
+    return outcome == kTrue;
+}
+
 // What txAuthenticate returns when the link failed; any other number is the service's verdict.
 inline constexpr Long kAuthenticateFailed = -2;
 inline constexpr Long kAuthenticated = -1;
@@ -105,7 +110,8 @@ private:
     Integer getNumberedList(const RequestRow& row, std::vector<Record>& list);
     template <class Take>
     Integer getList(const RequestRow& row, std::size_t most, Take&& take);
-    Integer getNames(const RequestRow& row, std::vector<std::string>& names);
+    using MoveName = void (*)(const Comrecord& from, NameListRecord& to);
+    Integer getNames(const RequestRow& row, MoveName move, std::vector<std::string>& names);
 
     ServiceLink& link_;
     ServiceData& data_;

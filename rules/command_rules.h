@@ -39,14 +39,14 @@ enum class Action {
 // The action of a command on the node with this key; None for a key that gives it none.
 Action actionFor(Command command, std::string_view node_key);
 
-// A flag byte: 255 enables (shows) its item, 0 disables (hides) it, any other leaves it as it is.
+// A flag byte: 255 enables its item, 0 disables it, any other leaves it as it is.
 using Flag = std::uint8_t;
 inline constexpr Flag kOn = 255;
 inline constexpr Flag kOff = 0;
 inline constexpr Flag kAsIs = 1;
 
-// The items of the two setters, in the order of their arguments. The first seven are the entries of
-// the Tools menu, the others buttons of the toolbar.
+// The items of the setter, in the order of its arguments. The first seven are the entries of the
+// Tools menu, the others buttons of the toolbar.
 enum class Item {
     AddMenu,
     DeleteMenu,
@@ -68,7 +68,6 @@ constexpr std::size_t indexOf(Item item) {
 }
 
 using EnableFlags = std::array<Flag, kAllItems>;
-using VisibleFlags = std::array<Flag, kMenuItems>;
 
 // What decides about the commands.
 struct Selection {

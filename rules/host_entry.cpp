@@ -1,5 +1,6 @@
 #include "rules/host_entry.h"
 
+#include "base/modem_catalogue.h"
 #include "base/numeric.h"
 #include "wire/scramble.h"
 
@@ -73,20 +74,20 @@ struct ModemBinding {
     std::string_view default_value;
 };
 template <class RecordType>
-ModemBinding(std::string CurrentModem::*, RecordType HostRecord::*, const char*)
+ModemBinding(std::string CurrentModem::*, RecordType HostRecord::*, std::string_view)
     -> ModemBinding<RecordType>;
 
 // "^M" stands for a carriage return; the service reads the two characters so.
 constexpr auto kModemBindings = std::tuple{
-    ModemBinding{&CurrentModem::make, &R::modem_make, "None"},
-    ModemBinding{&CurrentModem::model, &R::modem_model, ""},
-    ModemBinding{&CurrentModem::reset, &R::modem_reset, "ATZ^M"},
-    ModemBinding{&CurrentModem::attention, &R::modem_attention, "AT"},
-    ModemBinding{&CurrentModem::busy, &R::modem_busy, "BUSY"},
-    ModemBinding{&CurrentModem::connect, &R::modem_connect, "CONNECT"},
-    ModemBinding{&CurrentModem::dial, &R::modem_dial, "ATDT"},
-    ModemBinding{&CurrentModem::hang_up, &R::modem_hang_up, "ATH^M"},
-    ModemBinding{&CurrentModem::answer, &R::modem_answer, "ATA^M"},
+    ModemBinding{&CurrentModem::make, &R::modem_make, std::string_view("None")},
+    ModemBinding{&CurrentModem::model, &R::modem_model, std::string_view()},
+    ModemBinding{&CurrentModem::reset, &R::modem_reset, usual_command::Reset},
+    ModemBinding{&CurrentModem::attention, &R::modem_attention, usual_command::Attention},
+    ModemBinding{&CurrentModem::busy, &R::modem_busy, usual_command::Busy},
+    ModemBinding{&CurrentModem::connect, &R::modem_connect, usual_command::Connect},
+    ModemBinding{&CurrentModem::dial, &R::modem_dial, usual_command::Dial},
+    ModemBinding{&CurrentModem::hang_up, &R::modem_hang_up, usual_command::HangUp},
+    ModemBinding{&CurrentModem::answer, &R::modem_answer, usual_command::Answer},
 };
 
 template <class Bindings, class Visit>

@@ -11,24 +11,24 @@ constexpr std::string_view kSwitch;
 
 // clang-format off
 constexpr SettingRow kSettingRows[] = {
-    {node::Admin, Text::RowAdminIp,   "adminip",   "netadress", TextSetting{&S::admin_ip}},
-    {node::Admin, Text::RowAdminPort, "adminport", "portin",    NumberSetting{&S::admin_port}},
+    {node::Admin, Text::RowAdminIp,   setting_key::AdminIp,   "netadress", TextSetting{&S::admin_ip}},
+    {node::Admin, Text::RowAdminPort, setting_key::AdminPort, "portin",    NumberSetting{&S::admin_port}},
 
     {node::Options, Text::RowDocViewer,         "docviewer",         "paper", TextSetting{&S::doc_viewer}},
     {node::Options, Text::RowAllowPriority,     "allowpriority",     kSwitch, SwitchSetting{&S::allow_priority}},
     {node::Options, Text::RowScheduleActivated, "Scheduleactivated", kSwitch, SwitchSetting{&S::schedule_activated}},
 
-    {node::UucpDaemon, Text::RowUucpPriorCmd,         "uucppriorcmd",         "command", TextSetting{&S::uucp_prior_command}},
-    {node::UucpDaemon, Text::RowUucpAfterCmd,         "uucpaftercmd",         "command", TextSetting{&S::uucp_after_command}},
+    {node::UucpDaemon, Text::RowUucpPriorCmd,         setting_key::UucpPriorCmd,         "command", TextSetting{&S::uucp_prior_command}},
+    {node::UucpDaemon, Text::RowUucpAfterCmd,         setting_key::UucpAfterCmd,         "command", TextSetting{&S::uucp_after_command}},
     {node::UucpDaemon, Text::RowRemoteDebuggingLevel, "remotedebugginglevel", "debug16", TextSetting{&S::remote_debugging_level}},
-    {node::UucpDaemon, Text::RowDischargeCr,          "dischargecr",          kSwitch,   SwitchSetting{&S::discharge_cr}},
+    {node::UucpDaemon, Text::RowDischargeCr,          setting_key::DischargeCr,          kSwitch,   SwitchSetting{&S::discharge_cr}},
     {node::UucpDaemon, Text::RowForceSendParams,      "forcesendparams",      kSwitch,   SwitchSetting{&S::force_send_params}},
 
-    {node::SmtpServer, Text::RowSmtpServiceIp,   "SmtpServiceIp",   "netadress", TextSetting{&S::smtp_service_ip}},
-    {node::SmtpServer, Text::RowSmtpServicePort, "SmtpServicePort", "portin",    NumberSetting{&S::smtp_service_port}},
+    {node::SmtpServer, Text::RowSmtpServiceIp,   setting_key::SmtpServiceIp,   "netadress", TextSetting{&S::smtp_service_ip}},
+    {node::SmtpServer, Text::RowSmtpServicePort, setting_key::SmtpServicePort, "portin",    NumberSetting{&S::smtp_service_port}},
 
-    {node::SmtpForward, Text::RowSmtpForwardIp,   "smtpforwardip",   "netadress", TextSetting{&S::smtp_forward_ip}},
-    {node::SmtpForward, Text::RowSmtpForwardPort, "smtpforwardport", "portin",    NumberSetting{&S::smtp_forward_port}},
+    {node::SmtpForward, Text::RowSmtpForwardIp,   setting_key::SmtpForwardIp,   "netadress", TextSetting{&S::smtp_forward_ip}},
+    {node::SmtpForward, Text::RowSmtpForwardPort, setting_key::SmtpForwardPort, "portin",    NumberSetting{&S::smtp_forward_port}},
 
     {node::Logs, Text::RowMailLogging,         "maillogging",         kSwitch, LogSetting{&S::mail_logging, &S::mail_log_period}},
     {node::Logs, Text::RowUucpTransferLogging, "uucptransferlogging", kSwitch, LogSetting{&S::uucp_transfer_logging, &S::uucp_transfer_log_period}},

@@ -12,6 +12,19 @@
 
 namespace tollwick {
 
+// The keys of rows that have rules of their own.
+namespace setting_key {
+inline constexpr std::string_view AdminIp = "adminip";
+inline constexpr std::string_view AdminPort = "adminport";
+inline constexpr std::string_view SmtpServiceIp = "SmtpServiceIp";
+inline constexpr std::string_view SmtpServicePort = "SmtpServicePort";
+inline constexpr std::string_view SmtpForwardIp = "smtpforwardip";
+inline constexpr std::string_view SmtpForwardPort = "smtpforwardport";
+inline constexpr std::string_view UucpPriorCmd = "uucppriorcmd";
+inline constexpr std::string_view UucpAfterCmd = "uucpaftercmd";
+inline constexpr std::string_view DischargeCr = "dischargecr";
+} // namespace setting_key
+
 struct TextSetting {
     VarText SettingsRecord::*value;
 };

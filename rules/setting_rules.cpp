@@ -1,6 +1,7 @@
 #include "rules/setting_rules.h"
 
 #include "base/numeric.h"
+#include "rules/setting_rows.h"
 
 #include <algorithm>
 
@@ -33,16 +34,16 @@ constexpr StyledText kIpInvalid{Text::IpInvalid, BoxIcon::Critical};
 constexpr StyledText kPortInvalid{Text::PortInvalid, BoxIcon::Critical};
 
 constexpr AddressRule kAddressRules[] = {
-    {"adminip",
+    {setting_key::AdminIp,
      {Text::IpInvalid, BoxIcon::None},
      StyledText{Text::RestartForIp, BoxIcon::Critical},
      StyledText{Text::IpNotAttached, BoxIcon::Critical}},
-    {"adminport", kPortInvalid, kPortRestart, {}},
-    {"SmtpServiceIp", kIpInvalid, kIpRestart,
+    {setting_key::AdminPort, kPortInvalid, kPortRestart, {}},
+    {setting_key::SmtpServiceIp, kIpInvalid, kIpRestart,
      StyledText{Text::IpNotAttachedSmtp, BoxIcon::Critical}},
-    {"SmtpServicePort", kPortInvalid, kPortRestart, {}},
-    {"smtpforwardip", kIpInvalid, {}, {}},
-    {"smtpforwardport", kPortInvalid, {}, {}},
+    {setting_key::SmtpServicePort, kPortInvalid, kPortRestart, {}},
+    {setting_key::SmtpForwardIp, kIpInvalid, {}, {}},
+    {setting_key::SmtpForwardPort, kPortInvalid, {}, {}},
 };
 
 } // namespace

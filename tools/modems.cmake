@@ -15,8 +15,7 @@ function(tollwick_add_modem_catalogue target output)
 
     if(NOT TARGET compile_modems)
         add_executable(compile_modems ${TOLLWICK_MODEM_TOOLS}/compile_modems.cpp)
-        target_include_directories(compile_modems PRIVATE ${TOLLWICK_MODEM_TOOLS}/..)
-        target_link_libraries(compile_modems PRIVATE tollwick_options)
+        target_link_libraries(compile_modems PRIVATE tollwick_base)
         # Apart from the programs that users run.
         set_target_properties(compile_modems PROPERTIES
             RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tools)

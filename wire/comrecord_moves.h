@@ -5,27 +5,35 @@
 
 namespace tollwick {
 
-#define TOLLWICK_MOVES(Name, Record)                                                               \
+#define TOLLWICK_SENT(Name, Record)                                                                \
     inline void Move##Name##ToComrecord(const Record& from, Comrecord& to) {                       \
         packRecord(from, to);                                                                      \
-    }                                                                                              \
+    }
+#define TOLLWICK_RECEIVED(Name, Record)                                                            \
     inline void MoveComrecordTo##Name(const Comrecord& from, Record& to) {                         \
         unpackRecord(from, to);                                                                    \
     }
 
-TOLLWICK_MOVES(Schedulerecord, ScheduleRecord)
-TOLLWICK_MOVES(Hostrecord, HostRecord)
-TOLLWICK_MOVES(Settingsrecord, SettingsRecord)
-TOLLWICK_MOVES(Outboxrecord, OutboxRecord)
-TOLLWICK_MOVES(Uucpstatusrecord, UucpStatusRecord)
-TOLLWICK_MOVES(Loginrecord, LoginRecord)
-TOLLWICK_MOVES(Scriptrecord, ScriptRecord)
-TOLLWICK_MOVES(ScriptlistRecord, NameListRecord)
-TOLLWICK_MOVES(TapiLocationrecord, NameListRecord)
-TOLLWICK_MOVES(TapiDevicerecord, NameListRecord)
-TOLLWICK_MOVES(RasEntryrecord, NameListRecord)
-TOLLWICK_MOVES(Uucpcommandrecord, UucpCommandRecord)
+TOLLWICK_SENT(Schedulerecord, ScheduleRecord)
+TOLLWICK_SENT(Hostrecord, HostRecord)
+TOLLWICK_SENT(Settingsrecord, SettingsRecord)
+TOLLWICK_SENT(Outboxrecord, OutboxRecord)
+TOLLWICK_SENT(Loginrecord, LoginRecord)
+TOLLWICK_SENT(Scriptrecord, ScriptRecord)
+TOLLWICK_SENT(Uucpcommandrecord, UucpCommandRecord)
 
-#undef TOLLWICK_MOVES
+TOLLWICK_RECEIVED(Schedulerecord, ScheduleRecord)
+TOLLWICK_RECEIVED(Hostrecord, HostRecord)
+TOLLWICK_RECEIVED(Settingsrecord, SettingsRecord)
+TOLLWICK_RECEIVED(Outboxrecord, OutboxRecord)
+TOLLWICK_RECEIVED(Uucpstatusrecord, UucpStatusRecord)
+TOLLWICK_RECEIVED(Scriptrecord, ScriptRecord)
+TOLLWICK_RECEIVED(ScriptlistRecord, NameListRecord)
+TOLLWICK_RECEIVED(TapiLocationrecord, NameListRecord)
+TOLLWICK_RECEIVED(TapiDevicerecord, NameListRecord)
+TOLLWICK_RECEIVED(RasEntryrecord, NameListRecord)
+
+#undef TOLLWICK_SENT
+#undef TOLLWICK_RECEIVED
 
 } // namespace tollwick

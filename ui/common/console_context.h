@@ -5,13 +5,12 @@
 #include "base/error_handler.h"
 #include "link/service_context.h"
 #include "ui/common/edit_outcome.h"
+#include "ui/common/help_pages.h"
 #include "ui/common/to_qstring.h"
 
 #include <string>
 
 namespace tollwick {
-
-class HelpDesk;
 
 struct ConsoleContext : ServiceContext {
     Settings& settings;
@@ -19,7 +18,7 @@ struct ConsoleContext : ServiceContext {
     const std::string& install_folder; // UTF-8
     LogWriter& log;
     ErrorHandler& errors;
-    HelpDesk& help;
+    HelpPages& help;
     EditOutcome edit; // of the dialog that was up last
 
     [[nodiscard]] QString caption(Text text) const { return toQString(texts(text)); }

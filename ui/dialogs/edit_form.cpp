@@ -1,9 +1,5 @@
 #include "ui/dialogs/edit_form.h"
 
-#include "ui/common/icons.h"
-#include "ui/common/line_input.h"
-#include "ui/dialogs/ok_cancel_row.h"
-
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -13,7 +9,7 @@
 namespace tollwick {
 namespace {
 
-constexpr int kIconSize = 32;    // pixels
+constexpr Caption kCaptions[] = {{"EditCaption", Text::EditCaption}};
 constexpr int kFieldWidth = 260; // pixels
 // Characters; seven settings of that length fit one record together.
 constexpr int kMaxText = 500;
@@ -21,26 +17,24 @@ constexpr int kMaxText = 500;
 } // namespace
 
 EditForm::EditForm(ConsoleContext& context, QWidget* parent)
-    : QDialog(parent), context_(context), icon_(new QLabel(this)), label_(new QLabel(this)),
+    : ConsoleDialog(context, parent), icon_(new QLabel(this)), label_(new QLabel(this)),
       edit_(new QLineEdit(this)) {
     setObjectName("EditForm");
-    setWindowModality(Qt::WindowModal);
     icon_->setObjectName("EditIcon");
     label_->setObjectName("EditCaption");
-    label_->setText(context.caption(Text::EditCaption));
     label_->setBuddy(edit_);
     edit_->setObjectName("Edittext");
     edit_->setMinimumWidth(kFieldWidth);
-    keepLineBreaksOut(this);
 
     auto* layout = new QGridLayout(this);
     layout->addWidget(icon_, 0, 0, 2, 1, Qt::AlignTop);
     layout->addWidget(label_, 0, 1);
     layout->addWidget(edit_, 1, 1);
-    layout->addLayout(okCancelRow(context, this), 2, 0, 1, 2);
+    layout->addLayout(makeOkCancelRow(), 2, 0, 1, 2);
     layout->setHorizontalSpacing(12);
     layout->setRowMinimumHeight(2, 40);
     layout->setSizeConstraint(QLayout::SetFixedSize);
+    dress(Text::EditForm, kCaptions);
 }
 
 void EditForm::setText(std::string_view utf8) {
@@ -53,12 +47,10 @@ void EditForm::setText(std::string_view utf8) {
 void EditForm::setCaptions(Text caption, Text label, std::string_view image_key) {
     setWindowTitle(context_.caption(caption));
     label_->setText(context_.caption(label));
-    icon_->setPixmap(imageIcon(image_key).pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
+    showIcon(icon_, image_key);
 }
 
 void EditForm::showEvent(QShowEvent* event) {
-    if (windowTitle().trimmed().isEmpty())
-        setWindowTitle(context_.caption(Text::EditForm));
     edit_->setFocus();
     edit_->selectAll();
     QDialog::showEvent(event);

@@ -1,16 +1,14 @@
 // The dialog of one field in which text and number settings are edited.
 #pragma once
 
-#include "ui/common/console_context.h"
-
-#include <QDialog>
+#include "ui/common/console_dialog.h"
 
 class QLabel;
 class QLineEdit;
 
 namespace tollwick {
 
-class EditForm : public QDialog {
+class EditForm : public ConsoleDialog {
     Q_OBJECT
 public:
     // The outcome is written into the context's.
@@ -27,7 +25,6 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    ConsoleContext& context_;
     QLabel* icon_;
     QLabel* label_;
     QLineEdit* edit_;

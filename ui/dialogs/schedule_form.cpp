@@ -1,8 +1,6 @@
 #include "ui/dialogs/schedule_form.h"
 
-#include "ui/common/icons.h"
-#include "ui/common/line_input.h"
-#include "ui/help/help_button.h"
+#include "base/text.h"
 #include "ui_schedule_form.h"
 
 #include <QFocusEvent>
@@ -11,30 +9,26 @@
 namespace tollwick {
 namespace {
 
-constexpr int kIconSize = 32; // pixels
+constexpr Caption kCaptions[] = {{"DaySelCap", Text::DaySelCap},
+                                 {"TimedOption", Text::TimedOption},
+                                 {"IntervalOption", Text::IntervalOption},
+                                 {"BetweenTxt1", Text::BetweenTxt1},
+                                 {"BetweenTxt2", Text::BetweenTxt2},
+                                 {"DelayTxt1", Text::DelayTxt1},
+                                 {"DelayTxt2", Text::DelayTxt2}};
 
 } // namespace
 
 ScheduleForm::ScheduleForm(ConsoleContext& context, QWidget* parent)
-    : QDialog(parent), context_(context), ui_(std::make_unique<Ui::ScheduleForm>()),
+    : ConsoleDialog(context, parent), ui_(std::make_unique<Ui::ScheduleForm>()),
       intervals_(scheduleIntervals(context.texts)) {
     ui_->setupUi(this);
-    setWindowModality(Qt::WindowModal);
-    ui_->buttonLayout->addWidget(helpButton(context, this));
-    setWindowTitle(context.caption(Text::ScheduleForm));
-    ui_->DaySelCap->setText(context.caption(Text::DaySelCap));
-    ui_->TimedOption->setText(context.caption(Text::TimedOption));
-    ui_->IntervalOption->setText(context.caption(Text::IntervalOption));
-    ui_->BetweenTxt1->setText(context.caption(Text::BetweenTxt1));
-    ui_->BetweenTxt2->setText(context.caption(Text::BetweenTxt2));
-    ui_->DelayTxt1->setText(context.caption(Text::DelayTxt1));
-    ui_->DelayTxt2->setText(context.caption(Text::DelayTxt2));
-    ui_->OkButton->setText(context.caption(Text::Ok));
-    ui_->CancelButton->setText(context.caption(Text::Cancel));
+    ui_->buttonLayout->addWidget(makeHelpButton());
+    connectOkCancel(ui_->OkButton, ui_->CancelButton);
+    dress(Text::ScheduleForm, kCaptions);
+    showIcon(ui_->Image1, "schedule32");
     ui_->Timed->setAccessibleName(context.caption(Text::TimedOption));
     ui_->IntervalCombo->setAccessibleName(context.caption(Text::IntervalOption));
-    ui_->Image1->setPixmap(
-        imageIcon("schedule32").pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
 
     for (const std::string& day : scheduleDays(context.texts))
         ui_->DayCombo->addItem(QString::fromStdString(day));
@@ -43,10 +37,7 @@ ScheduleForm::ScheduleForm(ConsoleContext& context, QWidget* parent)
     for (QLineEdit* field : {ui_->Timed, ui_->BetweenFirst, ui_->BetweenSecond, ui_->Delay})
         field->installEventFilter(this);
 
-    keepLineBreaksOut(this);
     connect(ui_->TimedOption, &QRadioButton::toggled, this, &ScheduleForm::enableFields);
-    connect(ui_->OkButton, &QPushButton::clicked, this, &ScheduleForm::accept);
-    connect(ui_->CancelButton, &QPushButton::clicked, this, &ScheduleForm::reject);
     show(entryOf(context.data.current_schedule).value_or(ScheduleEntry()));
 }
 
@@ -112,26 +103,18 @@ void ScheduleForm::save() {
     ui_->Timed->setText(QString::fromStdString(entered.timed));
     ui_->BetweenFirst->setText(QString::fromStdString(entered.between_first));
     ui_->BetweenSecond->setText(QString::fromStdString(entered.between_second));
-    if (problem) {
-        if (problem->beeps)
-            context_.prompter.beep();
-        context_.prompter.exclamation(context_.text(problem->text));
-        widgetOf(problem->field)->setFocus();
-        return;
-    }
+    if (problem)
+        return refuse(BoxIcon::Exclamation, problem->text, widgetOf(problem->field),
+                      problem->beeps);
 
     ServiceData& service = context_.data;
     const ScheduleRecord before = service.current_schedule;
     const bool is_new = before.identity == 0;
     storeSchedule(entered, service.current_schedule);
-    if (is_new && scheduleExists(service.current_schedule, service.schedules)) {
-        context_.prompter.beep();
-        context_.prompter.critical(context_.text(Text::ScheduleExists));
-        ui_->DayCombo->setFocus();
-        return;
-    }
+    if (is_new && scheduleExists(service.current_schedule, service.schedules))
+        return refuse(BoxIcon::Critical, Text::ScheduleExists, ui_->DayCombo);
     const BusyPointer busy(context_.progress);
-    if (context_.requests.txSaveSchedule(is_new) != kFalse) {
+    if (hasFailed(context_.requests.txSaveSchedule(is_new))) {
         service.current_schedule = before;
         QDialog::reject();
         return;
@@ -142,7 +125,7 @@ void ScheduleForm::save() {
 }
 
 void ScheduleForm::showEvent(QShowEvent* event) {
-    if (windowTitle().trimmed().isEmpty())
+    if (isBlank(windowTitle().toStdString()))
         setWindowTitle(context_.caption(Text::ScheduleCaption));
     QDialog::showEvent(event);
 }

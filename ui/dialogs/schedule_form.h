@@ -2,9 +2,7 @@
 #pragma once
 
 #include "rules/schedule_rules.h"
-#include "ui/common/console_context.h"
-
-#include <QDialog>
+#include "ui/common/console_dialog.h"
 
 #include <memory>
 #include <vector>
@@ -15,7 +13,7 @@ class ScheduleForm;
 
 namespace tollwick {
 
-class ScheduleForm : public QDialog {
+class ScheduleForm : public ConsoleDialog {
     Q_OBJECT
 public:
     ScheduleForm(ConsoleContext& context, QWidget* parent);
@@ -35,7 +33,6 @@ private:
     QWidget* widgetOf(ScheduleField field) const;
     void save();
 
-    ConsoleContext& context_;
     std::unique_ptr<Ui::ScheduleForm> ui_;
     std::vector<ScheduleInterval> intervals_;
 };

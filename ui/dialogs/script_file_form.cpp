@@ -1,22 +1,19 @@
 #include "ui/dialogs/script_file_form.h"
 
-#include "ui/dialogs/ok_cancel_row.h"
-
+#include <QBoxLayout>
 #include <QListWidget>
-#include <QVBoxLayout>
 
 namespace tollwick {
 
 ScriptFileForm::ScriptFileForm(ConsoleContext& context, QWidget* parent)
-    : QDialog(parent), context_(context), list_(new QListWidget(this)) {
+    : ConsoleDialog(context, parent), list_(new QListWidget(this)) {
     setObjectName("ScriptFileForm");
-    setWindowModality(Qt::WindowModal);
-    setWindowTitle(context.caption(Text::ScriptFileForm));
     list_->setObjectName("FileList");
     list_->setAccessibleName(context.caption(Text::AccessibleFiles));
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(list_);
-    layout->addLayout(okCancelRow(context, this));
+    layout->addLayout(makeOkCancelRow());
+    dress(Text::ScriptFileForm, {});
     resize(320, 260);
 
     connect(list_, &QListWidget::itemDoubleClicked, this, &ScriptFileForm::accept);

@@ -1,15 +1,13 @@
 // Lets the user pick one of the login scripts that the service knows.
 #pragma once
 
-#include "ui/common/console_context.h"
-
-#include <QDialog>
+#include "ui/common/console_dialog.h"
 
 class QListWidget;
 
 namespace tollwick {
 
-class ScriptFileForm : public QDialog {
+class ScriptFileForm : public ConsoleDialog {
     Q_OBJECT
 public:
     // Fetches the names from the service. The outcome is written into the context's; Ok without a
@@ -20,7 +18,6 @@ public:
     void reject() override;
 
 private:
-    ConsoleContext& context_;
     QListWidget* list_;
 };
 

@@ -160,14 +160,14 @@ void SettingEditors::EditUucpDaemonSetting() {
     if (!row)
         return;
     SettingsRecord& settings = context_.data.settings;
-    if (row->key == "uucppriorcmd" || row->key == "uucpaftercmd")
+    if (row->key == setting_key::UucpPriorCmd || row->key == setting_key::UucpAfterCmd)
         return editCommand(*row);
     if (row->key == "remotedebugginglevel")
         return editDebuggingLevel(*row);
 
     const Integer before = settings.force_send_params;
     flip(*row);
-    if (row->key == "dischargecr") {
+    if (row->key == setting_key::DischargeCr) {
         if (settings.discharge_cr != kFalse)
             context_.prompter.exclamation(context_.text(Text::DischargeCrNote));
         context_.requests.txSaveSettings();
@@ -191,7 +191,7 @@ void SettingEditors::editCommand(const SettingRow& row) {
             std::string(context_.text(Text::CommandInvalid)).append(kCommandCharactersShown));
         return true;
     };
-    const DialogTexts& texts = row.key == "uucppriorcmd" ? kPriorTexts : kAfterTexts;
+    const DialogTexts& texts = row.key == setting_key::UucpPriorCmd ? kPriorTexts : kAfterTexts;
     if (editText(context_, window_, texts, setting.text(), isRefused)) {
         setting = context_.edit.EditResult;
         context_.requests.txSaveSettings();

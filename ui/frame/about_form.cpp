@@ -4,7 +4,6 @@
 #include "base/files.h"
 #include "base/utf8.h"
 #include "ui/common/icons.h"
-#include "ui/help/help_button.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -57,10 +56,9 @@ QPlainTextEdit* makeNote(const ConsoleContext& context) {
 
 } // namespace
 
-AboutForm::AboutForm(const ConsoleContext& context, QWidget* parent) : QDialog(parent) {
+AboutForm::AboutForm(ConsoleContext& context, QWidget* parent) : ConsoleDialog(context, parent) {
     setObjectName("AboutForm");
     setWindowTitle(context.caption(Text::AboutTitle));
-    setWindowModality(Qt::WindowModal);
 
     auto* icon = new QLabel;
     icon->setObjectName("IconImage");
@@ -97,7 +95,7 @@ AboutForm::AboutForm(const ConsoleContext& context, QWidget* parent) : QDialog(p
     buttons->setSpacing(kButtonGap);
     buttons->addStretch();
     buttons->addWidget(ok);
-    buttons->addWidget(helpButton(context, this));
+    buttons->addWidget(makeHelpButton());
     layout->addLayout(buttons, 5, 0, 1, 2);
     layout->setColumnStretch(1, 1);
     layout->setRowStretch(4, 1);

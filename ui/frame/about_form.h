@@ -1,16 +1,14 @@
 // The About box: the program's title, its version and the note that came with it.
 #pragma once
 
-#include "ui/common/console_context.h"
-
-#include <QDialog>
+#include "ui/common/console_dialog.h"
 
 namespace tollwick {
 
-class AboutForm : public QDialog {
+class AboutForm : public ConsoleDialog {
     Q_OBJECT
 public:
-    AboutForm(const ConsoleContext& context, QWidget* parent);
+    AboutForm(ConsoleContext& context, QWidget* parent);
 };
 
 } // namespace tollwick

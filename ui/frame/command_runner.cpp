@@ -179,7 +179,7 @@ void CommandRunner::deleteSchedule() {
     if (!schedule)
         return;
     const BusyPointer busy(context_.progress);
-    if (context_.requests.txDeleteSchedule(schedule->record_number) != kFalse)
+    if (hasFailed(context_.requests.txDeleteSchedule(schedule->record_number)))
         return;
     remove(node::Schedule, schedules, schedule);
     context_.progress.setInfo(context_.text(Text::Ready));
@@ -197,11 +197,11 @@ void CommandRunner::deleteHost() {
     const bool is_shared = std::any_of(hosts.begin(), hosts.end(), [&](const HostRecord& other) {
         return &other != host && other.spool_directory.text() == directory;
     });
-    if (context_.requests.txDeleteHost(host->record_number) != kFalse)
+    if (hasFailed(context_.requests.txDeleteHost(host->record_number)))
         return;
     if (!is_shared) {
         context_.progress.setInfo(context_.text(Text::StatusRemovingHostDirectory));
-        if (context_.requests.txDeleteHostDirectory(directory) != kFalse)
+        if (hasFailed(context_.requests.txDeleteHostDirectory(directory)))
             return;
     }
     remove(node::UucpHosts, hosts, host);
@@ -217,7 +217,7 @@ void CommandRunner::deleteMail() {
         return;
     const BusyPointer busy(context_.progress);
     bool removed = false;
-    if (context_.requests.txDeleteOutboxMail(*mail, removed) != kFalse)
+    if (hasFailed(context_.requests.txDeleteOutboxMail(*mail, removed)))
         return;
     if (removed)
         remove(node::Outbox, outbox, mail);
@@ -227,7 +227,7 @@ void CommandRunner::deleteMail() {
 void CommandRunner::refreshOutbox() {
     const BusyPointer busy(context_.progress);
     const std::string selected = list_.selectedIdentity();
-    const bool failed = context_.requests.txGetAllOutbox() != kFalse;
+    const bool failed = hasFailed(context_.requests.txGetAllOutbox());
     rebuild(node::Outbox, selected);
     if (!failed)
         context_.progress.setInfo(context_.text(Text::Ready));

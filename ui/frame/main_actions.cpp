@@ -18,53 +18,10 @@ QMenu* addMenu(QMainWindow& window, const char* name, std::string_view caption) 
 
 MainActions::MainActions(QMainWindow& window, const StringTable& texts)
     : QObject(&window), texts_(texts) {
-    QMenu* file = addMenu(window, "FileMenu", texts(Text::FileMenu));
-    LoginMenu = addEntry(file, "LoginMenu", Text::LoginMenu);
-    LogOffMenu = addEntry(file, "LogOffMenu", Text::LogOffMenu);
-    file->addSeparator();
-    UucpTransportNowMenu = addEntry(file, "UucpTransportNowMenu", Text::UucpTransportNowMenu);
-    CancelUucpTransportMenu =
-        addEntry(file, "CancelUucpTransportMenu", Text::CancelUucpTransportMenu);
-    file->addSeparator();
-    TollwickServiceStart = addEntry(file, "TollwickServiceStart", Text::TollwickServiceStart);
-    TollwickserviceStop = addEntry(file, "TollwickserviceStop", Text::TollwickserviceStop);
-    file->addSeparator();
-    Exitmenu = addEntry(file, "Exitmenu", Text::Exitmenu);
-    Exitmenu->setMenuRole(QAction::QuitRole);
-
-    QMenu* tools = addMenu(window, "Toolsmenu", texts(Text::Toolsmenu));
-    AddMenu = addEntry(tools, "AddMenu", Text::AddMenu);
-    DeleteMenu = addEntry(tools, "DeleteMenu", Text::DeleteMenu);
-    PropertiesMenu = addEntry(tools, "PropertiesMenu", Text::PropertiesMenu);
-    Toggmenu = addEntry(tools, "Toggmenu", Text::Toggmenu);
-    OpenMenu = addEntry(tools, "OpenMenu", Text::OpenMenu);
-    tools->addSeparator();
-    Refreshmenu = addEntry(tools, "Refreshmenu", Text::Refreshmenu);
-    Refreshmenu->setShortcut(QKeySequence::Refresh);
-    Cancelmenu = addEntry(tools, "Cancelmenu", Text::Cancelmenu);
-
-    QMenu* help = addMenu(window, "HelpMenu", texts(Text::HelpMenu));
-    ContentsMenu = addEntry(help, "ContentsMenu", Text::ContentsMenu);
-    help->addSeparator();
-    CorvaleWWWMenu = addEntry(help, "CorvaleWWWMenu", Text::CorvaleWWWMenu);
-    CorvaleFaqMenu = addEntry(help, "CorvaleFaqMenu", Text::CorvaleFaqMenu);
-    help->addSeparator();
-    AboutMenu = addEntry(help, "AboutMenu", Text::AboutMenu);
-    AboutMenu->setMenuRole(QAction::AboutRole);
-
-    QToolBar* toolbar = window.addToolBar(QString());
-    toolbar->setObjectName("Toolbar");
-    toolbar->setMovable(false);
-    toolbar->setContextMenuPolicy(Qt::PreventContextMenu);
-    toolbar->setIconSize({24, 24});
-    toolbar_login = addButton(toolbar, "login", Text::TipLogin);
-    toolbar_logout = addButton(toolbar, "logout", Text::TipLogout);
-    toolbar->addSeparator();
-    toolbar_properties = addButton(toolbar, "properties", Text::TipProperties);
-    toolbar_delete = addButton(toolbar, "delete", Text::TipDelete);
-    toolbar->addSeparator();
-    toolbar_addschedule = addButton(toolbar, "addschedule", Text::TipAddSchedule);
-    toolbar_adduucphost = addButton(toolbar, "adduucphost", Text::TipAddUucpHost);
+    addFileMenu(addMenu(window, "FileMenu", texts(Text::FileMenu)));
+    addToolsMenu(addMenu(window, "Toolsmenu", texts(Text::Toolsmenu)));
+    addHelpMenu(addMenu(window, "HelpMenu", texts(Text::HelpMenu)));
+    addToolbar(window);
 
     for (const auto& [item, action] : {std::pair{Item::AddMenu, AddMenu},
                                        {Item::DeleteMenu, DeleteMenu},
@@ -78,9 +35,6 @@ MainActions::MainActions(QMainWindow& window, const StringTable& texts)
                                        {Item::ToolbarDelete, toolbar_delete},
                                        {Item::ToolbarProperties, toolbar_properties}})
         items_[indexOf(item)] = action;
-    VisibleFlags visible;
-    visible.fill(kOn);
-    setVisible(visible);
     EnableFlags enabled;
     enabled.fill(kOff);
     setEnabled(enabled);
@@ -88,6 +42,59 @@ MainActions::MainActions(QMainWindow& window, const StringTable& texts)
     TollwickServiceStart->setEnabled(false);
     TollwickserviceStop->setEnabled(false);
     setConnected(false);
+}
+
+void MainActions::addFileMenu(QMenu* menu) {
+    LoginMenu = addEntry(menu, "LoginMenu", Text::LoginMenu);
+    LogOffMenu = addEntry(menu, "LogOffMenu", Text::LogOffMenu);
+    menu->addSeparator();
+    UucpTransportNowMenu = addEntry(menu, "UucpTransportNowMenu", Text::UucpTransportNowMenu);
+    CancelUucpTransportMenu =
+        addEntry(menu, "CancelUucpTransportMenu", Text::CancelUucpTransportMenu);
+    menu->addSeparator();
+    TollwickServiceStart = addEntry(menu, "TollwickServiceStart", Text::TollwickServiceStart);
+    TollwickserviceStop = addEntry(menu, "TollwickserviceStop", Text::TollwickserviceStop);
+    menu->addSeparator();
+    Exitmenu = addEntry(menu, "Exitmenu", Text::Exitmenu);
+    Exitmenu->setMenuRole(QAction::QuitRole);
+}
+
+void MainActions::addToolsMenu(QMenu* menu) {
+    AddMenu = addEntry(menu, "AddMenu", Text::AddMenu);
+    DeleteMenu = addEntry(menu, "DeleteMenu", Text::DeleteMenu);
+    PropertiesMenu = addEntry(menu, "PropertiesMenu", Text::PropertiesMenu);
+    Toggmenu = addEntry(menu, "Toggmenu", Text::Toggmenu);
+    OpenMenu = addEntry(menu, "OpenMenu", Text::OpenMenu);
+    menu->addSeparator();
+    Refreshmenu = addEntry(menu, "Refreshmenu", Text::Refreshmenu);
+    Refreshmenu->setShortcut(QKeySequence::Refresh);
+    Cancelmenu = addEntry(menu, "Cancelmenu", Text::Cancelmenu);
+}
+
+void MainActions::addHelpMenu(QMenu* menu) {
+    ContentsMenu = addEntry(menu, "ContentsMenu", Text::ContentsMenu);
+    menu->addSeparator();
+    CorvaleWWWMenu = addEntry(menu, "CorvaleWWWMenu", Text::CorvaleWWWMenu);
+    CorvaleFaqMenu = addEntry(menu, "CorvaleFaqMenu", Text::CorvaleFaqMenu);
+    menu->addSeparator();
+    AboutMenu = addEntry(menu, "AboutMenu", Text::AboutMenu);
+    AboutMenu->setMenuRole(QAction::AboutRole);
+}
+
+void MainActions::addToolbar(QMainWindow& window) {
+    QToolBar* toolbar = window.addToolBar(QString());
+    toolbar->setObjectName("Toolbar");
+    toolbar->setMovable(false);
+    toolbar->setContextMenuPolicy(Qt::PreventContextMenu);
+    toolbar->setIconSize({24, 24});
+    toolbar_login = addButton(toolbar, "login", Text::TipLogin);
+    toolbar_logout = addButton(toolbar, "logout", Text::TipLogout);
+    toolbar->addSeparator();
+    toolbar_properties = addButton(toolbar, "properties", Text::TipProperties);
+    toolbar_delete = addButton(toolbar, "delete", Text::TipDelete);
+    toolbar->addSeparator();
+    toolbar_addschedule = addButton(toolbar, "addschedule", Text::TipAddSchedule);
+    toolbar_adduucphost = addButton(toolbar, "adduucphost", Text::TipAddUucpHost);
 }
 
 QAction* MainActions::addEntry(QMenu* menu, const char* name, Text caption) {
@@ -117,12 +124,6 @@ void MainActions::setEnabled(const EnableFlags& flags) {
     for (std::size_t i = 0; i < flags.size(); ++i)
         if (flags[i] == kOn || flags[i] == kOff)
             items_[i]->setEnabled(flags[i] == kOn);
-}
-
-void MainActions::setVisible(const VisibleFlags& flags) {
-    for (std::size_t i = 0; i < flags.size(); ++i)
-        if (flags[i] == kOn || flags[i] == kOff)
-            items_[i]->setVisible(flags[i] == kOn);
 }
 
 void MainActions::setConnected(bool connected) {

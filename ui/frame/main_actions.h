@@ -49,7 +49,6 @@ public:
 
     // One flag for each item: on, off or as it is.
     void setEnabled(const EnableFlags& flags);
-    void setVisible(const VisibleFlags& flags);
     // What can be done on an open and on a closed connection.
     void setConnected(bool connected);
 
@@ -57,6 +56,10 @@ public:
     [[nodiscard]] QList<QAction*> nodeCommands(std::string_view node_key) const;
 
 private:
+    void addFileMenu(QMenu* menu);
+    void addToolsMenu(QMenu* menu);
+    void addHelpMenu(QMenu* menu);
+    void addToolbar(QMainWindow& window);
     QAction* addEntry(QMenu* menu, const char* name, Text caption);
     QAction* addButton(QToolBar* toolbar, const char* key, Text tip);
 

@@ -4,6 +4,7 @@
 
 #include "base/error_handler.h"
 #include "base/string_table.h"
+#include "ui/common/help_pages.h"
 
 #include <QObject>
 
@@ -15,22 +16,15 @@ namespace tollwick {
 
 class HelpWindow;
 
-// A widget whose page is not the one under its object name carries that page's topic in this
-// property.
-inline constexpr const char* kHelpTopicProperty = "helpTopic";
-
-class HelpDesk : public QObject {
+class HelpDesk : public QObject, public HelpPages {
     Q_OBJECT
 public:
     // `install_folder` is UTF-8.
     HelpDesk(const StringTable& texts, const std::string& install_folder, ErrorHandler& errors);
     ~HelpDesk() override;
 
-    // The first page, with the contents beside it.
-    void showContents();
-    // The page of the widget or of the closest thing around it that has one; a message box has the
-    // page that explains its message.
-    void showPageOf(const QWidget* widget);
+    void showContents() override;
+    void showPageOf(const QWidget* widget) override;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -1,30 +1,19 @@
 #include "ui/hostsetup/host_setup_form.h"
 
-#include "base/ansi.h"
-#include "base/files.h"
-#include "base/utf8.h"
+#include "base/text.h"
 #include "link/host_saver.h"
-#include "ui/common/file_filter.h"
 #include "ui/common/line_input.h"
-#include "ui/common/to_qstring.h"
-#include "ui/dialogs/script_file_form.h"
-#include "ui/help/help_button.h"
+#include "ui/hostsetup/host_captions.h"
 #include "ui/hostsetup/host_fields.h"
 #include "ui/hostsetup/modem_form.h"
 #include "ui_host_setup_form.h"
 
-#include <QFileDialog>
-#include <QFontDatabase>
 #include <QKeyEvent>
-#include <QMenu>
 
 #include <algorithm>
 
 namespace tollwick {
 namespace {
-
-// In bytes; what the service cannot take is refused when it is saved.
-constexpr std::size_t kMaxScriptFile = 1 << 20;
 
 // Item data of the dial-up list: the entries of the service, and two items that are none.
 constexpr int kRasEntry = 0;
@@ -56,11 +45,11 @@ void withoutMnemonic(QAbstractButton* button) {
 } // namespace
 
 HostSetupForm::HostSetupForm(ConsoleContext& context, QWidget* parent)
-    : QDialog(parent), context_(context), ui_(std::make_unique<Ui::HostSetupForm>()),
-      lists_(context.texts) {
+    : ConsoleDialog(context, parent), ui_(std::make_unique<Ui::HostSetupForm>()),
+      lists_(context.texts), script_(context, *ui_, *this) {
     ui_->setupUi(this);
-    setWindowModality(Qt::WindowModal);
-    ui_->buttonLayout->addWidget(helpButton(context, this));
+    ui_->buttonLayout->addWidget(makeHelpButton());
+    connectOkCancel(ui_->OkButton, ui_->CancelButton);
     ui_->BrowseButton->setObjectName(QString::fromUtf8("BläddraButton"));
     setCaptions();
     setUpControls();
@@ -81,83 +70,13 @@ HostSetupForm::~HostSetupForm() {
 }
 
 void HostSetupForm::setCaptions() {
-    const StringTable& texts = context_.texts;
-    setWindowTitle(context_.caption(Text::HostSetupForm));
-    for (const auto& [page, caption] : {std::pair{HostPage::General, Text::TabGeneral},
-                                        {HostPage::Transport, Text::TabTransport},
-                                        {HostPage::Login, Text::TabLogin},
-                                        {HostPage::LoginScript, Text::TabLoginScript},
-                                        {HostPage::Connection, Text::TabConnection}})
-        ui_->SysSetupTab->setTabText(static_cast<int>(page), toQString(texts(caption)));
-
-#define CAPTION(control) ui_->control->setText(toQString(texts(Text::control)))
-    CAPTION(HostSetupNameCap);
-    CAPTION(MailDomainCap);
-    CAPTION(ActiveHostCheck);
-    CAPTION(DefaultDomainCheck);
-    CAPTION(obMailTransport0);
-    CAPTION(obMailTransport1);
-    CAPTION(lbMailInQueText);
-    CAPTION(ConnectUsingOption0);
-    CAPTION(chkUseTapi);
-    CAPTION(ConnectUsingOption1);
-    CAPTION(ConnectUsingOption2);
-    CAPTION(DialEntryText);
-    CAPTION(PhoneNrText);
-    CAPTION(CallRetCap);
-    CAPTION(RetryTmCap);
-    CAPTION(DialTmCap);
-    CAPTION(SecondsCap);
-    CAPTION(LoginNameCap);
-    CAPTION(PasswordCap);
-    CAPTION(UucpLoginCap);
-    CAPTION(UucpPasswordCap);
-    CAPTION(LocalUucpHostCap);
-    CAPTION(RemoteUucpCap);
-    CAPTION(ProtocolCap);
-    CAPTION(UucpTimeoutCap);
-    CAPTION(lbUucpTimeout);
-    CAPTION(PackSizeLabel);
-    CAPTION(WinSizeLabel);
-    CAPTION(ScriptFilenameCap);
-    CAPTION(SelLocationCap);
-    CAPTION(ConUsingDevCap);
-    CAPTION(LocationButton);
-    CAPTION(DeviceButton);
-    CAPTION(CurrModemCap);
-    CAPTION(Modems);
-    CAPTION(ComportCap);
-    CAPTION(ConSpeedCap);
-    CAPTION(ParityCap);
-    CAPTION(DatabitsCap);
-    CAPTION(StopBitsCap);
-    CAPTION(ModemInitCap);
-    CAPTION(HostToConcap);
-    CAPTION(UucpPortCap);
-    CAPTION(HostLookupCap);
-    CAPTION(HostSetTxpSecCap);
-    CAPTION(RasEntryCap);
-    CAPTION(RasUserCap);
-    CAPTION(RasPasswCap);
-    CAPTION(UseCurrentTcp);
-#undef CAPTION
-#define TITLE(frame) ui_->frame->setTitle(toQString(texts(Text::frame)))
-    TITLE(frMailTransport);
-    TITLE(DeliverFrame);
-    TITLE(frPreloginFrame);
-    TITLE(frMainLogin);
-    TITLE(frNodnameFrame);
-    TITLE(UucpSettingFrameCap);
-    TITLE(Win95ModemFrame);
-    TITLE(ModemFrame);
-    TITLE(RasFrame);
-#undef TITLE
-    ui_->BrowseButton->setText(context_.caption(Text::BladdraButton));
+    dress(Text::HostSetupForm, hostCaptions());
+    for (int page = 0; const Text caption : {Text::TabGeneral, Text::TabTransport, Text::TabLogin,
+                                             Text::TabLoginScript, Text::TabConnection})
+        ui_->SysSetupTab->setTabText(page++, context_.caption(caption));
     ui_->BrowseButton->setAccessibleName(context_.caption(Text::AccessibleBrowse));
     ui_->ScriptBox->setAccessibleName(context_.caption(Text::AccessibleScript));
     ui_->tbMailLimit->setAccessibleName(context_.caption(Text::AccessibleMailLimit));
-    ui_->OkButton->setText(context_.caption(Text::Ok));
-    ui_->CancelButton->setText(context_.caption(Text::Cancel));
     // Their letters belong to pages of the dialog; Escape cancels.
     withoutMnemonic(ui_->CancelButton);
     withoutMnemonic(ui_->LocationButton);
@@ -167,10 +86,7 @@ void HostSetupForm::setUpControls() {
     // What they would set belongs to the machine that the service runs on.
     ui_->LocationButton->setEnabled(false);
     ui_->DeviceButton->setEnabled(false);
-    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    ui_->ScriptBox->setFont(fixed);
-    ui_->ScriptBox->setTabStopDistance(8 * QFontMetricsF(fixed).horizontalAdvance(' '));
-    ui_->ScriptBox->setContextMenuPolicy(Qt::CustomContextMenu);
+    script_.setUp();
 }
 
 void HostSetupForm::fillLists() {
@@ -188,8 +104,6 @@ void HostSetupForm::SetComSpeeds() {
 }
 
 void HostSetupForm::connectSignals() {
-    connect(ui_->OkButton, &QPushButton::clicked, this, &HostSetupForm::accept);
-    connect(ui_->CancelButton, &QPushButton::clicked, this, &HostSetupForm::reject);
     connect(ui_->SysSetupTab, &QTabWidget::currentChanged, this, &HostSetupForm::pageChanged);
     connect(ui_->UucpProtocolLbx, &QComboBox::currentIndexChanged, this,
             &HostSetupForm::protocolChanged);
@@ -200,13 +114,8 @@ void HostSetupForm::connectSignals() {
     for (QComboBox* list : {ui_->LocationList, ui_->DeviceList})
         connect(list, &QComboBox::activated, this, &HostSetupForm::ChangeTapiDataFromLists);
     connect(ui_->PhoneEntries, &QComboBox::activated, this, &HostSetupForm::rasEntryChosen);
-    connect(ui_->BrowseButton, &QPushButton::clicked, this,
-            [this] { context_.guardControl(Routine::BrowseScripts, [&] { browseScripts(); }); });
     connect(ui_->Modems, &QPushButton::clicked, this,
             [this] { context_.guardControl(Routine::ChooseModem, [&] { chooseModem(); }); });
-    connect(ui_->ScriptBox, &QWidget::customContextMenuRequested, this,
-            &HostSetupForm::showScriptMenu);
-    keepLineBreaksOut(this);
     ui_->RemoteHostNameTxt->installEventFilter(this);
 }
 
@@ -260,12 +169,12 @@ void HostSetupForm::fetchLists() {
     std::vector<std::string> locations;
     std::vector<std::string> ras_entries;
     context_.progress.setInfo(context_.text(Text::StatusRetrievingScript));
-    fetchScript(entry_.script_file_name);
+    script_.fetch(entry_.script_file_name);
     Requests& requests = context_.requests;
     const bool fetched = context_.link.isOpen() &&
-                         requests.txGetAllTapiDevices(devices) == kFalse &&
-                         requests.txGetAllTapiLocations(locations) == kFalse &&
-                         requests.txGetAllRasEntries(ras_entries) == kFalse;
+                         !hasFailed(requests.txGetAllTapiDevices(devices)) &&
+                         !hasFailed(requests.txGetAllTapiLocations(locations)) &&
+                         !hasFailed(requests.txGetAllRasEntries(ras_entries));
     const auto show = [](QComboBox* list, const std::vector<std::string>& names, auto field,
                          const std::string& stored) {
         fill(list, names);
@@ -280,16 +189,6 @@ void HostSetupForm::fetchLists() {
     showRasEntries(ras_entries, fetched);
     if (fetched)
         context_.progress.setInfo(context_.text(Text::Ready));
-}
-
-void HostSetupForm::fetchScript(const std::string& file_name) {
-    bool received = false;
-    context_.requests.txGetScript(file_name, received);
-    if (!received)
-        return;
-    script_ = context_.data.script.text.scriptText();
-    ui_->ScriptBox->setPlainText(QString::fromStdString(script_));
-    ui_->ScriptBox->document()->setModified(false);
 }
 
 void HostSetupForm::showRasEntries(const std::vector<std::string>& names, bool are_all) {
@@ -343,16 +242,6 @@ HostEntry HostSetupForm::entry() const {
     return entry;
 }
 
-std::string HostSetupForm::scriptText() const {
-    if (!ui_->ScriptBox->document()->isModified())
-        return script_;
-    // Not the plain text: that has a blank for each no-break space.
-    QString text = ui_->ScriptBox->document()->toRawText();
-    for (const QChar line_end : {QChar(QChar::ParagraphSeparator), QChar(QChar::LineSeparator)})
-        text.replace(line_end, QLatin1String("\r\n"));
-    return text.toStdString();
-}
-
 void HostSetupForm::SetConnectFrames() {
     const ConnectFrames frames = connectFrames(connectUsing(), ui_->chkUseTapi->isChecked(),
                                                context_.data.settings.service_version);
@@ -386,34 +275,20 @@ void HostSetupForm::protocolChanged() {
 
 void HostSetupForm::pageChanged(int page) {
     setProperty(kHelpTopicProperty, ui_->SysSetupTab->widget(page)->objectName());
-    const QString name = ui_->HostSetupNameTxt->text().trimmed();
-    if (name.isEmpty() && page != static_cast<int>(HostPage::General)) {
-        ui_->SysSetupTab->setCurrentIndex(static_cast<int>(HostPage::General));
-        context_.prompter.exclamation(context_.text(Text::DisplayNameMissing));
-        ui_->HostSetupNameTxt->setFocus();
-        return;
+    const std::string name = trimmed(ui_->HostSetupNameTxt->text().toStdString());
+    if (name.empty() && page != 0) {
+        ui_->SysSetupTab->setCurrentIndex(0);
+        return refuse(BoxIcon::Exclamation, Text::DisplayNameMissing, ui_->HostSetupNameTxt, false);
     }
     for (QLabel* header : {ui_->tbHostSetupName0, ui_->tbHostSetupName1, ui_->tbHostSetupName2,
                            ui_->tbHostSetupName3})
-        header->setText(name);
+        header->setText(QString::fromStdString(name));
     setRasOnlyVisible(rasOnlyShownOnPageChange(connectUsing()));
 }
 
 void HostSetupForm::rasEntryChosen(int position) {
     if (ui_->PhoneEntries->itemData(position).toInt() == kDoNotUseRas)
         ui_->PhoneEntries->setCurrentIndex(-1);
-}
-
-void HostSetupForm::browseScripts() {
-    ScriptFileForm(context_, this).exec();
-    if (context_.edit.EditCancelled)
-        return;
-    const BusyPointer busy(context_.progress);
-    const std::string name = context_.edit.EditResult;
-    ui_->ScripFileNameTxt->setText(QString::fromStdString(name));
-    context_.progress.setInfo(context_.text(Text::StatusRetrievingPickedScript));
-    fetchScript(name);
-    context_.showIdle();
 }
 
 void HostSetupForm::chooseModem() {
@@ -435,35 +310,6 @@ void HostSetupForm::chooseModem() {
     ui_->ConnectSpeedLbx->setCurrentIndex(before >= 0 && before < usable ? before : usable - 1);
 }
 
-void HostSetupForm::showScriptMenu(const QPoint& position) {
-    const std::unique_ptr<QMenu> menu(ui_->ScriptBox->createStandardContextMenu());
-    menu->addSeparator();
-    QAction* load = menu->addAction(context_.caption(Text::LoadScript));
-    load->setObjectName("LoadScript");
-    connect(load, &QAction::triggered, this,
-            [this] { context_.guardControl(Routine::LoadScript, [&] { loadLocalScript(); }); });
-    menu->exec(ui_->ScriptBox->viewport()->mapToGlobal(position));
-}
-
-void HostSetupForm::loadLocalScript() {
-    const QString file =
-        QFileDialog::getOpenFileName(this, context_.caption(Text::LoadScript), QString(),
-                                     fileFilter(context_.text(Text::ScriptFileFilter)));
-    if (file.isEmpty())
-        return;
-    const std::optional<std::string> bytes =
-        readWholeFile(toPath(file.toStdString()), kMaxScriptFile);
-    if (!bytes) {
-        context_.prompter.critical(context_.text(Text::ScriptNotRead));
-        return;
-    }
-    const QString text = toQString(isValidUtf8(*bytes) ? *bytes : fromAnsi(*bytes));
-    // As one edit, so that it can be undone.
-    QTextCursor all(ui_->ScriptBox->document());
-    all.select(QTextCursor::Document);
-    all.insertText(text);
-}
-
 void HostSetupForm::accept() {
     context_.guardEntry(Routine::SaveHost, [&] { save(); });
 }
@@ -472,11 +318,11 @@ void HostSetupForm::save() {
     HostSaveResult result{};
     {
         const BusyPointer busy(context_.progress);
-        result = HostSaver(context_).save(entry(), scriptText());
+        result = HostSaver(context_).save(entry(), script_.text());
     }
     switch (result.outcome) {
     case HostSaveOutcome::Refused:
-        focus(*result.field);
+        focusField(widgetOf(*result.field));
         break;
     case HostSaveOutcome::Stopped:
         break;
@@ -490,24 +336,24 @@ void HostSetupForm::save() {
     }
 }
 
-void HostSetupForm::focus(HostField field) {
-    ui_->SysSetupTab->setCurrentIndex(static_cast<int>(pageOf(field)));
+QWidget* HostSetupForm::widgetOf(HostField field) const {
     switch (field) {
     case HostField::DisplayName:
-        return ui_->HostSetupNameTxt->setFocus();
+        return ui_->HostSetupNameTxt;
     case HostField::MailDomain:
-        return ui_->MailDomainTxt->setFocus();
+        return ui_->MailDomainTxt;
     case HostField::DefaultDomain:
-        return ui_->DefaultDomainCheck->setFocus();
+        return ui_->DefaultDomainCheck;
     case HostField::RemoteUucpName:
-        return ui_->RemoteHostNameTxt->setFocus();
+        return ui_->RemoteHostNameTxt;
     case HostField::UucpTimeout:
-        return ui_->UucpTimeoutTxt->setFocus();
+        return ui_->UucpTimeoutTxt;
     case HostField::ScriptFileName:
-        return ui_->ScripFileNameTxt->setFocus();
+        return ui_->ScripFileNameTxt;
     case HostField::ScriptText:
-        return ui_->ScriptBox->setFocus();
+        return ui_->ScriptBox;
     }
+    return nullptr;
 }
 
 } // namespace tollwick

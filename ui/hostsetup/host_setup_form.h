@@ -4,9 +4,8 @@
 #include "rules/connection_lists.h"
 #include "rules/host_entry.h"
 #include "rules/host_rules.h"
-#include "ui/common/console_context.h"
-
-#include <QDialog>
+#include "ui/common/console_dialog.h"
+#include "ui/hostsetup/script_page.h"
 
 #include <memory>
 #include <string>
@@ -20,7 +19,7 @@ class HostSetupForm;
 
 namespace tollwick {
 
-class HostSetupForm : public QDialog {
+class HostSetupForm : public ConsoleDialog {
     Q_OBJECT
 public:
     // Makes the controls, still empty.
@@ -48,14 +47,12 @@ private:
     void layOutAnew();
     // Fetches in their order; the first failure, which has been told, ends it.
     void fetchLists();
-    void fetchScript(const std::string& file_name);
     // `are_all`: the service has told them to the end.
     void showRasEntries(const std::vector<std::string>& names, bool are_all);
     void showConnectSpeed();
 
     // What the controls hold, on top of what was shown at first.
     [[nodiscard]] HostEntry entry() const;
-    [[nodiscard]] std::string scriptText() const;
     [[nodiscard]] int connectUsing() const;
 
     void SetComSpeeds();
@@ -66,18 +63,14 @@ private:
     void pageChanged(int page);
     void setRasOnlyVisible(bool visible);
     void rasEntryChosen(int position);
-    void browseScripts();
     void chooseModem();
-    void showScriptMenu(const QPoint& position);
-    void loadLocalScript();
     void save();
-    void focus(HostField field);
+    [[nodiscard]] QWidget* widgetOf(HostField field) const;
 
-    ConsoleContext& context_;
     std::unique_ptr<Ui::HostSetupForm> ui_;
     ConnectionLists lists_;
-    HostEntry entry_;    // as shown at first, and the modem as chosen since
-    std::string script_; // the script's text as received, sent back as it was unless it is edited
+    ScriptPage script_;
+    HostEntry entry_; // as shown at first, and the modem as chosen since
 };
 
 } // namespace tollwick

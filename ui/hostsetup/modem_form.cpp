@@ -1,7 +1,6 @@
 #include "ui/hostsetup/modem_form.h"
 
 #include "base/files.h"
-#include "ui/dialogs/ok_cancel_row.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -31,12 +30,10 @@ QListWidget* addList(QGridLayout* layout, int column, const char* name, const QS
 
 } // namespace
 
-ModemForm::ModemForm(const ConsoleContext& context, QWidget* parent)
-    : QDialog(parent),
+ModemForm::ModemForm(ConsoleContext& context, QWidget* parent)
+    : ConsoleDialog(context, parent),
       catalogue_(ModemCatalogue::load(joinPath(context.install_folder, kCatalogueFile))) {
     setObjectName("ModemForm");
-    setWindowModality(Qt::WindowModal);
-    setWindowTitle(context.caption(Text::ModemForm));
     auto* lists = new QGridLayout;
     makes_ = addList(lists, 0, "List1", context.caption(Text::MakeCap), this);
     models_ = addList(lists, 1, "List2", context.caption(Text::ModelCap), this);
@@ -44,7 +41,8 @@ ModemForm::ModemForm(const ConsoleContext& context, QWidget* parent)
     lists->setColumnStretch(1, 3);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(lists);
-    layout->addLayout(okCancelRow(context, this));
+    layout->addLayout(makeOkCancelRow());
+    dress(Text::ModemForm, {});
     resize(520, 340);
 
     for (const std::string& make : catalogue_.makes())

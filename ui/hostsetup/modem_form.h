@@ -3,9 +3,7 @@
 
 #include "base/modem_catalogue.h"
 #include "rules/host_entry.h"
-#include "ui/common/console_context.h"
-
-#include <QDialog>
+#include "ui/common/console_dialog.h"
 
 #include <optional>
 
@@ -13,10 +11,10 @@ class QListWidget;
 
 namespace tollwick {
 
-class ModemForm : public QDialog {
+class ModemForm : public ConsoleDialog {
     Q_OBJECT
 public:
-    ModemForm(const ConsoleContext& context, QWidget* parent);
+    ModemForm(ConsoleContext& context, QWidget* parent);
 
     // What was picked when the dialog was accepted, with its init string; nothing without a
     // selection.

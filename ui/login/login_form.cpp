@@ -1,10 +1,9 @@
 #include "ui/login/login_form.h"
 
+#include "base/text.h"
 #include "link/login_sequence.h"
 #include "rules/recent_servers.h"
 #include "rules/window_placement.h"
-#include "ui/common/line_input.h"
-#include "ui/help/help_button.h"
 #include "ui_login_form.h"
 
 #include <QCompleter>
@@ -28,6 +27,15 @@ constexpr int kFrameHeight = 1170;
 constexpr int kButtonHeight = 400;
 constexpr int kButtonWidth = 1380;
 
+constexpr Caption kCaptions[] = {{"AccountFrame", Text::AccountFrame},
+                                 {"txtUsername", Text::txtUsername},
+                                 {"txtPassword", Text::txtPassword},
+                                 {"frmeLocation", Text::frmeLocation},
+                                 {"txtHostOrIp", Text::txtHostOrIp},
+                                 {"txtPort", Text::txtPort},
+                                 {"btnOk", Text::Ok},
+                                 {"btnCancel", Text::Cancel}};
+
 // Item data of a server in the list of completions.
 constexpr int kHostRole = Qt::UserRole;
 constexpr int kPortRole = Qt::UserRole + 1;
@@ -40,20 +48,10 @@ std::string utf8(const QString& text) {
 } // namespace
 
 LoginForm::LoginForm(ConsoleContext& context, QWidget* parent)
-    : QDialog(parent), context_(context), ui_(std::make_unique<Ui::frmLogin>()) {
+    : ConsoleDialog(context, parent), ui_(std::make_unique<Ui::frmLogin>()) {
     ui_->setupUi(this);
-    setWindowModality(Qt::WindowModal);
-    help_ = helpButton(context, this);
-    setWindowTitle(context.caption(Text::frmLogin));
-    ui_->AccountFrame->setTitle(context.caption(Text::AccountFrame));
-    ui_->txtUsername->setText(context.caption(Text::txtUsername));
-    ui_->txtPassword->setText(context.caption(Text::txtPassword));
-    ui_->frmeLocation->setTitle(context.caption(Text::frmeLocation));
-    ui_->txtHostOrIp->setText(context.caption(Text::txtHostOrIp));
-    ui_->txtPort->setText(context.caption(Text::txtPort));
-    ui_->btnOk->setText(context.caption(Text::Ok));
-    ui_->btnCancel->setText(context.caption(Text::Cancel));
-
+    help_ = makeHelpButton();
+    dress(Text::frmLogin, kCaptions);
     // The fields of both frames start at the same place.
     const int label_width =
         std::max({ui_->txtUsername->sizeHint().width(), ui_->txtPassword->sizeHint().width(),
@@ -76,7 +74,6 @@ LoginForm::LoginForm(ConsoleContext& context, QWidget* parent)
     ui_->tbServerConnectPassword->setFocus();
 
     completeServers();
-    keepLineBreaksOut(this);
 
     connect(ui_->btnOk, &QPushButton::clicked, this, &LoginForm::login);
     connect(ui_->btnCancel, &QPushButton::clicked, this, &LoginForm::reject);
@@ -175,7 +172,7 @@ void LoginForm::login() {
         step = 1;
         saveConnectionSettings(context_.settings, context_.connection);
         context_.data.user_id = connection.ServerConnectUsername;
-        context_.data.password = utf8(ui_->tbServerConnectPassword->text().trimmed());
+        context_.data.password = trimmed(utf8(ui_->tbServerConnectPassword->text()));
         step = 2;
         outcome = LoginSequence(context_, context_.connection, context_.log).run();
     });

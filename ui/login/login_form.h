@@ -1,9 +1,7 @@
 // The login dialog.
 #pragma once
 
-#include "ui/common/console_context.h"
-
-#include <QDialog>
+#include "ui/common/console_dialog.h"
 
 #include <memory>
 
@@ -15,7 +13,7 @@ class frmLogin;
 
 namespace tollwick {
 
-class LoginForm : public QDialog {
+class LoginForm : public ConsoleDialog {
     Q_OBJECT
 public:
     LoginForm(ConsoleContext& context, QWidget* parent);
@@ -37,7 +35,6 @@ private:
     void layOut(bool expanded);
     void setRunning(bool running);
 
-    ConsoleContext& context_;
     std::unique_ptr<Ui::frmLogin> ui_;
     QPushButton* help_ = nullptr;
     bool running_ = false;

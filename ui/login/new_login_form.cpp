@@ -1,8 +1,6 @@
 #include "ui/login/new_login_form.h"
 
-#include "ui/common/icons.h"
-#include "ui/common/line_input.h"
-#include "ui/help/help_button.h"
+#include "base/text.h"
 #include "ui_new_login_form.h"
 
 #include <QScopeGuard>
@@ -10,29 +8,26 @@
 namespace tollwick {
 namespace {
 
-constexpr int kIconSize = 32; // pixels
+constexpr Caption kCaptions[] = {{"lbUserIdUser", Text::lbUserIdUser},
+                                 {"lbPassword", Text::lbPassword},
+                                 {"lbPasswordAgain", Text::lbPasswordAgain}};
+
+std::string trimmedText(const QLineEdit* edit) {
+    return trimmed(edit->text().toStdString());
+}
 
 } // namespace
 
 NewLoginForm::NewLoginForm(ConsoleContext& context, QWidget* parent)
-    : QDialog(parent), context_(context), ui_(std::make_unique<Ui::NewLoginForm>()) {
+    : ConsoleDialog(context, parent), ui_(std::make_unique<Ui::NewLoginForm>()) {
     ui_->setupUi(this);
-    setWindowModality(Qt::WindowModal);
-    ui_->buttonLayout->addWidget(helpButton(context, this));
-    setWindowTitle(context.caption(Text::NewLoginForm));
-    ui_->lbUserIdUser->setText(context.caption(Text::lbUserIdUser));
-    ui_->lbPassword->setText(context.caption(Text::lbPassword));
-    ui_->lbPasswordAgain->setText(context.caption(Text::lbPasswordAgain));
-    ui_->OkButton->setText(context.caption(Text::Ok));
-    ui_->CancelButton->setText(context.caption(Text::Cancel));
-    ui_->EditIcon->setPixmap(
-        imageIcon("lock32").pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
+    ui_->buttonLayout->addWidget(makeHelpButton());
+    connectOkCancel(ui_->OkButton, ui_->CancelButton);
+    dress(Text::NewLoginForm, kCaptions);
+    showIcon(ui_->EditIcon, "lock32");
     ui_->tbUserId->setText(QString::fromStdString(context.data.user_id));
     ui_->tbUserId->setFocus();
     ui_->tbUserId->selectAll();
-    keepLineBreaksOut(this);
-    connect(ui_->OkButton, &QPushButton::clicked, this, &NewLoginForm::accept);
-    connect(ui_->CancelButton, &QPushButton::clicked, this, &NewLoginForm::reject);
 }
 
 NewLoginForm::~NewLoginForm() {
@@ -57,13 +52,11 @@ void NewLoginForm::reject() {
 }
 
 void NewLoginForm::save() {
-    const QString password = ui_->tbPassword->text().trimmed();
-    if (password != ui_->tbPasswordAgain->text().trimmed()) {
-        context_.prompter.beep();
-        context_.prompter.critical(context_.text(Text::PasswordsDiffer));
+    const std::string password = trimmedText(ui_->tbPassword);
+    if (password != trimmedText(ui_->tbPasswordAgain)) {
+        refuse(BoxIcon::Critical, Text::PasswordsDiffer, ui_->tbPassword);
         ui_->tbPassword->clear();
         ui_->tbPasswordAgain->clear();
-        ui_->tbPassword->setFocus();
         return;
     }
     if (ui_->tbPassword->text().isEmpty()) {
@@ -75,8 +68,8 @@ void NewLoginForm::save() {
         setRunning(true);
         const auto end = qScopeGuard([this] { setRunning(false); });
         const BusyPointer busy(context_.progress);
-        context_.data.user_id = ui_->tbUserId->text().trimmed().toStdString();
-        context_.data.password = password.toStdString();
+        context_.data.user_id = trimmedText(ui_->tbUserId);
+        context_.data.password = password;
         result = context_.requests.txNewLogin();
     }
     if (result != kTrue)

@@ -1,9 +1,7 @@
 // Changes the user id and password with which consoles log in to the service.
 #pragma once
 
-#include "ui/common/console_context.h"
-
-#include <QDialog>
+#include "ui/common/console_dialog.h"
 
 #include <memory>
 
@@ -13,7 +11,7 @@ class NewLoginForm;
 
 namespace tollwick {
 
-class NewLoginForm : public QDialog {
+class NewLoginForm : public ConsoleDialog {
     Q_OBJECT
 public:
     NewLoginForm(ConsoleContext& context, QWidget* parent);
@@ -26,7 +24,6 @@ private:
     void save();
     void setRunning(bool running);
 
-    ConsoleContext& context_;
     std::unique_ptr<Ui::NewLoginForm> ui_;
     bool running_ = false;
 };
