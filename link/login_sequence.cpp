@@ -25,7 +25,7 @@ LoginOutcome LoginSequence::run() {
     for (int reconnects = 0;; ++reconnects) {
         if (!connect())
             return LoginOutcome::NotConnected;
-        if (waitForKey() == KeyWait::Received)
+        if (hasKey())
             break;
         link_.Close();
         if (reconnects < kReconnects && !link_.hasGivenUp()) {
@@ -63,8 +63,7 @@ LoginOutcome LoginSequence::run() {
 bool LoginSequence::connect() {
     context_.progress.setInfo(context_.text(Text::StatusConnecting));
     link_.Connect(connection_.ServerConnectIp, numericValue(connection_.ServerConnectPort));
-    while (link_.isConnecting())
-        link_.processEvents();
+    link_.runUntil([this] { return !link_.isConnecting(); });
     if (link_.hasConnected())
         return true;
     context_.progress.setInfo({});
@@ -111,25 +110,19 @@ void LoginSequence::log(std::string_view message, Integer step, std::string_view
                   static_cast<Integer>(Routine::Login), step);
 }
 
-LoginSequence::KeyWait LoginSequence::waitForKey() {
+bool LoginSequence::hasKey() {
     QElapsedTimer timer;
     timer.start();
-    for (;;) {
-        if (link_.KeyReceived() == kTrue)
-            return KeyWait::Received;
-        if (link_.KeyReceived() == 1 || !link_.isOpen())
-            return KeyWait::NoKey;
-        if (hasPassed(timer, kKeyTimeout))
-            return KeyWait::TimedOut;
-        link_.processEvents();
-    }
+    link_.runUntil([&] {
+        return link_.KeyReceived() != 0 || !link_.isOpen() || hasPassed(timer, kKeyTimeout);
+    });
+    return link_.KeyReceived() == kTrue;
 }
 
 void LoginSequence::pause(double seconds) {
     QElapsedTimer timer;
     timer.start();
-    while (!hasPassed(timer, seconds) && !link_.hasGivenUp())
-        link_.processEvents();
+    link_.runUntil([&] { return hasPassed(timer, seconds) || link_.hasGivenUp(); });
 }
 
 } // namespace tollwick

@@ -30,9 +30,9 @@ public:
     LoginOutcome run();
 
 private:
-    enum class KeyWait { Received, NoKey, TimedOut };
-    KeyWait waitForKey();
     bool connect();
+    // Waits for the session key.
+    bool hasKey();
     void pause(double seconds);
     // The error in the console's language, where that has words for it.
     [[nodiscard]] std::string describe(long error_number) const;

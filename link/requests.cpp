@@ -1,62 +1,14 @@
 #include "link/requests.h"
 
 #include "base/text.h"
+#include "link/request_catalogue.h"
 #include "wire/comrecord_moves.h"
 
 #include <limits>
-#include <optional>
 
 namespace tollwick {
 
-// One row of the catalogue.
-struct RequestRow {
-    Operation operation;
-    ObjectClass object_class;
-    std::optional<Integer> record_length; // of the sub-record; not written when absent
-    std::optional<Text> failure;          // shown when the request failed; absent: kFailSaveHost
-    std::optional<Text> status;           // shown while the request runs
-};
-
 namespace {
-
-namespace catalogue {
-using enum Operation;
-using C = ObjectClass;
-using T = Text;
-constexpr std::nullopt_t NotSet = std::nullopt;
-constexpr std::nullopt_t None = std::nullopt;
-constexpr auto kScheduleSize = static_cast<Integer>(wireSize<ScheduleRecord>());
-constexpr auto kHostSize = static_cast<Integer>(wireSize<HostRecord>());
-constexpr auto kCommandSize = static_cast<Integer>(wireSize<UucpCommandRecord>());
-
-// clang-format off
-constexpr RequestRow
-    AuthenticateLogin  {Authenticate, C::Login,         8,      T::FailAuthenticate,        None},
-    NewLogin           {Save,         C::Login,         8,      T::FailNewLogin,            None},
-    // The saving text for the retrieval, too: wanted.
-    GetSettings        {Get,          C::Settings,      106,    T::FailSettings,            T::StatusRetrievingSettings},
-    SaveSettings       {Save,         C::Settings,      106,    T::FailSettings,            None},
-    GetAllSchedules    {Get,          C::Schedule,      NotSet, T::FailGetSchedules,        T::StatusRetrievingSchedules},
-    AddSchedule        {Add,          C::Schedule,      kScheduleSize,    T::FailSaveSchedule,        None},
-    SaveSchedule       {Save,         C::Schedule,      kScheduleSize,    T::FailSaveSchedule,        None},
-    DeleteSchedule     {Delete,       C::Schedule,      kScheduleSize,    T::FailDeleteSchedule,      None},
-    GetAllHosts        {Get,          C::Host,          NotSet, T::FailGetHosts,            T::StatusRetrievingHosts},
-    AddHost            {Add,          C::Host,          kHostSize,   None,                       None},
-    SaveHost           {Save,         C::Host,          kHostSize,   None,                       None},
-    DeleteHost         {Delete,       C::Host,          kHostSize,   T::FailDeleteHost,          T::StatusRemovingHost},
-    DeleteHostDirectory{Delete,       C::HostDirectory, NotSet, T::FailDeleteHostDirectory, None},
-    GetAllOutbox       {Get,          C::OutboxMail,    NotSet, T::FailGetOutbox,           T::StatusRetrievingOutbox},
-    DeleteOutboxMail   {Delete,       C::OutboxMail,    20,     T::FailDeleteMail,          T::StatusRemovingMail},
-    GetUucpStatus      {Get,          C::UucpStatus,    0,      T::FailGetStatus,           None},
-    SendUucpCommand    {Add,          C::UucpCommand,   kCommandSize,   T::FailSendCommand,         None},
-    GetAllTapiLocations{Get,          C::TapiLocation,  NotSet, T::FailTapiLocations,       T::StatusRetrievingTapiLocations},
-    GetAllTapiDevices  {Get,          C::TapiDevice,    NotSet, T::FailTapiDevices,         T::StatusRetrievingTapiDevices},
-    GetAllRasEntries   {Get,          C::RasEntry,      NotSet, T::FailRasEntries,          T::StatusRetrievingRas},
-    GetScript          {Get,          C::Script,        NotSet, T::FailGetScript,           None},
-    SaveScript         {Save,         C::Script,        NotSet, T::FailSaveScript,          None},
-    GetAllScriptFile   {Get,          C::ScriptFile,    NotSet, T::FailGetScriptFiles,      T::StatusRetrievingScriptFiles};
-// clang-format on
-} // namespace catalogue
 
 // A failed save of a host is told in English in every language: wanted.
 constexpr std::string_view kFailSaveHost =

@@ -106,11 +106,7 @@ bool ServiceLink::isOpen() const {
 void ServiceLink::settle() {
     if (!report_)
         return;
-    {
-        const LockedInput locked(*input_lock_);
-        while (report_ && !timedOut())
-            pump();
-    }
+    waitUntil([this] { return !report_ || timedOut(); });
     if (report_)
         finishReport(ReportEnd::TimedOut);
 }
@@ -133,12 +129,10 @@ Integer ServiceLink::WaitForReply() {
         return result::NoReply;
     {
         const QScopedValueRollback waiting(waiting_, true);
-        const LockedInput locked(*input_lock_);
-        while (ReplyArrived_ == 0 && isOpen()) {
-            pump();
-            if (ReplyArrived_ == 0 && timedOut())
-                break;
-        }
+        waitUntil([this, looked = false]() mutable {
+            // A time-out of 0 still looks once.
+            return ReplyArrived_ != 0 || !isOpen() || (std::exchange(looked, true) && timedOut());
+        });
     }
     if (receiver_.hasLine())
         QMetaObject::invokeMethod(this, &ServiceLink::takeNextLine, Qt::QueuedConnection);
@@ -154,12 +148,14 @@ void ServiceLink::reportReply(ReplyHandler handler) {
         report_timer_.start(kReportCheckMs);
 }
 
-void ServiceLink::processEvents() {
-    QTimer slice; // an event of its own, so that the wait for one is bounded
-    slice.setSingleShot(true);
-    slice.start(kSliceMs);
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    since_events_.restart();
+void ServiceLink::runUntil(const std::function<bool()>& is_over) {
+    while (!is_over()) {
+        QTimer slice; // an event of its own, so that the wait for one is bounded
+        slice.setSingleShot(true);
+        slice.start(kSliceMs);
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        since_events_.restart();
+    }
 }
 
 void ServiceLink::onConnected() {
@@ -215,6 +211,13 @@ void ServiceLink::onError() {
     // The service's closing of its end is an end, not a failure.
     if (socket_.error() != QAbstractSocket::RemoteHostClosedError)
         failed_ = true;
+}
+
+template <class IsOver>
+void ServiceLink::waitUntil(IsOver is_over) {
+    const LockedInput locked(*input_lock_);
+    while (!is_over())
+        pump();
 }
 
 void ServiceLink::pump() {

@@ -96,8 +96,9 @@ public:
 
     // To be called by what the event loop has just started, so that a wait need not run it at once.
     void eventsAreProcessed() { since_events_.restart(); }
-    // Lets sockets and windows process what has happened; returns after at most a few milliseconds.
-    void processEvents();
+    // Lets sockets and windows process what happens until `is_over`, which is asked every few
+    // milliseconds. Locks nothing.
+    void runUntil(const std::function<bool()>& is_over);
 
 signals:
     void stateChanged();
@@ -110,6 +111,9 @@ private:
 
     void DataArrival(std::string_view arrived);
     void takeNextLine();
+    // The same for a reply, with input locked: what the socket brings comes first.
+    template <class IsOver>
+    void waitUntil(IsOver is_over);
     // Gives socket data a chance to arrive, and windows to repaint now and then.
     void pump();
     [[nodiscard]] bool timedOut() const;

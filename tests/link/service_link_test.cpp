@@ -100,7 +100,7 @@ TEST_F(ServiceLinkTest, WaitsForItsTimeOutOnlyAndPastMidnight) {
     QElapsedTimer idle; // a wait sleeps
     idle.start();
     for (int i = 0; i < 20; ++i)
-        link.processEvents();
+        link.runUntil([once = false]() mutable { return std::exchange(once, true); });
     EXPECT_GE(idle.elapsed(), 40);
 }
 
