@@ -15,4 +15,7 @@ std::string toAnsi(std::string_view utf8);
 // same bytes back.
 std::string fromAnsi(std::string_view bytes);
 
+// Takes the characters out of the UTF-8 text that the code page lacks; gives each of them once.
+std::string removeForeign(std::string& utf8);
+
 } // namespace tollwick

@@ -1,6 +1,7 @@
 #include "base/files.h"
 
 #include <fstream>
+#include <random>
 
 namespace tollwick {
 
@@ -50,7 +51,8 @@ bool replaceFile(const std::filesystem::path& file, std::string_view bytes) {
     const std::filesystem::path target = std::filesystem::weakly_canonical(file, error);
     const std::filesystem::path& final_path = error ? file : target;
     std::filesystem::path temporary = final_path;
-    temporary += ".new";
+    // Of its own, as another console may be writing the same file.
+    temporary += '.' + std::to_string(std::random_device()()) + ".new";
 
     std::ofstream stream(temporary, std::ios::binary | std::ios::trunc);
     stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));

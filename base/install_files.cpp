@@ -4,6 +4,13 @@
 #include "base/files.h"
 #include "base/string_table.h"
 
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <map>
+#include <span>
+#include <sstream>
 #include <vector>
 
 namespace tollwick {
@@ -11,37 +18,85 @@ namespace {
 
 constexpr std::string_view kLogsFolder = "Logs";
 
-// The catalogue and the note keep their names; of the help files only the pair of the active
-// language is wanted.
-constexpr std::string_view kSuppliedFiles[] = {"MODEMS.DAT", "note.txt"};
+// Which files this program has placed in the install folder, a line each: the name, a blank, and
+// the fingerprint of what was placed.
+constexpr std::string_view kPlacedList = "Supplied.lst";
+// In bytes; nothing that comes with the program is nearly as large.
+constexpr std::size_t kMaxSize = 1 << 24;
 
-struct Renaming {
-    std::string_view from;
-    std::string_view to;
+struct SuppliedFile {
+    std::string_view name;     // as it is supplied
+    std::string_view to;       // its name in the install folder
+    std::string_view beside{}; // the name that it is given beside a site's own, if any
 };
+constexpr SuppliedFile kCommonFiles[] = {{"MODEMS.DAT", "MODEMS.DAT", "MODEMS.NEW"},
+                                         {"note.txt", "note.txt"}};
+constexpr SuppliedFile kEnglishHelp[] = {{"Tollw-us.hlp", "Tollwick.hlp"},
+                                         {"Tollw-us.cnt", "Tollwick.cnt"}};
+constexpr SuppliedFile kSwedishHelp[] = {{"Tollw-se.hlp", "Tollwick.hlp"},
+                                         {"Tollw-se.cnt", "Tollwick.cnt"}};
 
-// In this order, so that the English files win when both languages are there.
-constexpr Renaming kHelpFiles[] = {{"Tollw-se.hlp", "Tollwick.hlp"},
-                                   {"Tollw-us.hlp", "Tollwick.hlp"},
-                                   {"Tollw-se.cnt", "Tollwick.cnt"},
-                                   {"Tollw-us.cnt", "Tollwick.cnt"}};
-
-bool isHelpOf(std::string_view name, Integer lang_base) {
-    return name.starts_with(lang_base == kSwedish ? "Tollw-se" : "Tollw-us");
+// FNV-1a, 64 bits, in hexadecimal digits.
+std::string fingerprint(std::string_view bytes) {
+    std::uint64_t hash = 0xcbf29ce484222325;
+    for (const char byte : bytes)
+        hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001b3;
+    std::array<char, 16> digits{};
+    const auto end = std::to_chars(digits.begin(), digits.end(), hash, 16).ptr;
+    return {digits.begin(), end};
 }
 
-// Copies a file whole or not at all. What cannot be copied is done without: neither an unwritable
-// folder nor a full disk may stop the console.
-void copyWhole(const std::filesystem::path& from, const std::filesystem::path& to) {
-    std::filesystem::path copy = to;
-    copy += ".new";
+// What was placed before there was a list.
+constexpr std::string_view kPlacedBefore[] = {"745af856c9422629", "52ccd6fec02052ba",
+                                              "6440858bc7cfa1bc", "21cd316d738088c1",
+                                              "ac79ffd1e9bc006",  "74470eeb64b06097"};
+
+using Placed = std::map<std::string, std::string, std::less<>>;
+
+Placed readPlaced(const std::string& list) {
+    Placed placed;
+    std::istringstream lines(readWholeFile(toPath(list), kMaxSize).value_or(""));
+    for (std::string name, print; lines >> name >> print;)
+        placed[name] = print;
+    return placed;
+}
+
+void writePlaced(const std::string& list, const Placed& placed) {
+    std::string lines;
+    for (const auto& [name, print] : placed)
+        lines += name + ' ' + print + '\n';
+    replaceFile(toPath(list), lines);
+}
+
+// Places a file, unless a site's own stands there. What cannot be placed is done without: neither
+// an unwritable folder nor a full disk may stop the console.
+void place(const SuppliedFile& file, std::string_view supplied, std::string_view install_folder,
+           Placed& placed) {
+    const auto bytes = readWholeFile(toPath(joinPath(supplied, file.name)), kMaxSize);
+    if (!bytes)
+        return;
+    const std::filesystem::path to = toPath(joinPath(install_folder, file.to));
+    const std::string print = fingerprint(*bytes);
+    std::string& last = placed[std::string(file.to)];
     std::error_code error;
-    std::filesystem::copy_file(from, copy, std::filesystem::copy_options::overwrite_existing,
-                               error);
-    if (!error)
-        std::filesystem::rename(copy, to, error);
-    if (error)
-        std::filesystem::remove(copy, error);
+    bool is_placed = false;
+    if (std::filesystem::exists(to, error)) {
+        const std::string present = readWholeFile(to, kMaxSize).value_or("");
+        const std::string present_print = fingerprint(present);
+        const bool is_untouched =
+            present_print == last ||
+            std::ranges::find(kPlacedBefore, present_print) != std::end(kPlacedBefore);
+        if (present == *bytes)
+            is_placed = true;
+        else if (is_untouched)
+            is_placed = replaceFile(to, *bytes);
+        else if (!file.beside.empty() && print != last)
+            is_placed = replaceFile(toPath(joinPath(install_folder, file.beside)), *bytes);
+    } else {
+        is_placed = replaceFile(to, *bytes);
+    }
+    if (is_placed)
+        last = print;
 }
 
 struct FolderCreation {
@@ -88,33 +143,36 @@ void prepareFolders(std::string_view install_folder, LogWriter& log) {
         logCreation(creation, log);
 }
 
-void copySuppliedFiles(std::string_view supplied, std::string_view install_folder,
-                       Integer lang_base) {
+void placeSuppliedFiles(std::string_view supplied, std::string_view install_folder,
+                        Integer lang_base) {
     if (supplied.empty())
         return;
-    const auto copyIfMissing = [&](std::string_view name) {
-        const std::filesystem::path to = toPath(joinPath(install_folder, name));
-        std::error_code error;
-        if (!std::filesystem::exists(to, error))
-            copyWhole(toPath(joinPath(supplied, name)), to);
-    };
-    for (const std::string_view name : kSuppliedFiles)
-        copyIfMissing(name);
-    for (const Renaming& help : kHelpFiles)
-        if (isHelpOf(help.from, lang_base))
-            copyIfMissing(help.from);
+    const std::string list = joinPath(install_folder, kPlacedList);
+    const Placed before = readPlaced(list);
+    Placed placed = before;
+    for (const auto& files :
+         {std::span(kCommonFiles), std::span(lang_base == kSwedish ? kSwedishHelp : kEnglishHelp)})
+        for (const SuppliedFile& file : files)
+            place(file, supplied, install_folder, placed);
+    std::erase_if(placed, [](const auto& entry) { return entry.second.empty(); });
+    if (placed != before)
+        writePlaced(list, placed);
 }
 
 void placeHelpFiles(std::string_view install_folder) {
-    for (const Renaming& help : kHelpFiles) {
-        const std::filesystem::path from = toPath(joinPath(install_folder, help.from));
-        const std::filesystem::path to = toPath(joinPath(install_folder, help.to));
-        std::error_code error;
-        if (!std::filesystem::exists(from, error))
-            continue;
-        std::filesystem::remove(to);
-        std::filesystem::rename(from, to);
-    }
+    // In this order, so that the English files win when both languages are there.
+    for (const auto& files : {std::span(kSwedishHelp), std::span(kEnglishHelp)})
+        for (const SuppliedFile& help : files) {
+            std::error_code error;
+            const std::filesystem::path from = toPath(joinPath(install_folder, help.name));
+            const std::filesystem::path to = toPath(joinPath(install_folder, help.to));
+            if (!std::filesystem::exists(from, error))
+                continue;
+            std::filesystem::rename(from, to, error);
+            // Another console that starts may have moved it just now.
+            if (error && error != std::errc::no_such_file_or_directory)
+                throw std::filesystem::filesystem_error("help", from, to, error);
+        }
 }
 
 } // namespace tollwick

@@ -52,6 +52,9 @@ struct ModemText {
     std::string_view usual;
 };
 
+// A host keeps so many bytes of the initialisation; the catalogue is not made with a longer one.
+inline constexpr std::size_t kHostInitWidth = 60;
+
 // In the order of the file.
 inline constexpr ModemText kModemTexts[] = {
     {"make", &ModemRecord::make, 25, "Generic 2400 Baud Modem"},

@@ -38,12 +38,11 @@ public:
     RegistryKey& operator=(const RegistryKey&) = delete;
 
     // Only a value of type REG_SZ is read. What is not there is looked for where 32-bit programs of
-    // the product keep it; it is never written there.
+    // the product keep it; it is never written there,
+    // and read also by a user who may not make the 64-bit key.
     [[nodiscard]] std::optional<std::string> queryString(const std::string& name) const {
-        if (!key_)
-            return {};
-        if (RegQueryValueExA(key_, name.c_str(), nullptr, nullptr, nullptr, nullptr) !=
-            ERROR_FILE_NOT_FOUND)
+        if (key_ && RegQueryValueExA(key_, name.c_str(), nullptr, nullptr, nullptr, nullptr) !=
+                        ERROR_FILE_NOT_FOUND)
             return queryString(key_, name);
         HKEY key = nullptr;
         if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, path_.c_str(), 0, KEY_READ | KEY_WOW64_32KEY, &key) !=

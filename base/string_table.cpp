@@ -37,7 +37,8 @@ std::string_view StringTable::byOffset(int offset) const {
     for (const int slot : kWelcomeSlots)
         if (id == slot + kWelcome)
             return "Welcome";
-    if (id >= kEnglish && id < kSwedish + kBlockSize) {
+    const bool has_texts = lang_base_ == kEnglish || lang_base_ == kSwedish;
+    if (has_texts && id >= kEnglish && id < kSwedish + kBlockSize) {
         const bool swedish = id >= kSwedish;
         const auto wanted = static_cast<int>(id - (swedish ? kSwedish : kEnglish));
         const auto* found =

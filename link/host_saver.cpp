@@ -7,12 +7,27 @@ bool HostSaver::hasTelephony() const {
 }
 
 HostSaveResult HostSaver::refuse(const HostProblem& problem) {
+    std::string text(context_.text(problem.text));
+    if (const std::size_t place = text.find("%1"); place != std::string::npos)
+        text.replace(place, 2, std::to_string(problem.most));
     context_.prompter.beep();
-    context_.prompter.tell(problem.icon, context_.text(problem.text));
+    context_.prompter.tell(problem.icon, text);
     return {HostSaveOutcome::Refused, problem.field};
 }
 
-HostSaveResult HostSaver::save(const HostEntry& entered, const std::string& script_text) {
+SpoolOutcome HostSaver::removeDirectory(const std::string& directory) {
+    context_.progress.setInfo(context_.text(Text::StatusRemovingOldHostDirectory));
+    if (hasFailed(context_.requests.txDeleteHostDirectory(directory)))
+        return SpoolOutcome::Failed;
+    if (context_.requests.wasDone())
+        return SpoolOutcome::Decided;
+    context_.prompter.beep();
+    context_.prompter.critical(context_.text(Text::OldDirectoryNotRemoved));
+    return SpoolOutcome::Stopped;
+}
+
+HostSaveResult HostSaver::save(const HostEntry& entered,
+                               const std::optional<std::string>& script_text) {
     ServiceData& data = context_.data;
     HostEntry entry = entered;
     if (const auto problem = checkHost(entry, data.current_host, data.hosts))
@@ -31,10 +46,7 @@ HostSaveResult HostSaver::save(const HostEntry& entered, const std::string& scri
             return context_.prompter.ask(BoxIcon::Critical, context_.text(question),
                                          default_button);
         },
-        [this](const std::string& old_directory) {
-            context_.progress.setInfo(context_.text(Text::StatusRemovingOldHostDirectory));
-            return !hasFailed(context_.requests.txDeleteHostDirectory(old_directory));
-        }};
+        [this](const std::string& old_directory) { return removeDirectory(old_directory); }};
     switch (decideSpoolDirectory(entry, data.current_host, data.hosts, steps, directory)) {
     case SpoolOutcome::Stopped:
         context_.progress.setInfo(context_.text(Text::Ready));
@@ -48,17 +60,17 @@ HostSaveResult HostSaver::save(const HostEntry& entered, const std::string& scri
 }
 
 std::optional<HostSaveResult> HostSaver::saveScript(HostEntry& entry,
-                                                    const std::string& script_text) {
+                                                    const std::optional<std::string>& script_text) {
     const std::string name = trimmed(entry.script_file_name);
     if (const auto problem = checkScriptName(name))
         return refuse(*problem);
     entry.script_file_name = completedScriptName(name);
-    if (entry.script_file_name.empty())
+    if (entry.script_file_name.empty() || !script_text)
         return {};
-    if (!scriptFits(entry.script_file_name, script_text))
+    if (!scriptFits(entry.script_file_name, *script_text))
         return refuse({Text::ScriptTooLarge, BoxIcon::Critical, HostField::ScriptText});
     context_.progress.setInfo(context_.text(Text::StatusSavingScript));
-    if (hasFailed(context_.requests.txSaveScript(entry.script_file_name, script_text)))
+    if (hasFailed(context_.requests.txSaveScript(entry.script_file_name, *script_text)))
         return HostSaveResult{HostSaveOutcome::LinkFailed, {}};
     return {};
 }
@@ -72,8 +84,7 @@ HostSaveOutcome HostSaver::saveRecord(const HostEntry& entry, const std::string&
     const HostRecord before = data.current_host;
     const bool is_new = before.state == 0;
     storeEntry(entry, hasTelephony(), data.current_host);
-    if (is_new || data.current_host.spool_directory.text() != spool_directory)
-        data.current_host.spool_directory = spool_directory;
+    data.current_host.spool_directory = spool_directory;
 
     context_.progress.setInfo(
         context_.text(is_new ? Text::StatusSavingNewHost : Text::StatusUpdatingHost));

@@ -28,13 +28,15 @@ public:
     explicit HostSaver(ServiceContext& context) : context_(context) {}
 
     // Saves what was entered as the current host; a new one joins the host list. `script_text` is
-    // what the login script holds, with CR LF line ends. Throws RunTimeError 6 when a number does
-    // not fit, before anything is sent.
-    HostSaveResult save(const HostEntry& entered, const std::string& script_text);
+    // what the login script holds, with CR LF line ends; without one no script is sent. Throws a
+    // HostNumberError 6 when a number does not fit, before anything is sent.
+    HostSaveResult save(const HostEntry& entered, const std::optional<std::string>& script_text);
 
 private:
     HostSaveResult refuse(const HostProblem& problem);
-    std::optional<HostSaveResult> saveScript(HostEntry& entry, const std::string& script_text);
+    std::optional<HostSaveResult> saveScript(HostEntry& entry,
+                                             const std::optional<std::string>& script_text);
+    SpoolOutcome removeDirectory(const std::string& directory);
     HostSaveOutcome saveRecord(const HostEntry& entry, const std::string& spool_directory);
     [[nodiscard]] bool hasTelephony() const;
 

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "base/connection_settings.h"
-#include "base/log_writer.h"
 #include "link/service_context.h"
 
 namespace tollwick {
 
 enum class LoginOutcome {
+    GivenUp,      // by the user, who is told nothing more
     NotConnected, // no connection
     NoKey,        // connections, but no session key on any of them
     LinkFailed,   // no reply to the authentication
@@ -22,28 +22,24 @@ public:
     static constexpr double kKeyTimeout = 10;    // seconds, whatever ComTimeout says
     static constexpr double kReconnectPause = 1; // seconds
 
-    LoginSequence(ServiceContext& context, const ConnectionSettings& connection, LogWriter& log)
-        : context_(context), link_(context.link), connection_(connection), log_(log) {}
+    LoginSequence(ServiceContext& context, const ConnectionSettings& connection)
+        : context_(context), link_(context.link), connection_(connection) {}
 
     // Logs in with these connection settings and the credentials of the context's data. Every
-    // outcome but LoggedIn has been told to the user.
+    // outcome but GivenUp and LoggedIn has been told to the user.
     LoginOutcome run();
 
 private:
     bool connect();
+    void tellNotConnected();
     // Waits for the session key.
     bool hasKey();
     void pause(double seconds);
     // The error in the console's language, where that has words for it.
     [[nodiscard]] std::string describe(long error_number) const;
-    // Notes why the login failed; line breaks of the message become blanks.
-    void log(std::string_view message, Integer step, std::string_view advice,
-             long error_number = 0);
-
     ServiceContext& context_;
     ServiceLink& link_;
     const ConnectionSettings& connection_;
-    LogWriter& log_;
 };
 
 } // namespace tollwick

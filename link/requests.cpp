@@ -5,6 +5,7 @@
 #include "wire/comrecord_moves.h"
 
 #include <limits>
+#include <optional>
 
 namespace tollwick {
 
@@ -22,6 +23,15 @@ constexpr std::size_t kMostHosts = 100'000;
 
 bool isFailure(Integer reply) {
     return reply == result::Refused || reply == result::NoReply;
+}
+
+// A blank record with the header of this request.
+Comrecord headerOf(const RequestRow& row) {
+    Comrecord record;
+    record.Operation = static_cast<Integer>(row.operation);
+    record.ObjectClass = static_cast<Integer>(row.object_class);
+    record.RecordLength = row.record_length.value_or(Integer{0});
+    return record;
 }
 
 // The number behind `number`; after the largest there is none, and the service says so itself.
@@ -48,21 +58,20 @@ Requests::Requests(ServiceLink& link, ServiceData& data, const StringTable& text
     : link_(link), data_(data), texts_(texts), prompter_(prompter), progress_(progress) {}
 
 Comrecord& Requests::begin(const RequestRow& row) {
-    link_.settle();
     if (row.status)
         progress_.setInfo(texts_(*row.status));
-    Comrecord& record = link_.comrecord;
-    record = EmptyComrecord;
-    record.Operation = static_cast<Integer>(row.operation);
-    record.ObjectClass = static_cast<Integer>(row.object_class);
-    if (row.record_length)
-        record.RecordLength = *row.record_length;
-    return record;
+    link_.settle();
+    in_step_ = !link_.isOwed() || link_.catchUp(headerOf(catalogue::GetUucpStatus));
+    return link_.comrecord = headerOf(row);
 }
 
 Integer Requests::exchange() {
-    link_.SendComrecord(link_.comrecord);
-    return link_.WaitForReply();
+    last_result_ = result::NoReply;
+    if (in_step_) {
+        link_.SendComrecord(link_.comrecord);
+        last_result_ = link_.WaitForReply();
+    }
+    return last_result_;
 }
 
 Integer Requests::endOfList() {
@@ -91,24 +100,33 @@ Integer Requests::getNumberedList(const RequestRow& row, std::vector<Record>& li
     list.clear();
     Comrecord& record = begin(row);
     record.RecordNumber = 1;
-    while (list.size() < most) {
+    std::optional<Long> last;
+    while (list.size() <= most) {
         progress_.setFetched(list.size());
         const Integer reply = exchange();
         if (reply == result::EndOfList)
             return endOfList();
         if (reply != result::Done)
             return fail(row);
-        unpackRecord(record, list.emplace_back());
+        Record received;
+        unpackRecord(record, received);
         // Schedules follow the number that the record itself carries, from a cleared record; hosts
         // the number in the reply's header, with the last host still in the data block. Wanted.
-        Long next = nextNumber(record.RecordNumber);
+        Long number = record.RecordNumber;
         if constexpr (is_schedule) {
-            next = nextNumber(list.back().record_number);
+            number = received.record_number;
             record = EmptyComrecord;
         }
+        // A service that has come back to a record which it sent before has no other.
+        if (last && number <= *last)
+            return endOfList();
+        last = number;
+        if (list.size() == most)
+            break;
+        list.push_back(std::move(received));
         record.Operation = static_cast<Integer>(row.operation);
         record.ObjectClass = static_cast<Integer>(row.object_class);
-        record.RecordNumber = next;
+        record.RecordNumber = nextNumber(number);
     }
     return fail(row);
 }
@@ -169,10 +187,11 @@ Integer Requests::txNewLogin() {
 Integer Requests::txGetSettings() {
     const Scope scope(*this);
     begin(catalogue::GetSettings);
-    const Integer reply = exchangeOrFail(catalogue::GetSettings);
-    if (reply == result::Done)
-        MoveComrecordToSettingsrecord(link_.comrecord, data_.settings);
-    return reply == kTrue ? kTrue : kFalse;
+    // Without its settings a later save would wipe those of the service.
+    if (exchange() != result::Done)
+        return fail(catalogue::GetSettings);
+    MoveComrecordToSettingsrecord(link_.comrecord, data_.settings);
+    return kFalse;
 }
 
 Integer Requests::txSaveSettings() {
@@ -203,7 +222,9 @@ Integer Requests::txSaveSchedule(bool is_new) {
     // Any answer but 1 is a failure here.
     if (exchange() != result::Done)
         return fail(row);
-    MoveComrecordToSchedulerecord(link_.comrecord, data_.current_schedule);
+    // A reply that is too short for its record leaves what was sent.
+    if (reachesField(link_.comrecord, &ScheduleRecord::record_number))
+        MoveComrecordToSchedulerecord(link_.comrecord, data_.current_schedule);
     return kFalse;
 }
 
@@ -228,7 +249,8 @@ Integer Requests::txSaveHost(bool is_new) {
     // Any answer but 1 is a failure here.
     if (exchange() != result::Done)
         return fail(row);
-    MoveComrecordToHostrecord(link_.comrecord, data_.current_host);
+    if (reachesField(link_.comrecord, &HostRecord::display_name))
+        MoveComrecordToHostrecord(link_.comrecord, data_.current_host);
     return kFalse;
 }
 
@@ -240,8 +262,10 @@ Integer Requests::txDeleteHost(Long record_number) {
 }
 
 Integer Requests::txDeleteHostDirectory(const std::string& directory) {
-    if (isBlank(directory))
+    if (isBlank(directory)) {
+        last_result_ = result::Done;
         return kFalse;
+    }
     const Scope scope(*this);
     Comrecord& record = begin(catalogue::DeleteHostDirectory);
     // Raw characters, without a length before them.
@@ -282,18 +306,18 @@ void Requests::txGetUucpStatus(std::function<void(int)> done) {
     const RequestRow& row = catalogue::GetUucpStatus;
     // The data block keeps its old bytes: wanted.
     Comrecord& record = link_.comrecord;
-    record.Operation = static_cast<Integer>(row.operation);
-    record.ObjectClass = static_cast<Integer>(row.object_class);
-    record.RecordNumber = 0;
-    record.RecordLength = *row.record_length;
+    const DataBlock block = record.ComrecordData;
+    record = headerOf(row);
+    record.ComrecordData = block;
     link_.SendComrecord(record);
     using enum ServiceLink::ReportEnd;
     link_.reportReply([this, done = std::move(done)](ServiceLink::ReportEnd end, Integer reply) {
         const Scope scope(*this);
         if (end == Replied && reply == result::Done)
             MoveComrecordToUucpstatusrecord(link_.comrecord, data_.uucp_status);
-        // A time-out is not told, nor what the console has given up itself.
-        const bool failed = end == LinkClosed || (end == Replied && isFailure(reply));
+        // Only what the service says is told: a time-out is silent, and a link that has closed is
+        // seen by the next tick.
+        const bool failed = end == Replied && isFailure(reply);
         if (failed)
             fail(catalogue::GetUucpStatus);
         done(failed ? kStatusFailed : kStatusReceived);
@@ -326,8 +350,8 @@ Integer Requests::txGetAllScriptFile(std::vector<std::string>& names) {
     return getNames(catalogue::GetAllScriptFile, MoveComrecordToScriptlistRecord, names);
 }
 
-Integer Requests::txGetScript(const std::string& file_name, bool& received) {
-    received = false;
+Integer Requests::txGetScript(const std::string& file_name, Script& received) {
+    received = Script::None;
     if (isBlank(file_name))
         return kFalse;
     const Scope scope(*this);
@@ -337,8 +361,8 @@ Integer Requests::txGetScript(const std::string& file_name, bool& received) {
     MoveScriptrecordToComrecord(wanted, begin(row));
     if (exchange() != result::Done)
         return fail(row);
-    MoveComrecordToScriptrecord(link_.comrecord, data_.script);
-    received = true;
+    received =
+        MoveComrecordToScriptrecord(link_.comrecord, data_.script) ? Script::Whole : Script::Cut;
     return kFalse;
 }
 

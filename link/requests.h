@@ -56,6 +56,7 @@ public:
     // Sends the current host as a new one or as a changed one; the reply's record becomes the
     // current.
     Integer txSaveHost(bool is_new);
+    // Any answer but 1 leaves the host where it is: see wasDone().
     Integer txDeleteHost(Long record_number);
     // `directory` is UTF-8; for a blank one nothing is sent.
     Integer txDeleteHostDirectory(const std::string& directory);
@@ -79,15 +80,19 @@ public:
     Integer txGetAllRasEntries(std::vector<std::string>& names);
     Integer txGetAllScriptFile(std::vector<std::string>& names);
 
-    // For a blank name nothing is sent. The reply's record is kept as the script; true in
-    // `received` when there was one.
-    Integer txGetScript(const std::string& file_name, bool& received);
+    // For a blank name nothing is sent. The reply's record is kept as the script.
+    enum class Script { None, Whole, Cut };
+    Integer txGetScript(const std::string& file_name, Script& received);
     // `text` is UTF-8 with CR LF between its lines. What does not fit the data block is cut: ask
     // scriptFits() before.
     Integer txSaveScript(const std::string& file_name, const std::string& text);
 
     // Settings, schedules, hosts and outbox after a login, each only if the one before succeeded.
     Integer RetrieveAll();
+
+    // Whether the last request was answered with 1. Only then the next one that builds on it may
+    // follow, whatever the request itself has returned.
+    [[nodiscard]] bool wasDone() const { return last_result_ == result::Done; }
 
     // True from the start of a request until its failure, if any, has been told.
     [[nodiscard]] bool isBusy() const { return isRunning() || link_.isWaiting(); }
@@ -97,7 +102,8 @@ public:
 private:
     class Scope;
 
-    // Clears the shared record and fills its header.
+    // Says what is done, waits until nothing else is on its way, clears the shared record and fills
+    // its header.
     Comrecord& begin(const RequestRow& row);
     // Sends the shared record and waits for the reply.
     Integer exchange();
@@ -110,7 +116,7 @@ private:
     Integer getNumberedList(const RequestRow& row, std::vector<Record>& list);
     template <class Take>
     Integer getList(const RequestRow& row, std::size_t most, Take&& take);
-    using MoveName = void (*)(const Comrecord& from, NameListRecord& to);
+    using MoveName = bool (*)(const Comrecord& from, NameListRecord& to);
     Integer getNames(const RequestRow& row, MoveName move, std::vector<std::string>& names);
 
     ServiceLink& link_;
@@ -119,6 +125,8 @@ private:
     Prompter& prompter_;
     Progress& progress_;
     int depth_ = 0;
+    bool in_step_ = true; // the next line that comes is the reply to the request begun last
+    Integer last_result_ = result::NoReply;
 };
 
 } // namespace tollwick

@@ -17,6 +17,8 @@ namespace {
 constexpr int kSliceMs = 5;
 constexpr int kEventsEveryMs = 10;
 constexpr int kReportCheckMs = 20;
+// After a line without a further one for so long, what is still owed is not coming.
+constexpr int kQuietMs = 300;
 
 long errorNumber(QAbstractSocket::SocketError error) {
     switch (error) {
@@ -122,6 +124,22 @@ void ServiceLink::SendComrecord(const Comrecord& record) {
     const std::string line = encodeLine(record, receiver_.SessionKey, randomStart());
     socket_.write(line.data(), static_cast<qint64>(line.size()));
     socket_.flush();
+    ++owed_;
+}
+
+bool ServiceLink::catchUp(const Comrecord& poll) {
+    SendComrecord(poll);
+    const QScopedValueRollback waiting(waiting_, true);
+    QElapsedTimer quiet; // runs from the first line on
+    waitUntil([&] {
+        if (std::exchange(ReplyArrived_, Integer{0}) != 0)
+            quiet.start();
+        if (!isOpen() || owed_ == 0)
+            return true;
+        return quiet.isValid() ? quiet.hasExpired(kQuietMs) : timedOut();
+    });
+    owed_ = 0;
+    return isOpen() && quiet.isValid();
 }
 
 Integer ServiceLink::WaitForReply() {
@@ -180,6 +198,8 @@ void ServiceLink::DataArrival(std::string_view arrived) {
         break;
     }
     ReplyArrived_ = comrecord.Operation;
+    if (ReplyArrived_ != 0 && owed_ > 0)
+        --owed_;
     // One line per arrival; another one that is there already counts as the next arrival.
     if (receiver_.hasLine())
         QMetaObject::invokeMethod(this, &ServiceLink::takeNextLine, Qt::QueuedConnection);
@@ -241,6 +261,7 @@ bool ServiceLink::timedOut() const {
 void ServiceLink::closeSocket(ReportEnd end) {
     receiver_.close();
     report_timer_.stop();
+    owed_ = 0;
     // Taken first: aborting reports the closed socket once more, from within.
     const ReplyHandler handler = std::exchange(report_, nullptr);
     if (socket_.state() != QAbstractSocket::UnconnectedState)

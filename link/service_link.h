@@ -81,6 +81,12 @@ public:
     // Waits, with input locked, until no report is awaited any more; to be called before
     // `comrecord` is filled for another request, since the reply on its way is unpacked into it.
     void settle();
+    // True when a reply has not come to a request that nobody waits for any more.
+    [[nodiscard]] bool isOwed() const { return owed_ > 0 && !report_; }
+    // Makes sure that nothing is on its way: sends a poll and takes lines, with input locked, until
+    // none is owed any more or, since a service may have dropped one, none has come for a while
+    // after at least one. False when none came within the time-out, or the link is gone.
+    bool catchUp(const Comrecord& poll);
     // Sends the record as one line, scrambled with the session key. Nothing is sent on a link that
     // is not open.
     void SendComrecord(const Comrecord& record);
@@ -136,6 +142,7 @@ private:
 
     // 0 while a request is outstanding, else the result code of the reply.
     Integer ReplyArrived_ = 0;
+    int owed_ = 0;       // replies that have not come yet on this connection
     double sent_at_ = 0; // seconds since midnight
     bool waiting_ = false;
     ReplyHandler report_;

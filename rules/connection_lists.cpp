@@ -26,10 +26,11 @@ ConnectionLists::ConnectionLists(const StringTable& texts)
 std::size_t usableSpeeds(const std::vector<std::string>& speeds, Long max_speed) {
     if (max_speed == 0)
         return speeds.size();
-    return static_cast<std::size_t>(
+    const auto usable =
         std::count_if(speeds.begin(), speeds.end(), [max_speed](const std::string& speed) {
             return numericValue(speed) <= max_speed;
-        }));
+        });
+    return static_cast<std::size_t>(std::max<std::ptrdiff_t>(usable, 1));
 }
 
 } // namespace tollwick

@@ -25,7 +25,8 @@ struct ConnectionLists {
 // The position of the protocol for which window and packet size mean nothing.
 inline constexpr int kProtocolT = 1;
 
-// How many of the speeds a modem with this maximum can use; all of them when it is 0.
+// How many of the speeds a modem with this maximum can use; all of them when it is 0, and never
+// none.
 std::size_t usableSpeeds(const std::vector<std::string>& speeds, Long max_speed);
 
 } // namespace tollwick

@@ -26,6 +26,7 @@ Binding(EntryType HostEntry::*, RecordType HostRecord::*) -> Binding<EntryType, 
 
 using E = HostEntry;
 using R = HostRecord;
+static_assert(decltype(R::modem_init)::width == kHostInitWidth);
 
 constexpr auto kBindings = std::tuple{
     Binding{&E::display_name, &R::display_name},
@@ -61,6 +62,11 @@ constexpr auto kBindings = std::tuple{
     Binding{&E::transport_when_in_queue, &R::transport_when_in_queue},
     Binding{&E::mail_limit, &R::mail_limit},
 };
+
+template <class Bound>
+constexpr bool kIsNumber = false;
+template <class RecordType>
+constexpr bool kIsNumber<const Binding<NumberField, RecordType>&> = true;
 
 constexpr auto kTelephonyBindings = std::tuple{
     Binding{&E::tapi_device, &R::tapi_device},
@@ -119,38 +125,30 @@ std::string plainPassword(const FixedText<N>& field) {
     return fromAnsi(ScrambleField("D", HostPasswordKey, withoutTrailingBlanks(field.bytes())));
 }
 
-// And back. A text, a box or a position that shows what the field holds leaves its bytes alone; the
-// texts of a new host are written even when they are empty.
-struct Store {
-    bool is_new;
-
-    template <std::size_t N>
-    void operator()(const std::string& shown, FixedText<N>& field) const {
-        if (is_new || shown != trimmed(field.text()))
-            field = shown;
-    }
-    void operator()(bool shown, Integer& field) const {
-        if (shown != (field != kFalse))
-            field = shown ? kTrue : kFalse;
-    }
-    void operator()(ListPosition shown, Integer& field) const {
-        field = static_cast<Integer>(shown.index);
-    }
-    void operator()(ListPositionFrom1 shown, Integer& field) const {
-        field = static_cast<Integer>(shown.index + 1);
-    }
-    void operator()(const NumberField& shown, Integer& field) const {
-        field = toInteger(numericValue(shown.text));
-    }
-    void operator()(const NumberField& shown, Long& field) const {
-        field = toLong(numericValue(shown.text));
-    }
-    template <std::size_t N>
-    void password(const std::string& plain, FixedText<N>& field) const {
-        if (is_new || plain != plainPassword(field))
-            field.setBytes(ScrambleField("E", HostPasswordKey, toAnsi(plain)));
-    }
-};
+// And back.
+template <std::size_t N>
+void store(const std::string& shown, FixedText<N>& field) {
+    field = shown;
+}
+void store(bool shown, Integer& field) {
+    field = shown ? kTrue : kFalse;
+}
+void store(ListPosition shown, Integer& field) {
+    field = static_cast<Integer>(shown.index);
+}
+void store(ListPositionFrom1 shown, Integer& field) {
+    field = static_cast<Integer>(shown.index + 1);
+}
+void store(const NumberField& shown, Integer& field) {
+    field = toInteger(numericValue(shown.text));
+}
+void store(const NumberField& shown, Long& field) {
+    field = toLong(numericValue(shown.text));
+}
+template <std::size_t N>
+void storePassword(const std::string& plain, FixedText<N>& field) {
+    field.setBytes(ScrambleField("E", HostPasswordKey, toAnsi(plain)));
+}
 
 } // namespace
 
@@ -193,6 +191,34 @@ CurrentModem withStoredDefaults(CurrentModem modem) {
     return modem;
 }
 
+std::optional<HostTextExcess> excessOf(const HostEntry& entry) {
+    std::optional<HostTextExcess> excess;
+    const auto check = [&](const std::string& text, std::size_t most, HostField field) {
+        if (!excess && toAnsi(text).size() > most)
+            excess = {field, most};
+    };
+    const auto checkBinding =
+        [&]<class RecordType>(const Binding<std::string, RecordType>& binding) {
+            if (binding.entry != &E::script_file_name)
+                check(entry.*binding.entry, RecordType::width, {binding.entry});
+        };
+    forEach(kBindings, [&](const auto& binding) {
+        if constexpr (requires { checkBinding(binding); })
+            checkBinding(binding);
+    });
+    // Scrambled, a password takes twice its length and two characters more.
+    const auto checkPassword = [&](std::string HostEntry::*password, std::size_t width) {
+        check(entry.*password, (width - 2) / 2, {password});
+    };
+    checkPassword(&E::password, decltype(R::password)::width);
+    checkPassword(&E::uucp_password, decltype(R::uucp_password)::width);
+    checkPassword(&E::ras_password, decltype(R::ras_password)::width);
+    forEach(kModemBindings, [&]<class RecordType>(const ModemBinding<RecordType>& binding) {
+        check(entry.modem.*binding.modem, RecordType::width, HostField::Modem);
+    });
+    return excess;
+}
+
 bool exceedsHostLookupTimeout(const HostEntry& entry) {
     return numericValue(entry.host_lookup_timeout.text) > kMaxHostLookupTimeout;
 }
@@ -202,9 +228,16 @@ void storeEntry(const HostEntry& entered, bool has_telephony, HostRecord& record
     if (exceedsHostLookupTimeout(entry))
         entry.host_lookup_timeout.text = std::to_string(kMaxHostLookupTimeout);
     HostRecord changed = record;
-    const Store store{record.state == 0};
     const auto storeBinding = [&](const auto& binding) {
-        store(entry.*binding.entry, changed.*binding.record);
+        if constexpr (kIsNumber<decltype(binding)>) {
+            try {
+                store(entry.*binding.entry, changed.*binding.record);
+            } catch (const RunTimeError& error) {
+                throw HostNumberError(error.number(), {binding.entry});
+            }
+        } else {
+            store(entry.*binding.entry, changed.*binding.record);
+        }
     };
     forEach(kBindings, storeBinding);
     if (has_telephony)
@@ -215,13 +248,12 @@ void storeEntry(const HostEntry& entered, bool has_telephony, HostRecord& record
     changed.modem_max_speed = modem.max_speed;
     changed.modem_make_position = modem.make_position;
     changed.modem_model_position = modem.model_position;
-    if (entry.ras_entry.name != trimmed(record.ras_entry.text()) || !entry.ras_entry.name.empty())
-        changed.ras_entry_position = static_cast<Integer>(entry.ras_entry.position);
-    store(entry.ras_entry.name, changed.ras_entry);
+    changed.ras_entry_position = static_cast<Integer>(entry.ras_entry.position);
+    changed.ras_entry = entry.ras_entry.name;
 
-    store.password(entry.password, changed.password);
-    store.password(entry.uucp_password, changed.uucp_password);
-    store.password(entry.ras_password, changed.ras_password);
+    storePassword(entry.password, changed.password);
+    storePassword(entry.uucp_password, changed.uucp_password);
+    storePassword(entry.ras_password, changed.ras_password);
 
     record = changed;
 }

@@ -2,10 +2,13 @@
 // bindings serves both directions.
 #pragma once
 
+#include "base/run_time_error.h"
 #include "base/text.h"
 #include "wire/records.h"
 
+#include <optional>
 #include <string>
+#include <variant>
 
 namespace tollwick {
 
@@ -97,6 +100,44 @@ struct HostEntry {
     RasChoice ras_entry;
 };
 
+// A field of the dialog; nothing stands for the text of the login script.
+struct HostField {
+    std::variant<std::monostate, std::string HostEntry::*, bool HostEntry::*,
+                 NumberField HostEntry::*, CurrentModem HostEntry::*>
+        member;
+    bool operator==(const HostField&) const = default;
+
+    static const HostField DisplayName, MailDomain, DefaultDomain, RemoteUucpName, UucpTimeout,
+        ScriptFileName, ScriptText, Modem;
+};
+inline constexpr HostField HostField::DisplayName{&HostEntry::display_name};
+inline constexpr HostField HostField::MailDomain{&HostEntry::mail_domain};
+inline constexpr HostField HostField::DefaultDomain{&HostEntry::default_domain};
+inline constexpr HostField HostField::RemoteUucpName{&HostEntry::remote_uucp_name};
+inline constexpr HostField HostField::UucpTimeout{&HostEntry::uucp_timeout};
+inline constexpr HostField HostField::ScriptFileName{&HostEntry::script_file_name};
+inline constexpr HostField HostField::ScriptText{};
+inline constexpr HostField HostField::Modem{&HostEntry::modem};
+
+// A number of the dialog that its field of the record cannot hold.
+class HostNumberError : public RunTimeError {
+public:
+    HostNumberError(std::int32_t number, HostField field) : RunTimeError(number), field_(field) {}
+    [[nodiscard]] const HostField& field() const { return field_; }
+
+private:
+    HostField field_;
+};
+
+// A text that is longer than its field of the record, and how many characters that takes.
+struct HostTextExcess {
+    HostField field;
+    std::size_t most;
+};
+// The first such text, if any. The name of the login script has a rule of its own, and names that
+// the service has offered are stored as far as the record takes them.
+std::optional<HostTextExcess> excessOf(const HostEntry& entry);
+
 // Seconds; a longer host lookup is capped at it.
 inline constexpr int kMaxHostLookupTimeout = 30;
 bool exceedsHostLookupTimeout(const HostEntry& entry);
@@ -105,11 +146,10 @@ bool exceedsHostLookupTimeout(const HostEntry& entry);
 // stand in place of a retry time and a dial timeout of 0 and a UUCP timeout below 2.
 HostEntry entryOf(const HostRecord& record);
 
-// Writes the entry into the record. Where the entry shows what the record holds, the record's bytes
-// stay as they are. Telephony names are written only for a service that offers them. Passwords are
-// scrambled, a host lookup timeout above the cap is stored as the cap, and blank modem commands get
-// their defaults. Throws RunTimeError 6 when a number does not fit, and leaves the record untouched
-// then.
+// Writes the entry into the record as it is shown; unnamed fields stay as they are. Telephony names
+// are written only for a service that offers them. Passwords are scrambled anew, a host lookup
+// timeout above the cap is stored as the cap, and blank modem commands get their defaults. Throws a
+// HostNumberError 6 when a number does not fit, and leaves the record untouched then.
 void storeEntry(const HostEntry& entered, bool has_telephony, HostRecord& record);
 
 // The modem as a host stores it: what is blank, make and speed included, has a default. That make

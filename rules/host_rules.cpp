@@ -20,22 +20,6 @@ bool isSameHost(const HostRecord& one, const HostRecord& other) {
 
 } // namespace
 
-HostPage pageOf(HostField field) {
-    switch (field) {
-    case HostField::DisplayName:
-    case HostField::MailDomain:
-    case HostField::DefaultDomain:
-        return HostPage::General;
-    case HostField::RemoteUucpName:
-    case HostField::UucpTimeout:
-        return HostPage::Login;
-    case HostField::ScriptFileName:
-    case HostField::ScriptText:
-        return HostPage::LoginScript;
-    }
-    return HostPage::General;
-}
-
 bool CheckHostExists(std::string_view name, const HostRecord& self,
                      std::span<const HostRecord> hosts) {
     const std::string wanted = toUpper(trimmed(name));
@@ -60,19 +44,23 @@ bool CheckLocalHostExists(std::string_view name, const HostRecord& self,
 
 std::optional<HostProblem> checkHost(const HostEntry& entry, const HostRecord& self,
                                      std::span<const HostRecord> hosts) {
-    using enum HostField;
     if (trimmed(entry.display_name).empty())
-        return HostProblem{Text::HostNameMissing, BoxIcon::Critical, DisplayName};
+        return HostProblem{Text::HostNameMissing, BoxIcon::Critical, HostField::DisplayName};
     if (CheckHostExists(entry.display_name, self, hosts))
-        return HostProblem{Text::HostNameTaken, BoxIcon::Critical, DisplayName};
+        return HostProblem{Text::HostNameTaken, BoxIcon::Critical, HostField::DisplayName};
     if (trimmed(entry.mail_domain).empty())
-        return HostProblem{Text::MailDomainMissing, BoxIcon::Critical, MailDomain};
+        return HostProblem{Text::MailDomainMissing, BoxIcon::Critical, HostField::MailDomain};
     if (trimmed(entry.remote_uucp_name).empty())
-        return HostProblem{Text::RemoteHostMissing, BoxIcon::Critical, RemoteUucpName};
+        return HostProblem{Text::RemoteHostMissing, BoxIcon::Critical, HostField::RemoteUucpName};
     if (entry.default_domain && CheckDefaultDomainExists(self, hosts))
-        return HostProblem{Text::DefaultDomainTaken, BoxIcon::Exclamation, DefaultDomain};
+        return HostProblem{Text::DefaultDomainTaken, BoxIcon::Exclamation,
+                           HostField::DefaultDomain};
     if (numericValue(entry.uucp_timeout.text) < kShortestUucpTimeout)
-        return HostProblem{Text::UucpTimeoutTooShort, BoxIcon::Exclamation, UucpTimeout};
+        return HostProblem{Text::UucpTimeoutTooShort, BoxIcon::Exclamation, HostField::UucpTimeout};
+    if (const auto excess = excessOf(entry))
+        return HostProblem{excess->field == HostField::Modem ? Text::HostModemTooLong
+                                                             : Text::HostTextTooLong,
+                           BoxIcon::Critical, excess->field, excess->most};
     return {};
 }
 
@@ -102,7 +90,15 @@ bool scriptFits(std::string_view name, std::string_view text) {
     ScriptRecord script;
     script.file_name = name;
     script.text = text;
-    return packedSize(script) <= kDataBlockSize;
+    return fitsBlock(script);
+}
+
+bool isSpoolDirectoryShared(std::string_view directory, const HostRecord& self,
+                            std::span<const HostRecord> hosts) {
+    const std::string wanted = toUpper(trimmed(directory));
+    return std::any_of(hosts.begin(), hosts.end(), [&](const HostRecord& host) {
+        return !isSameHost(host, self) && toUpper(trimmed(host.spool_directory.text())) == wanted;
+    });
 }
 
 SpoolOutcome decideSpoolDirectory(const HostEntry& entry, const HostRecord& self,
@@ -124,8 +120,10 @@ SpoolOutcome decideSpoolDirectory(const HostEntry& entry, const HostRecord& self
     if (!CheckLocalHostExists(loaded, self, hosts)) {
         if (steps.ask(Text::RemoteHostChanged, Answer::No) != Answer::Yes)
             return SpoolOutcome::Stopped;
-        if (!steps.remove_directory(trimmed(directory)))
-            return SpoolOutcome::Failed;
+        if (!isSpoolDirectoryShared(directory, self, hosts))
+            if (const auto outcome = steps.remove_directory(trimmed(directory));
+                outcome != SpoolOutcome::Decided)
+                return outcome;
     }
     // The display name here, where a new host takes its mail domain, and another default: wanted.
     directory = isToBeShared(Answer::Yes) ? name : entry.display_name + "-" + name;

@@ -14,26 +14,12 @@
 
 namespace tollwick {
 
-enum class HostPage { General, Transport, Login, LoginScript, Connection };
-
-enum class HostField {
-    DisplayName,
-    MailDomain,
-    DefaultDomain,
-    RemoteUucpName,
-    UucpTimeout,
-    ScriptFileName,
-    ScriptText,
-};
-
-// The page that holds the field.
-HostPage pageOf(HostField field);
-
 // Why an entry is refused, how it is said, and which field gets the focus.
 struct HostProblem {
     Text text;
     BoxIcon icon;
     HostField field;
+    std::size_t most = 0; // what "%1" of the text stands for: the characters that fit
 };
 
 // `self` is the record that is edited: the host list is asked about all others, which are told
@@ -49,7 +35,7 @@ bool CheckDefaultDomainExists(const HostRecord& self, std::span<const HostRecord
 bool CheckLocalHostExists(std::string_view name, const HostRecord& self,
                           std::span<const HostRecord> hosts);
 
-// The first problem of the names, the domain and the timeout.
+// The first problem of the names, the domain, the timeout and the lengths of texts.
 std::optional<HostProblem> checkHost(const HostEntry& entry, const HostRecord& self,
                                      std::span<const HostRecord> hosts);
 
@@ -61,18 +47,22 @@ std::string completedScriptName(std::string_view name);
 // True when name and text (with CR LF line ends) fit the data block of one request.
 bool scriptFits(std::string_view name, std::string_view text);
 
+enum class SpoolOutcome {
+    Decided,
+    Stopped, // the user does not go on, or the service has not removed the old directory
+    Failed,  // the link is closed
+};
 // What the rule of the spool directory needs done on its way.
 struct SpoolSteps {
     // A question with the buttons Yes and No.
     std::function<Answer(Text question, Answer default_button)> ask;
-    // Has the service remove a directory; false when that failed, which has been told.
-    std::function<bool(const std::string& directory)> remove_directory;
+    // Has the service remove a directory; what it gives but Decided has been told.
+    std::function<SpoolOutcome(const std::string& directory)> remove_directory;
 };
-enum class SpoolOutcome {
-    Decided,
-    Stopped, // the user does not go on
-    Failed,  // the old directory could not be removed; the link is closed
-};
+// Whether another host has this spool directory, case and blanks around it aside. Such a directory
+// is never removed.
+bool isSpoolDirectoryShared(std::string_view directory, const HostRecord& self,
+                            std::span<const HostRecord> hosts);
 // Decides on the host's spool directory, which is put into `directory`, and has the old one removed
 // when the host is renamed.
 SpoolOutcome decideSpoolDirectory(const HostEntry& entry, const HostRecord& self,

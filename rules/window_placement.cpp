@@ -16,6 +16,11 @@ constexpr int kGrabWidth = 1200;
 constexpr int kGrabHeight = 300;
 constexpr int kLayoutMargin = 1500;
 
+// Twips of the pixels that lie wholly before this position.
+constexpr int wholePixels(int twips) {
+    return twips - twips % kTwipsPerPixel;
+}
+
 } // namespace
 
 WindowPlacement readPlacement(Settings& settings) {
@@ -70,7 +75,9 @@ void storePlacement(Settings& settings, const WindowPlacement& placement) {
 }
 
 int draggedSplitter(int position, int window_width) {
-    return std::max(kDragMargin, std::min(position, window_width - kDragMargin));
+    const int least = wholePixels(kDragMargin + kTwipsPerPixel - 1);
+    const int most = wholePixels(window_width - kDragMargin - 1);
+    return std::max(least, std::min(wholePixels(position), most));
 }
 
 int laidOutSplitter(int position, int window_width) {

@@ -56,7 +56,8 @@ WindowPlacement keptOnScreen(WindowPlacement placement, std::span<const ScreenAr
 // A minimized window stores only its state.
 void storePlacement(Settings& settings, const WindowPlacement& placement);
 
-// The left edge of the splitter while it is dragged, and as the window is laid out.
+// The left edge of the splitter while it is dragged, always at a pixel, and as the window is laid
+// out.
 int draggedSplitter(int position, int window_width);
 int laidOutSplitter(int position, int window_width);
 

@@ -57,15 +57,7 @@ typename std::vector<Record>::iterator findNumber(std::vector<Record>& records, 
                         [number](const Record& r) { return r.record_number == number; });
 }
 
-// False for a number that a line can lose a byte of, as it ends like a blank (docs/protocol.md).
-constexpr bool arrivesWhole(Long number) {
-    while (number > 0xFF)
-        number >>= 8;
-    return number != ' ';
-}
-
 // The next one above the highest number in use, or the lowest free one when there is none above.
-// Numbers that do not travel well, or whose successor does not, are left out.
 template <class Record>
 Long nextRecordNumber(std::vector<Record>& records) {
     Long highest = 0;
@@ -73,8 +65,7 @@ Long nextRecordNumber(std::vector<Record>& records) {
         highest = std::max(highest, record.record_number);
     // A console asks for the number after the last one, so the very highest is never given away.
     Long number = highest < std::numeric_limits<Long>::max() - 1 ? highest + 1 : 1;
-    while (findNumber(records, number) != records.end() || !arrivesWhole(number) ||
-           !arrivesWhole(number + 1))
+    while (findNumber(records, number) != records.end())
         ++number;
     return number;
 }

@@ -100,9 +100,11 @@ ModemRecord modemOf(const std::vector<std::string_view>& cells) {
             continue;
         }
         const ModemText& field = textOf(column);
-        if (sizeInCatalogue(cells[column]) > field.width)
-            throw TableError(std::string(field.column) + " is longer than " +
-                             std::to_string(field.width) + " bytes: " + inQuotes(cells[column]));
+        const std::size_t most =
+            field.text == &ModemRecord::init ? tollwick::kHostInitWidth : field.width;
+        if (sizeInCatalogue(cells[column]) > most)
+            throw TableError(std::string(field.column) + " is longer than " + std::to_string(most) +
+                             " bytes: " + inQuotes(cells[column]));
         modem.*field.text = cells[column];
     }
     if (modem.make.empty() || modem.model.empty())

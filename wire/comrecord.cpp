@@ -1,7 +1,9 @@
 #include "wire/comrecord.h"
 
 #include "base/little_endian.h"
+#include "base/text.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace tollwick {
@@ -13,16 +15,18 @@ static_assert(kHeaderSize == 10);
 } // namespace
 
 std::string toBytes(const Comrecord& record) {
+    const std::string_view block(record.ComrecordData.data(), record.ComrecordData.size());
     const std::string_view data =
-        withoutTrailingBlanks({record.ComrecordData.data(), record.ComrecordData.size()});
+        block.substr(0, std::max(withoutTrailingBlanks(block).size(), record.number_end));
     std::string bytes(kHeaderSize + data.size(), '\0');
     storeLittleEndian(record.Operation, bytes.data());
     storeLittleEndian(record.ObjectClass, bytes.data() + 2);
     storeLittleEndian(record.RecordNumber, bytes.data() + 4);
     storeLittleEndian(record.RecordLength, bytes.data() + 8);
     std::memcpy(bytes.data() + kHeaderSize, data.data(), data.size());
-    // The header, too, loses what is blank at its end: a mere result code travels as one byte.
-    bytes.resize(withoutTrailingBlanks(bytes).size());
+    // The header, too, loses what is NUL at its end: a mere result code travels as one byte.
+    if (data.empty())
+        bytes.resize(withoutTrailingNuls(bytes).size());
     return bytes;
 }
 
@@ -37,6 +41,7 @@ void fromBytes(std::string_view bytes, Comrecord& record) {
     const std::string_view data = bytes.substr(std::min(bytes.size(), kHeaderSize));
     const std::size_t count = data.copy(record.ComrecordData.data(), kDataBlockSize);
     std::memset(record.ComrecordData.data() + count, 0, kDataBlockSize - count);
+    record.number_end = 0;
 }
 
 } // namespace tollwick

@@ -21,7 +21,15 @@ struct Comrecord {
     Integer RecordLength{}; // declared length of the sub-record, a constant per request
     DataBlock ComrecordData{};
 
-    bool operator==(const Comrecord&) const = default;
+    // Not sent: the bytes at the start of the data block that a line keeps whatever they are, since
+    // they end in a number.
+    std::size_t number_end = 0;
+
+    friend bool operator==(const Comrecord& a, const Comrecord& b) {
+        return a.Operation == b.Operation && a.ObjectClass == b.ObjectClass &&
+               a.RecordNumber == b.RecordNumber && a.RecordLength == b.RecordLength &&
+               a.ComrecordData == b.ComrecordData;
+    }
 };
 
 // The blank that every record is cleared from.
@@ -65,7 +73,8 @@ inline constexpr Integer SettingsAnswer8 = 8;
 inline constexpr Integer SettingsAnswer9 = 9;
 } // namespace result
 
-// The record's 4106 bytes without trailing NULs and blanks, as they are scrambled and sent.
+// The record's 4106 bytes without trailing NULs and blanks, as they are scrambled and sent. Of a
+// number no byte up to its last one that is not NUL is taken for a blank.
 std::string toBytes(const Comrecord& record);
 
 // Reads a record from bytes that may be shorter (the missing tail counts as NULs) or longer (the

@@ -1,4 +1,5 @@
-// The conversions between the shared record and its sub-records, by name.
+// The conversions between the shared record and its sub-records, by name. Those from a record give
+// false when a text in it was cut.
 #pragma once
 
 #include "wire/record_packing.h"
@@ -10,8 +11,8 @@ namespace tollwick {
         packRecord(from, to);                                                                      \
     }
 #define TOLLWICK_RECEIVED(Name, Record)                                                            \
-    inline void MoveComrecordTo##Name(const Comrecord& from, Record& to) {                         \
-        unpackRecord(from, to);                                                                    \
+    inline bool MoveComrecordTo##Name(const Comrecord& from, Record& to) {                         \
+        return unpackRecord(from, to);                                                             \
     }
 
 TOLLWICK_SENT(Schedulerecord, ScheduleRecord)

@@ -21,7 +21,7 @@ public:
     void put(const Number& value) {
         char bytes[sizeof(Number)];
         storeLittleEndian(value, bytes);
-        putBytes({bytes, sizeof bytes});
+        putNumber({bytes, sizeof bytes});
     }
     template <std::size_t N>
     void put(const FixedText<N>& text) {
@@ -29,7 +29,7 @@ public:
     }
     template <std::size_t N>
     void put(const RawBytes<N>& raw) {
-        putBytes({raw.data(), raw.size()});
+        putNumber({raw.data(), raw.size()});
     }
     void put(const VarText& text) {
         const std::size_t length = std::min(text.bytes().size(), VarText::max_bytes);
@@ -37,13 +37,24 @@ public:
         putBytes(std::string_view(text.bytes()).substr(0, length));
     }
 
+    // Where the last number ends that is not 0, without the NULs at its own end.
+    [[nodiscard]] std::size_t numberEnd() const { return number_end_; }
+
 private:
+    // Bytes that may not be taken for the blanks at the end of a text.
+    void putNumber(std::string_view bytes) {
+        const std::size_t used = withoutTrailingNuls(bytes).size();
+        if (used > 0)
+            number_end_ = std::min(position_ + used, block_.size());
+        putBytes(bytes);
+    }
     void putBytes(std::string_view bytes) {
         position_ += bytes.copy(block_.data() + position_, block_.size() - position_);
     }
 
     DataBlock& block_;
     std::size_t position_ = 0;
+    std::size_t number_end_ = 0;
 };
 
 // Reads from a data block; past its end there are only NULs, and a text ends with the block.
@@ -71,15 +82,21 @@ public:
     void get(VarText& text) {
         Integer length = 0;
         get(length);
-        const std::string_view bytes = rest_.substr(0, static_cast<std::uint16_t>(length));
+        const std::size_t wanted = static_cast<std::uint16_t>(length);
+        const std::string_view bytes = rest_.substr(0, wanted);
+        is_cut_ = is_cut_ || bytes.size() < wanted;
         text.setBytes(std::string(bytes));
         rest_.remove_prefix(bytes.size());
     }
+
+    // Whether a text was longer than what the block has of it.
+    [[nodiscard]] bool isCut() const { return is_cut_; }
 
 private:
     void takeBytes(char* to, std::size_t wanted) { rest_.remove_prefix(rest_.copy(to, wanted)); }
 
     std::string_view rest_;
+    bool is_cut_ = false;
 };
 
 template <class Record, class Visit>
@@ -94,13 +111,16 @@ void packRecord(const Record& record, Comrecord& comrecord) {
     comrecord.ComrecordData.fill('\0');
     BlockWriter writer(comrecord.ComrecordData);
     forEachField<Record>([&](const auto& field) { writer.put(record.*field.member); });
+    comrecord.number_end = writer.numberEnd();
 }
 
-// Reads the record from the start of the data block, replacing all its fields.
+// Reads the record from the start of the data block, replacing all its fields. False when a text
+// was longer than the block, whose rest of it the record then holds.
 template <class Record>
-void unpackRecord(const Comrecord& comrecord, Record& record) {
+bool unpackRecord(const Comrecord& comrecord, Record& record) {
     BlockReader reader(comrecord.ComrecordData);
     forEachField<Record>([&](const auto& field) { reader.get(record.*field.member); });
+    return !reader.isCut();
 }
 
 namespace detail {
@@ -125,6 +145,22 @@ constexpr std::size_t wireSize() {
     return size;
 }
 
+// True when something stands in the data block from this field on; the record has no variable texts
+// before it.
+template <class Record, class Type>
+bool reachesField(const Comrecord& comrecord, Type Record::*member) {
+    const std::string_view block(comrecord.ComrecordData.data(), comrecord.ComrecordData.size());
+    std::size_t offset = 0;
+    bool is_before = true;
+    forEachField<Record>([&](const auto& field) {
+        if constexpr (std::is_same_v<decltype(field.member), Type Record::*const> ||
+                      std::is_same_v<decltype(field.member), Type Record::*>)
+            is_before = is_before && field.member != member;
+        offset += is_before ? detail::fieldSize(field) : 0;
+    });
+    return withoutTrailingBlanks(block).size() > offset;
+}
+
 static_assert(wireSize<ScheduleRecord>() == 77);
 static_assert(wireSize<HostRecord>() == 2292);
 static_assert(wireSize<SettingsRecord>() == 86);
@@ -144,6 +180,12 @@ std::size_t packedSize(const Record& record) {
             size += (record.*field.member).bytes().size();
     });
     return size;
+}
+
+// Whether nothing of the record is cut when it is packed.
+template <class Record>
+bool fitsBlock(const Record& record) {
+    return packedSize(record) <= kDataBlockSize;
 }
 
 // Deletes the scratch file "@move@" of the current directory, which this console never makes,

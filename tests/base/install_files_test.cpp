@@ -21,7 +21,7 @@ protected:
 
     // What a start makes of the files in the folder of the installation.
     std::string filesAfterStart(Integer language, const std::string& install_folder) {
-        copySuppliedFiles(folder.text("supplied"), install_folder, language);
+        placeSuppliedFiles(folder.text("supplied"), install_folder, language);
         placeHelpFiles(install_folder);
         std::string files;
         for (const std::string& name : folder.names("install"))

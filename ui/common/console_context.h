@@ -16,7 +16,6 @@ struct ConsoleContext : ServiceContext {
     Settings& settings;
     ConnectionSettings& connection;
     const std::string& install_folder; // UTF-8
-    LogWriter& log;
     ErrorHandler& errors;
     HelpPages& help;
     EditOutcome edit; // of the dialog that was up last
@@ -30,19 +29,10 @@ struct ConsoleContext : ServiceContext {
         if (!requests.isRunning())
             errors.guard(routine, [&](Integer&) { body(); });
     }
-    // The same for what takes an entered number. One that does not fit is told here, since the
-    // error handler merely logs it.
-    template <class Body>
-    void guardEntry(Routine routine, Body&& body) const {
-        guardControl(routine, [&] {
-            try {
-                body();
-            } catch (const RunTimeError& error) {
-                if (error.number() == error_number::Overflow)
-                    prompter.exclamation(text(Text::NumberTooLarge));
-                throw;
-            }
-        });
+    // A number that is too large has no box of its own; the error handler logs it.
+    void tellOverflow() const {
+        prompter.beep();
+        progress.setInfo(text(Text::NumberTooLarge));
     }
 };
 

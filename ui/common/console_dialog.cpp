@@ -1,11 +1,12 @@
 #include "ui/common/console_dialog.h"
 
+#include "base/ansi.h"
 #include "ui/common/help_pages.h"
 #include "ui/common/icons.h"
-#include "ui/common/line_input.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QVariant>
@@ -82,6 +83,33 @@ void ConsoleDialog::focusField(QWidget* field) {
             if (auto* tabs = qobject_cast<QTabWidget*>(stack->parentWidget()))
                 tabs->setCurrentWidget(page);
     field->setFocus();
+    if (auto* edit = qobject_cast<QLineEdit*>(field))
+        edit->selectAll();
+}
+
+void ConsoleDialog::refuseNumber(const RunTimeError& error) {
+    context_.tellOverflow();
+    if (QWidget* field = fieldOf(error))
+        focusField(field);
+}
+
+void ConsoleDialog::takeCodePageInLines() {
+    for (QLineEdit* edit : findChildren<QLineEdit*>())
+        takeCodePage(edit);
+}
+
+QString ConsoleDialog::inCodePage(const QString& text, bool is_told) {
+    std::string kept = text.toStdString();
+    if (removeForeign(kept).empty())
+        return text;
+    // A letter and its accent may have come apart.
+    kept = text.normalized(QString::NormalizationForm_C).toStdString();
+    const std::string foreign = removeForeign(kept);
+    if (is_told && !foreign.empty()) {
+        context_.prompter.beep();
+        context_.progress.setInfo(std::string(context_.text(Text::CharactersLeftOut)) + foreign);
+    }
+    return QString::fromStdString(kept);
 }
 
 } // namespace tollwick

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ui/common/console_context.h"
+#include "ui/common/line_input.h"
 
 #include <QDialog>
 
@@ -32,6 +33,16 @@ protected:
     // Gives the dialog its title and its controls their captions, and keeps out of its fields what
     // they do not take. To be called once they are all there.
     void dress(Text title, std::span<const Caption> captions);
+    // What is entered in the field goes to the service: a character that its code page lacks is
+    // left out, which is told.
+    template <class Field>
+    void takeCodePage(Field* field) {
+        filterInput(field, [this](const QString& text, bool is_whole) {
+            return inCodePage(text, is_whole);
+        });
+    }
+    // The same for all lines of the dialog.
+    void takeCodePageInLines();
     // A button of the form, or a new one, for Ok and Cancel: it accepts or rejects the dialog.
     void connectOkCancel(QPushButton* ok, QPushButton* cancel);
     QPushButton* makeHelpButton();
@@ -42,10 +53,30 @@ protected:
 
     // Tells why a field is refused and goes there.
     void refuse(BoxIcon icon, Text text, QWidget* field, bool beeps = true);
-    // Brings up the page that holds the field and puts the focus there.
+    // Brings up the page that holds the field, puts the focus there and selects its text.
     static void focusField(QWidget* field);
+    // Runs what Ok does. A number that is too large is told in the status bar, logged, and its
+    // field gets the focus.
+    template <class Body>
+    void guardEntry(Routine routine, Body&& body) {
+        context_.guardControl(routine, [&] {
+            try {
+                body();
+            } catch (const RunTimeError& error) {
+                if (error.number() == error_number::Overflow)
+                    refuseNumber(error);
+                throw;
+            }
+        });
+    }
+    // The field whose number is too large.
+    [[nodiscard]] virtual QWidget* fieldOf(const RunTimeError& /*error*/) const { return nullptr; }
 
     ConsoleContext& context_;
+
+private:
+    [[nodiscard]] QString inCodePage(const QString& text, bool is_told);
+    void refuseNumber(const RunTimeError& error);
 };
 
 } // namespace tollwick

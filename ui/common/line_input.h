@@ -1,27 +1,25 @@
-// What the lines of a dialog take: the keyboard cannot enter all that a paste or a drop can.
+// What the fields of a dialog take: the keyboard cannot enter all that a paste or a drop can.
 #pragma once
 
-#include <QLineEdit>
-#include <QRegularExpression>
+#include <QString>
+
+#include <functional>
+
+class QLineEdit;
+class QPlainTextEdit;
+class QWidget;
 
 namespace tollwick {
 
-// Drops what matches `unwanted` from each text that the user enters. `unwanted` outlives the line.
-inline void keepOut(const QRegularExpression& unwanted, QLineEdit* edit) {
-    QObject::connect(edit, &QLineEdit::textEdited, edit, [&unwanted, edit](QString text) {
-        if (!text.contains(unwanted))
-            return;
-        const QString before_cursor = text.left(edit->cursorPosition()).remove(unwanted);
-        edit->setText(text.remove(unwanted));
-        edit->setCursorPosition(static_cast<int>(before_cursor.size()));
-    });
-}
+// Gives the text as a field takes it. `is_whole`: it is the whole field and not a part of it.
+using InputFilter = std::function<QString(const QString& text, bool is_whole)>;
+
+// Has each text that the user enters go through the filter.
+void filterInput(QLineEdit* edit, InputFilter filter);
+// The same for an editor; what is left out can be undone together with the rest.
+void filterInput(QPlainTextEdit* edit, InputFilter filter);
 
 // Keeps line breaks out of all lines of the dialog.
-inline void keepLineBreaksOut(QWidget* dialog) {
-    static const QRegularExpression line_breaks("[\\r\\n\\x{2028}\\x{2029}]");
-    for (QLineEdit* edit : dialog->findChildren<QLineEdit*>())
-        keepOut(line_breaks, edit);
-}
+void keepLineBreaksOut(QWidget* dialog);
 
 } // namespace tollwick

@@ -4,15 +4,13 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include <algorithm>
-
 namespace tollwick {
 namespace {
 
 constexpr Caption kCaptions[] = {{"EditCaption", Text::EditCaption}};
 constexpr int kFieldWidth = 260; // pixels
-// Characters; seven settings of that length fit one record together.
-constexpr int kMaxText = 500;
+// Characters, far more than any record takes: what is too long is refused by who asked for it.
+constexpr int kMaxText = 1'000'000;
 
 } // namespace
 
@@ -25,6 +23,7 @@ EditForm::EditForm(ConsoleContext& context, QWidget* parent)
     label_->setBuddy(edit_);
     edit_->setObjectName("Edittext");
     edit_->setMinimumWidth(kFieldWidth);
+    edit_->setMaxLength(kMaxText);
 
     auto* layout = new QGridLayout(this);
     layout->addWidget(icon_, 0, 0, 2, 1, Qt::AlignTop);
@@ -35,13 +34,11 @@ EditForm::EditForm(ConsoleContext& context, QWidget* parent)
     layout->setRowMinimumHeight(2, 40);
     layout->setSizeConstraint(QLayout::SetFixedSize);
     dress(Text::EditForm, kCaptions);
+    takeCodePageInLines();
 }
 
 void EditForm::setText(std::string_view utf8) {
-    const QString text = toQString(utf8);
-    // What the service holds already is not cut.
-    edit_->setMaxLength(std::max(kMaxText, static_cast<int>(text.size())));
-    edit_->setText(text);
+    edit_->setText(toQString(utf8));
 }
 
 void EditForm::setCaptions(Text caption, Text label, std::string_view image_key) {

@@ -38,7 +38,9 @@ ScheduleForm::ScheduleForm(ConsoleContext& context, QWidget* parent)
         field->installEventFilter(this);
 
     connect(ui_->TimedOption, &QRadioButton::toggled, this, &ScheduleForm::enableFields);
-    show(entryOf(context.data.current_schedule).value_or(ScheduleEntry()));
+    takeCodePageInLines();
+    shown_ = entryOf(context.data.current_schedule).value_or(ScheduleEntry());
+    show(shown_);
 }
 
 ScheduleForm::~ScheduleForm() = default;
@@ -56,9 +58,13 @@ void ScheduleForm::show(const ScheduleEntry& entry) {
 
 ScheduleEntry ScheduleForm::entry() const {
     ScheduleEntry entry;
-    entry.day = ui_->DayCombo->currentIndex();
+    // A position that its list does not have stays until another is selected.
+    const auto position = [](const QComboBox* list, int shown) {
+        return list->currentIndex() >= 0 ? list->currentIndex() : shown;
+    };
+    entry.day = position(ui_->DayCombo, shown_.day);
     entry.is_interval = ui_->IntervalOption->isChecked();
-    entry.interval = ui_->IntervalCombo->currentIndex();
+    entry.interval = position(ui_->IntervalCombo, shown_.interval);
     entry.timed = ui_->Timed->text().toStdString();
     entry.between_first = ui_->BetweenFirst->text().toStdString();
     entry.between_second = ui_->BetweenSecond->text().toStdString();
@@ -91,9 +97,13 @@ QWidget* ScheduleForm::widgetOf(ScheduleField field) const {
     return nullptr;
 }
 
+QWidget* ScheduleForm::fieldOf(const RunTimeError&) const {
+    return ui_->Delay;
+}
+
 void ScheduleForm::accept() {
     const bool is_new = context_.data.current_schedule.identity == 0;
-    context_.guardEntry(is_new ? Routine::AddSchedule : Routine::EditSchedule, [&] { save(); });
+    guardEntry(is_new ? Routine::AddSchedule : Routine::EditSchedule, [&] { save(); });
 }
 
 void ScheduleForm::save() {

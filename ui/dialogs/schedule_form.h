@@ -32,9 +32,12 @@ private:
     void enableFields();
     QWidget* widgetOf(ScheduleField field) const;
     void save();
+    // The delay is the only number.
+    [[nodiscard]] QWidget* fieldOf(const RunTimeError& error) const override;
 
     std::unique_ptr<Ui::ScheduleForm> ui_;
     std::vector<ScheduleInterval> intervals_;
+    ScheduleEntry shown_; // at first
 };
 
 } // namespace tollwick

@@ -5,6 +5,7 @@
 #include "rules/node_keys.h"
 #include "rules/setting_rules.h"
 #include "ui/dialogs/edit_form.h"
+#include "wire/record_packing.h"
 
 namespace tollwick {
 namespace {
@@ -49,6 +50,18 @@ bool acceptAll(const std::string&) {
     return false;
 }
 
+// Tells that the settings would no longer fit one record with this text in them, if it is so.
+bool isTooLarge(const ConsoleContext& context, VarText SettingsRecord::*setting,
+                const std::string& text) {
+    SettingsRecord settings = context.data.settings;
+    settings.*setting = text;
+    if (fitsBlock(settings))
+        return false;
+    context.prompter.beep();
+    context.prompter.critical(context.text(Text::SettingTooLarge));
+    return true;
+}
+
 } // namespace
 
 SettingEditors::SettingEditors(ConsoleContext& context, std::function<std::string()> selected_key,
@@ -88,11 +101,12 @@ void SettingEditors::editAddress(std::string_view node_key) {
 }
 
 void SettingEditors::editIpNumber(const SettingRow& row, const AddressRule& rule) {
-    VarText& setting = context_.data.settings.*std::get<TextSetting>(row.place).value;
+    const auto place = std::get<TextSetting>(row.place).value;
+    VarText& setting = context_.data.settings.*place;
     const std::string PreviousValue = setting.text();
     const auto isRefused = [&](const std::string& text) {
         if (!InvalidIpNumber(text, context_.prompter))
-            return false;
+            return isTooLarge(context_, place, text);
         tell(rule.invalid);
         return true;
     };
@@ -139,7 +153,10 @@ void SettingEditors::EditOptionSetting() {
         return;
     if (const auto* text = std::get_if<TextSetting>(&row->place)) {
         VarText& setting = context_.data.settings.*text->value;
-        if (!editText(context_, window_, kDocViewerTexts, setting.text(), acceptAll))
+        const auto isRefused = [&](const std::string& entered) {
+            return isTooLarge(context_, text->value, entered);
+        };
+        if (!editText(context_, window_, kDocViewerTexts, setting.text(), isRefused))
             return;
         setting = context_.edit.EditResult;
         context_.requests.txSaveSettings();
@@ -182,10 +199,11 @@ void SettingEditors::EditUucpDaemonSetting() {
 }
 
 void SettingEditors::editCommand(const SettingRow& row) {
-    VarText& setting = context_.data.settings.*std::get<TextSetting>(row.place).value;
+    const auto place = std::get<TextSetting>(row.place).value;
+    VarText& setting = context_.data.settings.*place;
     const auto isRefused = [&](const std::string& text) {
         if (!ContainsAnyChar(text, kCommandCharacters))
-            return false;
+            return isTooLarge(context_, place, text);
         context_.prompter.beep();
         context_.prompter.critical(
             std::string(context_.text(Text::CommandInvalid)).append(kCommandCharactersShown));
@@ -200,8 +218,12 @@ void SettingEditors::editCommand(const SettingRow& row) {
 }
 
 void SettingEditors::editDebuggingLevel(const SettingRow& row) {
-    VarText& setting = context_.data.settings.*std::get<TextSetting>(row.place).value;
-    if (!editText(context_, window_, kDebugTexts, setting.text(), acceptAll))
+    const auto place = std::get<TextSetting>(row.place).value;
+    VarText& setting = context_.data.settings.*place;
+    const auto isRefused = [&](const std::string& text) {
+        return isTooLarge(context_, place, trimmed(text));
+    };
+    if (!editText(context_, window_, kDebugTexts, setting.text(), isRefused))
         return;
     setting = trimmed(context_.edit.EditResult);
     if (!setting.bytes().empty())

@@ -1,5 +1,6 @@
 #include "ui/frame/command_runner.h"
 
+#include "rules/host_rules.h"
 #include "rules/node_keys.h"
 #include "ui/dialogs/schedule_form.h"
 #include "ui/frame/config_tree.h"
@@ -9,7 +10,7 @@
 
 #include <QTimer>
 
-#include <algorithm>
+#include <optional>
 
 namespace tollwick {
 
@@ -82,9 +83,13 @@ void CommandRunner::changeLogin() {
 }
 
 void CommandRunner::showScheduleForm(Text caption) {
-    ScheduleForm form(context_, window_);
-    form.setWindowTitle(context_.caption(caption));
-    form.exec();
+    std::optional<ScheduleForm> form;
+    {
+        const BusyPointer busy(context_.progress);
+        form.emplace(context_, window_);
+        form->setWindowTitle(context_.caption(caption));
+    }
+    form->exec();
 }
 
 void CommandRunner::showHostForm(Text caption) {
@@ -194,15 +199,22 @@ void CommandRunner::deleteHost() {
         return;
     const BusyPointer busy(context_.progress);
     const std::string directory = host->spool_directory.text();
-    const bool is_shared = std::any_of(hosts.begin(), hosts.end(), [&](const HostRecord& other) {
-        return &other != host && other.spool_directory.text() == directory;
-    });
     if (hasFailed(context_.requests.txDeleteHost(host->record_number)))
         return;
-    if (!is_shared) {
+    if (!context_.requests.wasDone()) {
+        context_.prompter.beep();
+        context_.prompter.critical(context_.text(Text::HostNotRemoved));
+        context_.progress.setInfo(context_.text(Text::Ready));
+        return;
+    }
+    if (!isSpoolDirectoryShared(directory, *host, hosts)) {
         context_.progress.setInfo(context_.text(Text::StatusRemovingHostDirectory));
         if (hasFailed(context_.requests.txDeleteHostDirectory(directory)))
             return;
+        if (!context_.requests.wasDone()) {
+            context_.prompter.beep();
+            context_.prompter.critical(context_.text(Text::HostDirectoryNotRemoved));
+        }
     }
     remove(node::UucpHosts, hosts, host);
     context_.progress.setInfo(context_.text(Text::Ready));

@@ -20,7 +20,6 @@ Console::Console(ConsoleEnvironment environment)
                                                                   main_.settings,
                                                                   main_.connection,
                                                                   main_.install_folder,
-                                                                  log_,
                                                                   errors_,
                                                                   help_,
                                                                   {}} {
@@ -41,7 +40,10 @@ Console::~Console() = default;
 bool Console::Main() {
     errors_.guard(Routine::Main, [&](Integer& step) {
         step = 2;
-        main_.loadLanguage();
+        errors_.guard(Routine::Main, [&](Integer& reading) {
+            reading = step;
+            main_.loadLanguage();
+        });
         if (main_.texts.LangBase() == kSwedish)
             QCoreApplication::installTranslator(&swedish_qt_texts_);
         errors_.guard(Routine::LoadConnectionSettings,
@@ -49,14 +51,15 @@ bool Console::Main() {
         step = 3;
         main_.prepareInstallFolder();
         step = 4;
-        // In a language without texts the window comes up as it was designed, and whatever needs a
-        // text later fails: wanted.
+        // In a language without texts the window comes up as it was designed, in English, and
+        // whatever needs a text later fails: wanted.
+        const StringTable texts = main_.texts;
         if (!errors_.guard(Routine::LoadMainForm,
                            [&](Integer&) { (void)main_.texts(Text::FileMenu); }))
-            main_.useDesignLanguage();
+            main_.texts = StringTable(kEnglish);
         main_form_ = std::make_unique<Twmainform>(context_, early_status_bar_.release(),
                                                   environment_.end_process);
-        main_.loadLanguage();
+        main_.texts = texts;
         main_form_->restorePlacement();
         main_form_->show();
         main_form_->startTimer();

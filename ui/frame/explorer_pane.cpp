@@ -21,13 +21,13 @@ constexpr int kBarShortening = 20; // twips
 
 } // namespace
 
-ExplorerPane::ExplorerPane(Settings& settings, const StringTable& texts, QWidget* parent)
-    : QWidget(parent), tree_(new ConfigTree(this)), list_(new ListView(settings, this)),
-      monitor_(new MonitorPanel(settings, texts, this)),
-      filter_(new FilterBar(*list_, texts, this)), strip_(new SplitterStrip(this)),
+ExplorerPane::ExplorerPane(ConsoleContext& context, QWidget* parent)
+    : QWidget(parent), tree_(new ConfigTree(this)), list_(new ListView(context, this)),
+      monitor_(new MonitorPanel(context, this)),
+      filter_(new FilterBar(*list_, context.texts, this)), strip_(new SplitterStrip(this)),
       bar_(new QFrame(this)) {
     monitor_->hide();
-    strip_->setAccessibleName(toQString(texts(Text::AccessibleSplitter)));
+    strip_->setAccessibleName(context.caption(Text::AccessibleSplitter));
     setTabOrder(tree_, strip_);
     setTabOrder(strip_, list_);
     bar_->setObjectName("picSplitter");

@@ -2,8 +2,7 @@
 // them that can be dragged.
 #pragma once
 
-#include "base/settings_store.h"
-#include "base/string_table.h"
+#include "ui/common/console_context.h"
 
 #include <QFrame>
 
@@ -18,7 +17,7 @@ class SplitterStrip;
 class ExplorerPane : public QWidget {
     Q_OBJECT
 public:
-    ExplorerPane(Settings& settings, const StringTable& texts, QWidget* parent);
+    ExplorerPane(ConsoleContext& context, QWidget* parent);
 
     [[nodiscard]] ConfigTree* tree() const { return tree_; }
     [[nodiscard]] ListView* list() const { return list_; }

@@ -95,9 +95,9 @@ Twmainform::Twmainform(ConsoleContext& context, MainStatusBar* status_bar,
           notifier->notify(text);
       }),
       context_(context), end_process_(std::move(end_process)),
-      actions_(new MainActions(*this, context.texts)),
-      pane_(new ExplorerPane(context.settings, context.texts, this)), tree_(pane_->tree()),
-      list_(pane_->list()), list_actions_(new ListActions(context, *list_, *pane_->filter(), this)),
+      actions_(new MainActions(*this, context.texts)), pane_(new ExplorerPane(context, this)),
+      tree_(pane_->tree()), list_(pane_->list()),
+      list_actions_(new ListActions(context, *list_, *pane_->filter(), this)),
       commands_(context, *tree_, *list_, this),
       menu_timer_(new MenuTimer(context, *actions_, *tree_, *list_, *pane_->monitor(), this)),
       context_menu_(new QMenu(this)) {
@@ -257,7 +257,16 @@ void Twmainform::run(Action action) {
     if (!context_.link.isOpen())
         return;
     context_.link.eventsAreProcessed();
-    context_.guardEntry(routineOf(action), [&] { commands_.run(action); });
+    context_.guardControl(routineOf(action), [&] {
+        try {
+            commands_.run(action);
+        } catch (const RunTimeError& error) {
+            // Of a setting, whose editor ends with it.
+            if (error.number() == error_number::Overflow)
+                context_.tellOverflow();
+            throw;
+        }
+    });
 }
 
 void Twmainform::showSelectedNode() {

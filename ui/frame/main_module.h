@@ -18,11 +18,12 @@ public:
     MainModule(SettingsStore& store, LogWriter& log, Folders folders)
         : settings(store), log_(log), folders_(std::move(folders)) {}
 
-    // "CountryCode" into LangBase.
-    void loadLanguage() { texts = StringTable(loadLangBase(settings)); }
-    // The language that windows are designed in, in place of one without texts. It holds until the
-    // language is loaded again.
-    void useDesignLanguage() { texts = StringTable(kEnglish); }
+    // "CountryCode" into LangBase. Throws RunTimeError 6 beyond 16 bits, and there are no texts
+    // then.
+    void loadLanguage() {
+        texts = StringTable(kNoLanguage);
+        texts = StringTable(loadLangBase(settings));
+    }
     // The connection settings and the install folder.
     void loadConnectionSettings() {
         connection = tollwick::loadConnectionSettings(settings);
@@ -32,16 +33,18 @@ public:
     // Makes the install folder ready, logs and help included. Throws when the help cannot be.
     void prepareInstallFolder() {
         prepareFolders(install_folder, log_);
-        copySuppliedFiles(folders_.supplied, install_folder, texts.LangBase());
+        placeSuppliedFiles(folders_.supplied, install_folder, texts.LangBase());
         placeHelpFiles(install_folder);
     }
 
     Settings settings;
     ConnectionSettings connection;
-    StringTable texts{kEnglish};
+    StringTable texts{kNoLanguage};
     std::string install_folder; // UTF-8
 
 private:
+    static constexpr Integer kNoLanguage = 0;
+
     LogWriter& log_;
     Folders folders_;
 };

@@ -77,6 +77,30 @@ void showFields(const HostEntry& entry, const Ui::HostSetupForm& ui) {
     ui.obMailTransport0->setChecked(!entry.transport_when_in_queue);
 }
 
+QWidget* controlOf(const HostField& field, const Ui::HostSetupForm& ui) {
+    if (field == HostField::ScriptText)
+        return ui.ScriptBox;
+    if (field == HostField::Modem)
+        return ui.Modems;
+    HostEntry entry;
+    const void* wanted = std::visit(
+        [&entry](auto member) -> const void* {
+            if constexpr (std::is_same_v<decltype(member), NumberField HostEntry::*>)
+                return &(entry.*member).text;
+            else if constexpr (std::is_member_pointer_v<decltype(member)>)
+                return &(entry.*member);
+            else
+                return nullptr;
+        },
+        field.member);
+    QWidget* found = nullptr;
+    forEachField(ui, entry, [&](QWidget* control, const auto& shown) {
+        if (&shown == wanted)
+            found = control;
+    });
+    return found;
+}
+
 void takeFields(const Ui::HostSetupForm& ui, HostEntry& entry) {
     forEachField(ui, entry, Take());
 }

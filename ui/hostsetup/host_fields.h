@@ -4,6 +4,8 @@
 
 #include "rules/host_entry.h"
 
+class QWidget;
+
 namespace Ui {
 class HostSetupForm;
 }
@@ -15,5 +17,8 @@ void showFields(const HostEntry& entry, const Ui::HostSetupForm& ui);
 // Takes what the controls hold. `entry` is what they showed at first: a position that its list
 // could not show stays as it was.
 void takeFields(const Ui::HostSetupForm& ui, HostEntry& entry);
+
+// The control of a field.
+QWidget* controlOf(const HostField& field, const Ui::HostSetupForm& ui);
 
 } // namespace tollwick

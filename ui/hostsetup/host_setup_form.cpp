@@ -2,13 +2,13 @@
 
 #include "base/text.h"
 #include "link/host_saver.h"
-#include "ui/common/line_input.h"
 #include "ui/hostsetup/host_captions.h"
 #include "ui/hostsetup/host_fields.h"
 #include "ui/hostsetup/modem_form.h"
 #include "ui_host_setup_form.h"
 
 #include <QKeyEvent>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -116,6 +116,8 @@ void HostSetupForm::connectSignals() {
     connect(ui_->PhoneEntries, &QComboBox::activated, this, &HostSetupForm::rasEntryChosen);
     connect(ui_->Modems, &QPushButton::clicked, this,
             [this] { context_.guardControl(Routine::ChooseModem, [&] { chooseModem(); }); });
+    takeCodePageInLines();
+    takeCodePage(ui_->ScriptBox);
     ui_->RemoteHostNameTxt->installEventFilter(this);
 }
 
@@ -142,7 +144,8 @@ void HostSetupForm::ShowAllData() {
     protocolChanged();
     // A name that came with other characters can still be edited.
     if (!ui_->RemoteHostNameTxt->text().contains(noNodeNameCharacters()))
-        keepOut(noNodeNameCharacters(), ui_->RemoteHostNameTxt);
+        filterInput(ui_->RemoteHostNameTxt,
+                    [](QString text, bool) { return text.remove(noNodeNameCharacters()); });
     layOutAnew();
 }
 
@@ -310,19 +313,24 @@ void HostSetupForm::chooseModem() {
     ui_->ConnectSpeedLbx->setCurrentIndex(before >= 0 && before < usable ? before : usable - 1);
 }
 
+QWidget* HostSetupForm::fieldOf(const RunTimeError& error) const {
+    const auto* of_host = dynamic_cast<const HostNumberError*>(&error);
+    return of_host ? controlOf(of_host->field(), *ui_) : nullptr;
+}
+
 void HostSetupForm::accept() {
-    context_.guardEntry(Routine::SaveHost, [&] { save(); });
+    guardEntry(Routine::SaveHost, [&] { save(); });
 }
 
 void HostSetupForm::save() {
     HostSaveResult result{};
     {
         const BusyPointer busy(context_.progress);
-        result = HostSaver(context_).save(entry(), script_.text());
+        result = HostSaver(context_).save(entry(), script_.textToSend());
     }
     switch (result.outcome) {
     case HostSaveOutcome::Refused:
-        focusField(widgetOf(*result.field));
+        focusField(controlOf(*result.field, *ui_));
         break;
     case HostSaveOutcome::Stopped:
         break;
@@ -334,26 +342,6 @@ void HostSetupForm::save() {
         QDialog::accept();
         break;
     }
-}
-
-QWidget* HostSetupForm::widgetOf(HostField field) const {
-    switch (field) {
-    case HostField::DisplayName:
-        return ui_->HostSetupNameTxt;
-    case HostField::MailDomain:
-        return ui_->MailDomainTxt;
-    case HostField::DefaultDomain:
-        return ui_->DefaultDomainCheck;
-    case HostField::RemoteUucpName:
-        return ui_->RemoteHostNameTxt;
-    case HostField::UucpTimeout:
-        return ui_->UucpTimeoutTxt;
-    case HostField::ScriptFileName:
-        return ui_->ScripFileNameTxt;
-    case HostField::ScriptText:
-        return ui_->ScriptBox;
-    }
-    return nullptr;
 }
 
 } // namespace tollwick

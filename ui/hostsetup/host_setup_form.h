@@ -65,7 +65,7 @@ private:
     void rasEntryChosen(int position);
     void chooseModem();
     void save();
-    [[nodiscard]] QWidget* widgetOf(HostField field) const;
+    [[nodiscard]] QWidget* fieldOf(const RunTimeError& error) const override;
 
     std::unique_ptr<Ui::HostSetupForm> ui_;
     ConnectionLists lists_;

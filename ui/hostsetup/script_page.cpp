@@ -35,16 +35,21 @@ void ScriptPage::setUp() {
 }
 
 void ScriptPage::fetch(const std::string& file_name) {
-    bool received = false;
-    context_.requests.txGetScript(file_name, received);
-    if (!received)
+    Requests::Script script{};
+    context_.requests.txGetScript(file_name, script);
+    if (script == Requests::Script::None)
         return;
     received_ = context_.data.script.text.scriptText();
     ui_.ScriptBox->setPlainText(QString::fromStdString(received_));
     ui_.ScriptBox->document()->setModified(false);
+    ui_.ScriptBox->setReadOnly(script == Requests::Script::Cut);
+    if (script == Requests::Script::Cut)
+        context_.prompter.exclamation(context_.text(Text::ScriptCut));
 }
 
-std::string ScriptPage::text() const {
+std::optional<std::string> ScriptPage::textToSend() const {
+    if (ui_.ScriptBox->isReadOnly())
+        return {};
     if (!ui_.ScriptBox->document()->isModified())
         return received_;
     // Not the plain text: that has a blank for each no-break space.
@@ -70,6 +75,7 @@ void ScriptPage::showMenu(const QPoint& position) {
     const std::unique_ptr<QMenu> menu(ui_.ScriptBox->createStandardContextMenu());
     menu->addSeparator();
     QAction* load = menu->addAction(context_.caption(Text::LoadScript));
+    load->setEnabled(!ui_.ScriptBox->isReadOnly());
     load->setObjectName("LoadScript");
     connect(load, &QAction::triggered, this,
             [this] { context_.guardControl(Routine::LoadScript, [&] { loadLocal(); }); });

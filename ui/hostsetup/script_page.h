@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+#include <optional>
 #include <string>
 
 class QPoint;
@@ -25,8 +26,9 @@ public:
     void setUp();
     // Shows the script of this name, UTF-8, as the service has it.
     void fetch(const std::string& file_name);
-    // UTF-8 with CR LF line ends: as it was received, unless it has been edited.
-    [[nodiscard]] std::string text() const;
+    // UTF-8 with CR LF line ends: as it was received, unless it has been edited. Nothing for a
+    // script that has arrived cut.
+    [[nodiscard]] std::optional<std::string> textToSend() const;
 
 private:
     void browse();

@@ -10,7 +10,8 @@
 
 namespace tollwick {
 
-ListModel::ListModel(QObject* parent) : QAbstractTableModel(parent) {}
+ListModel::ListModel(ErrorHandler& errors, QObject* parent)
+    : QAbstractTableModel(parent), errors_(errors) {}
 
 void ListModel::setContents(ListContents contents, const ListSort& sort, std::string filter) {
     beginResetModel();
@@ -32,8 +33,10 @@ void ListModel::sort(int column, Qt::SortOrder order) {
     const ListSort sort{column, order == Qt::DescendingOrder};
     if (sort == sort_)
         return;
-    sort_ = sort;
-    reorder();
+    errors_.guard(Routine::FillList, [&](Integer&) {
+        sort_ = sort;
+        reorder();
+    });
 }
 
 int ListModel::contentsRow(int shown) const {

@@ -2,6 +2,7 @@
 // the order that the user has chosen.
 #pragma once
 
+#include "base/error_handler.h"
 #include "rules/list_contents.h"
 #include "rules/list_export.h"
 #include "rules/list_order.h"
@@ -17,13 +18,14 @@ namespace tollwick {
 class ListModel : public QAbstractTableModel {
     Q_OBJECT
 public:
-    explicit ListModel(QObject* parent = nullptr);
+    explicit ListModel(ErrorHandler& errors, QObject* parent = nullptr);
 
     void setContents(ListContents contents, const ListSort& sort, std::string filter);
     [[nodiscard]] const ListContents& contents() const { return contents_; }
 
     void setFilter(std::string filter);
-    // Column -1 goes back to the order of the contents.
+    // Column -1 goes back to the order of the contents. Called by the view, when a title is
+    // clicked.
     void sort(int column, Qt::SortOrder order) override;
     [[nodiscard]] const ListSort& sorting() const { return sort_; }
 
@@ -58,6 +60,7 @@ private:
     void reorder();
     [[nodiscard]] std::optional<std::vector<std::size_t>> makeOrder() const;
 
+    ErrorHandler& errors_;
     ListContents contents_;
     ListSort sort_;
     std::string filter_;

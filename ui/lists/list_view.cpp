@@ -20,8 +20,8 @@ constexpr int kMaxColumnWidth = 320; // pixels, of a column that follows its con
 
 } // namespace
 
-ListView::ListView(Settings& settings, QWidget* parent)
-    : QTreeView(parent), settings_(settings), list_model_(new ListModel(this)) {
+ListView::ListView(ConsoleContext& context, QWidget* parent)
+    : QTreeView(parent), context_(context), list_model_(new ListModel(context.errors, this)) {
     setObjectName("List");
     setRootIsDecorated(false);
     setUniformRowHeights(true);
@@ -45,7 +45,7 @@ void ListView::showContents(std::string node_key, ListContents contents) {
     storeLayout();
     const QScopedValueRollback guard(is_laying_out_, true);
     node_key_ = std::move(node_key);
-    const ListLayout layout = readListLayout(settings_, node_key_, contents.columns.size());
+    const ListLayout layout = readListLayout(context_.settings, node_key_, contents.columns.size());
     has_stored_widths_ = !layout.widths.empty();
     filter_.clear();
     list_model_->setContents(std::move(contents), layout.sort, filter_);
@@ -72,7 +72,7 @@ void ListView::storeLayout() {
     if (widths_changed_ || has_stored_widths_)
         for (int section = 0; section < header()->count(); ++section)
             layout.widths.push_back(toTwips(columnWidth(section)));
-    storeListLayout(settings_, node_key_, layout);
+    storeListLayout(context_.settings, node_key_, layout);
     widths_changed_ = sort_changed_ = false;
 }
 
@@ -82,11 +82,13 @@ void ListView::removeRow(int contents_row, const std::function<void()>& erase) {
 }
 
 void ListView::setFilter(const QString& text) {
-    filter_ = text.toStdString();
-    list_model_->setFilter(filter_);
-    if (currentIndex().isValid())
-        scrollTo(currentIndex());
-    emit rowsChanged();
+    context_.errors.guard(Routine::FillList, [&](Integer&) {
+        filter_ = text.toStdString();
+        list_model_->setFilter(filter_);
+        if (currentIndex().isValid())
+            scrollTo(currentIndex());
+        emit rowsChanged();
+    });
 }
 
 void ListView::selectSomeRow() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "rules/list_layout.h"
+#include "ui/common/console_context.h"
 #include "ui/lists/list_model.h"
 
 #include <QTreeView>
@@ -14,7 +15,7 @@ namespace tollwick {
 class ListView : public QTreeView {
     Q_OBJECT
 public:
-    explicit ListView(Settings& settings, QWidget* parent = nullptr);
+    explicit ListView(ConsoleContext& context, QWidget* parent = nullptr);
 
     // Shows the contents of a node, with their own columns, arranged as the user left that list. An
     // empty key and contents clear the list.
@@ -71,7 +72,7 @@ private:
     [[nodiscard]] int shownSelectedRow() const;
     void layOutColumns(const std::vector<int>& stored_widths);
 
-    Settings& settings_;
+    ConsoleContext& context_;
     ListModel* list_model_;
     std::string node_key_; // of the list that is shown
     std::string filter_;

@@ -1,13 +1,14 @@
 #include "ui/login/login_form.h"
 
 #include "base/text.h"
-#include "link/login_sequence.h"
 #include "rules/recent_servers.h"
 #include "rules/window_placement.h"
 #include "ui_login_form.h"
+#include "wire/record_packing.h"
 
 #include <QCompleter>
 #include <QKeyEvent>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QStandardItemModel>
 
@@ -52,6 +53,8 @@ LoginForm::LoginForm(ConsoleContext& context, QWidget* parent)
     ui_->setupUi(this);
     help_ = makeHelpButton();
     dress(Text::frmLogin, kCaptions);
+    takeCodePage(ui_->tbServerConnectUsername);
+    takeCodePage(ui_->tbServerConnectPassword);
     // The fields of both frames start at the same place.
     const int label_width =
         std::max({ui_->txtUsername->sizeHint().width(), ui_->txtPassword->sizeHint().width(),
@@ -161,34 +164,43 @@ void LoginForm::setRunning(bool running) {
 void LoginForm::login() {
     if (running_)
         return;
-    setRunning(true);
-    LoginOutcome outcome = LoginOutcome::LinkFailed;
     context_.errors.guard(Routine::Login, [&](Integer& step) {
-        const BusyPointer busy(context_.progress);
         ConnectionSettings& connection = context_.connection;
         connection.ServerConnectIp = utf8(ui_->tbServerConnectIp->text());
         connection.ServerConnectPort = utf8(ui_->tbServerConnectPort->text());
         connection.ServerConnectUsername = utf8(ui_->tbServerConnectUsername->text());
+        const std::string password = trimmed(utf8(ui_->tbServerConnectPassword->text()));
+        if (!fitsBlock(LoginRecord{VarText(connection.ServerConnectUsername), VarText(password)}))
+            return refuse(BoxIcon::Critical, Text::SettingTooLarge, ui_->tbServerConnectPassword);
         step = 1;
-        saveConnectionSettings(context_.settings, context_.connection);
+        saveConnectionSettings(context_.settings, connection);
         context_.data.user_id = connection.ServerConnectUsername;
-        context_.data.password = trimmed(utf8(ui_->tbServerConnectPassword->text()));
+        context_.data.password = password;
         step = 2;
-        outcome = LoginSequence(context_, context_.connection, context_.log).run();
+        LoginOutcome outcome = LoginOutcome::LinkFailed;
+        {
+            setRunning(true);
+            const auto end = qScopeGuard([this] { setRunning(false); });
+            const BusyPointer busy(context_.progress);
+            outcome = LoginSequence(context_, connection).run();
+        }
+        step = 3;
+        finish(outcome);
     });
-    setRunning(false);
+}
+
+void LoginForm::finish(LoginOutcome outcome) {
+    const bool is_logged_in = outcome == LoginOutcome::LoggedIn;
     // A link that was lost before the main window's timer has seen it is told here.
-    if ((outcome == LoginOutcome::LoggedIn && !context_.link.isOpen()) ||
-        outcome == LoginOutcome::LinkFailed)
+    if ((is_logged_in && !context_.link.isOpen()) || outcome == LoginOutcome::LinkFailed)
         context_.showIdle();
-    if (outcome == LoginOutcome::LoggedIn) {
+    if (is_logged_in) {
         const ConnectionSettings& connection = context_.connection;
         rememberServer(context_.settings, {connection.ServerConnectIp, connection.ServerConnectPort,
                                            connection.ServerConnectUsername});
         accept();
     } else if (outcome == LoginOutcome::Rejected) {
-        ui_->tbServerConnectPassword->setFocus();
-        ui_->tbServerConnectPassword->selectAll();
+        focusField(ui_->tbServerConnectPassword);
     }
 }
 

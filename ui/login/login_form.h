@@ -1,6 +1,7 @@
 // The login dialog.
 #pragma once
 
+#include "link/login_sequence.h"
 #include "ui/common/console_dialog.h"
 
 #include <memory>
@@ -27,6 +28,7 @@ protected:
 
 private:
     void login();
+    void finish(LoginOutcome outcome);
     void toggleOptions();
     // Has the address complete from the servers that were logged in to last.
     void completeServers();

@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "ui_new_login_form.h"
+#include "wire/record_packing.h"
 
 #include <QScopeGuard>
 
@@ -24,6 +25,7 @@ NewLoginForm::NewLoginForm(ConsoleContext& context, QWidget* parent)
     ui_->buttonLayout->addWidget(makeHelpButton());
     connectOkCancel(ui_->OkButton, ui_->CancelButton);
     dress(Text::NewLoginForm, kCaptions);
+    takeCodePageInLines();
     showIcon(ui_->EditIcon, "lock32");
     ui_->tbUserId->setText(QString::fromStdString(context.data.user_id));
     ui_->tbUserId->setFocus();
@@ -59,6 +61,9 @@ void NewLoginForm::save() {
         ui_->tbPasswordAgain->clear();
         return;
     }
+    const std::string user_id = trimmedText(ui_->tbUserId);
+    if (!fitsBlock(LoginRecord{VarText(user_id), VarText(password)}))
+        return refuse(BoxIcon::Critical, Text::SettingTooLarge, ui_->tbPassword);
     if (ui_->tbPassword->text().isEmpty()) {
         context_.prompter.beep();
         context_.prompter.critical(context_.text(Text::PasswordEmpty)); // a warning: it goes on
@@ -68,7 +73,7 @@ void NewLoginForm::save() {
         setRunning(true);
         const auto end = qScopeGuard([this] { setRunning(false); });
         const BusyPointer busy(context_.progress);
-        context_.data.user_id = trimmedText(ui_->tbUserId);
+        context_.data.user_id = user_id;
         context_.data.password = password;
         result = context_.requests.txNewLogin();
     }

@@ -16,20 +16,22 @@ constexpr Setting kNotify{"General", "TransportNotification", "1"};
 
 } // namespace
 
-MonitorPanel::MonitorPanel(Settings& settings, const StringTable& texts, QWidget* parent)
+MonitorPanel::MonitorPanel(ConsoleContext& context, QWidget* parent)
     : QWidget(parent), progress_(new QProgressBar), graph_(new SpeedGraph),
-      notify_(new QCheckBox(toQString(texts(Text::NotifyOption)))) {
+      notify_(new QCheckBox(context.caption(Text::NotifyOption))) {
     setObjectName("MonitorPanel");
     progress_->setObjectName("MonitorProgress");
-    progress_->setAccessibleName(toQString(texts(Text::RowMonitorProgress)));
+    progress_->setAccessibleName(context.caption(Text::RowMonitorProgress));
     progress_->setRange(0, 100);
     progress_->setValue(0);
-    graph_->setAccessibleName(toQString(texts(Text::SpeedGraph)));
-    graph_->setToolTip(toQString(texts(Text::SpeedGraph)));
+    graph_->setAccessibleName(context.caption(Text::SpeedGraph));
+    graph_->setToolTip(context.caption(Text::SpeedGraph));
     notify_->setObjectName("NotifyOption");
-    notify_->setChecked(settings.read(kNotify) != "0");
-    connect(notify_, &QCheckBox::toggled, this,
-            [&settings](bool on) { settings.write(kNotify, on ? "1" : "0"); });
+    notify_->setChecked(context.settings.read(kNotify) != "0");
+    connect(notify_, &QCheckBox::toggled, this, [&context](bool on) {
+        context.errors.guard(Routine::Command,
+                             [&](Integer&) { context.settings.write(kNotify, on ? "1" : "0"); });
+    });
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 6, 0, 0);

@@ -2,9 +2,8 @@
 // the end of a transport is to be told.
 #pragma once
 
-#include "base/settings_store.h"
-#include "base/string_table.h"
 #include "rules/transport_watch.h"
+#include "ui/common/console_context.h"
 #include "wire/records.h"
 
 #include <QElapsedTimer>
@@ -20,7 +19,7 @@ class SpeedGraph;
 class MonitorPanel : public QWidget {
     Q_OBJECT
 public:
-    MonitorPanel(Settings& settings, const StringTable& texts, QWidget* parent);
+    MonitorPanel(ConsoleContext& context, QWidget* parent);
 
     // Takes the next status.
     void showStatus(const UucpStatusRecord& status);
