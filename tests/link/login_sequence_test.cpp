@@ -30,7 +30,7 @@ protected:
     TestLog log;
     ConnectionSettings connection;
     Console console;
-    LoginSequence sequence{console.context, connection, log.writer};
+    LoginSequence sequence{console.context, connection};
 };
 
 TEST_F(LoginTest, AcceptedFetchesEverythingInOrder) {

@@ -49,7 +49,7 @@ int deleteMail(Requests& requests) {
                                        removed);
 }
 int getScript(Requests& requests) {
-    bool received = false;
+    Requests::Script received{};
     return requests.txGetScript("a.scp", received);
 }
 template <Integer (Requests::*request)(std::vector<std::string>&)>
@@ -175,11 +175,11 @@ TEST(Requests, TellFailuresInTheLanguageOfTheConsoleSaveForTheHostSave) {
 TEST(Requests, WithoutANameSendNothingAndCutALongOne) {
     const ScriptedPeer peer(std::vector<Acts>{answer(1)});
     Console console(peer);
-    bool received = true;
+    auto received = Requests::Script::Whole;
     for (const char* blank : {"", "   "}) {
         EXPECT_EQ(console.requests.txDeleteHostDirectory(blank), 0);
         EXPECT_EQ(console.requests.txGetScript(blank, received), 0);
-        EXPECT_FALSE(received);
+        EXPECT_EQ(received, Requests::Script::None);
         EXPECT_EQ(console.requests.txSaveScript(blank, "text"), 0);
     }
     EXPECT_EQ(console.requests.txDeleteHostDirectory(std::string(5000, 'a')), 0);

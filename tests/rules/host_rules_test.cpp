@@ -178,7 +178,7 @@ std::string decided(const char* remote, const HostRecord& self, std::vector<Answ
     };
     const auto remove = [&](const std::string& directory) {
         told += "remove " + directory + ", ";
-        return removed;
+        return removed ? SpoolOutcome::Decided : SpoolOutcome::Failed;
     };
     std::string directory;
     const auto outcome = decideSpoolDirectory(entry, self, kHosts, {ask, remove}, directory);
