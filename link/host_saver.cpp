@@ -7,9 +7,7 @@ bool HostSaver::hasTelephony() const {
 }
 
 HostSaveResult HostSaver::refuse(const HostProblem& problem) {
-    std::string text(context_.text(problem.text));
-    if (const std::size_t place = text.find("%1"); place != std::string::npos)
-        text.replace(place, 2, std::to_string(problem.most));
+    const std::string text = filledIn(context_.text(problem.text), {std::to_string(problem.most)});
     context_.prompter.beep();
     context_.prompter.tell(problem.icon, text);
     return {HostSaveOutcome::Refused, problem.field};

@@ -91,14 +91,14 @@ QWidget* ScheduleForm::widgetOf(ScheduleField field) const {
         return ui_->BetweenFirst;
     case ScheduleField::BetweenSecond:
         return ui_->BetweenSecond;
-    case ScheduleField::Delay:
-        return ui_->Delay;
+    case ScheduleField::Delay: // which is disabled beside a time
+        return ui_->Delay->isEnabled() ? static_cast<QWidget*>(ui_->Delay) : ui_->IntervalOption;
     }
     return nullptr;
 }
 
 QWidget* ScheduleForm::fieldOf(const RunTimeError&) const {
-    return ui_->Delay;
+    return widgetOf(ScheduleField::Delay);
 }
 
 void ScheduleForm::accept() {

@@ -76,9 +76,24 @@ void ListView::storeLayout() {
     widths_changed_ = sort_changed_ = false;
 }
 
-void ListView::removeRow(int contents_row, const std::function<void()>& erase) {
+int ListView::removeRow(int contents_row, const std::function<void()>& erase) {
+    const int shown = list_model_->shownRow(contents_row);
     list_model_->removeListRow(contents_row, erase);
     emit rowsChanged();
+    return shown;
+}
+
+void ListView::selectShownRow(int shown) {
+    const int row = std::min(shown, list_model_->rowCount() - 1);
+    if (row < 0)
+        return;
+    setCurrentIndex(list_model_->index(row, 0));
+    scrollTo(currentIndex());
+}
+
+void ListView::selectContentsRow(int contents_row) {
+    if (const int shown = list_model_->shownRow(contents_row); shown >= 0)
+        selectShownRow(shown);
 }
 
 void ListView::setFilter(const QString& text) {
@@ -110,6 +125,23 @@ int ListView::shownSelectedRow() const {
 int ListView::selectedRow() const {
     const int shown = shownSelectedRow();
     return shown < 0 ? -1 : list_model_->contentsRow(shown);
+}
+
+std::size_t ListView::selectedCount() const {
+    std::size_t count = 0;
+    for (const QItemSelectionRange& range : selectionModel()->selection())
+        count += static_cast<std::size_t>(range.height());
+    return count;
+}
+
+std::vector<int> ListView::selectedContentsRows() const {
+    std::vector<int> shown;
+    for (const QModelIndex& index : selectionModel()->selectedRows())
+        shown.push_back(index.row());
+    std::ranges::sort(shown);
+    for (int& row : shown)
+        row = list_model_->contentsRow(row);
+    return shown;
 }
 
 std::string ListView::selectedKey() const {

@@ -205,10 +205,8 @@ void LoginForm::finish(LoginOutcome outcome) {
 }
 
 void LoginForm::reject() {
-    if (running_) {
-        context_.link.giveUp();
+    if (running_) // the wait is given up in the way of every wait
         return;
-    }
     if (context_.link.isOpen()) { // of a login that was rejected
         context_.link.Close();
         context_.showIdle();
