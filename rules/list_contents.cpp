@@ -50,14 +50,14 @@ constexpr ColumnLayout kColumns[] = {
     {node::Outbox, Text::ColOutboxVia, kByContents},
     {node::Outbox, Text::ColOutboxSize, kByContents, true},
     {node::Outbox, Text::ColOutboxFile, kByContents},
-    {node::ServerName, Text::ColMonitorItem, kByContents},
-    {node::ServerName, Text::ColMonitorStatus, kByContents},
-    {node::Configuration, Text::ColMonitorItem, kByContents},
-    {node::Configuration, Text::ColMonitorStatus, kByContents},
-    {node::System, Text::ColMonitorItem, kByContents},
-    {node::System, Text::ColMonitorStatus, kByContents},
-    {node::View, Text::ColMonitorItem, kByContents},
-    {node::View, Text::ColMonitorStatus, kByContents},
+    {node::ServerName, Text::ColMonitorItem, 1800},
+    {node::ServerName, Text::ColMonitorStatus, 4000},
+    {node::Configuration, Text::ColMonitorItem, 1800},
+    {node::Configuration, Text::ColMonitorStatus, 4000},
+    {node::System, Text::ColMonitorItem, 1800},
+    {node::System, Text::ColMonitorStatus, 4000},
+    {node::View, Text::ColMonitorItem, 1800},
+    {node::View, Text::ColMonitorStatus, 4000},
 };
 
 constexpr std::array<Text, kMonitorRows> kMonitorCaptions = {
