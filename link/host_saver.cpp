@@ -90,7 +90,9 @@ HostSaveOutcome HostSaver::saveRecord(const HostEntry& entry, const std::string&
         data.current_host = before;
         return HostSaveOutcome::LinkFailed;
     }
-    if (is_new)
+    if (is_new && data.current_host.state == 0)
+        context_.requests.txGetAllHosts(); // the reply did not say what the service made of it
+    else if (is_new)
         data.hosts.push_back(data.current_host);
     context_.progress.setInfo(context_.text(Text::Ready));
     return HostSaveOutcome::Saved;

@@ -202,12 +202,12 @@ Long Requests::txAuthenticate() {
     login.password = data_.password;
     MoveLoginrecordToComrecord(login, begin(row));
     const Integer reply = exchange();
-    if (reply == result::Done)
-        return link_.comrecord.RecordNumber;
-    if (!isFailure(reply))
-        return 0;
-    fail(row);
-    return kAuthenticateFailed;
+    if (isFailure(reply)) {
+        fail(row);
+        return kAuthenticateFailed;
+    }
+    const Long verdict = reply == result::Done ? link_.comrecord.RecordNumber : 0;
+    return verdict == kAuthenticateFailed ? 0 : verdict; // which only the console itself gives
 }
 
 Integer Requests::txNewLogin() {
@@ -225,7 +225,10 @@ Integer Requests::txGetSettings() {
     // Without its settings a later save would wipe those of the service.
     if (exchange() != result::Done)
         return fail(catalogue::GetSettings);
-    MoveComrecordToSettingsrecord(link_.comrecord, data_.settings);
+    SettingsRecord settings;
+    if (!MoveComrecordToSettingsrecord(link_.comrecord, settings)) // cut
+        return fail(catalogue::GetSettings);
+    data_.settings = std::move(settings);
     return kFalse;
 }
 
@@ -304,7 +307,7 @@ Integer Requests::txDeleteHostDirectory(const std::string& directory) {
     const Waiting waiting(*this);
     Comrecord& record = begin(catalogue::DeleteHostDirectory);
     // Raw characters, without a length before them.
-    const std::string bytes = toAnsi(directory);
+    const std::string bytes = toAnsi(trimmed(directory));
     bytes.copy(record.ComrecordData.data(), record.ComrecordData.size());
     return exchangeOrFail(catalogue::DeleteHostDirectory) == kTrue ? kTrue : kFalse;
 }

@@ -26,7 +26,8 @@ constexpr TreeNode kTreeNodes[] = {
 } // namespace
 
 bool isGrouping(std::string_view node_key) {
-    return std::ranges::find(kTreeNodes, node_key, &TreeNode::parent) != std::end(kTreeNodes);
+    return !node_key.empty() &&
+           std::ranges::find(kTreeNodes, node_key, &TreeNode::parent) != std::end(kTreeNodes);
 }
 
 std::span<const TreeNode> treeNodes() {

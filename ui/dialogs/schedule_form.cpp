@@ -129,7 +129,9 @@ void ScheduleForm::save() {
         QDialog::reject();
         return;
     }
-    if (is_new)
+    if (is_new && service.current_schedule.record_number == 0)
+        context_.requests.txGetAllSchedules(); // the reply did not say what the service made of it
+    else if (is_new)
         service.schedules.push_back(service.current_schedule);
     QDialog::accept();
 }

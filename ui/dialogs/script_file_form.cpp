@@ -5,8 +5,7 @@
 
 namespace tollwick {
 
-ScriptFileForm::ScriptFileForm(ConsoleContext& context, const std::string& present,
-                               QWidget* parent)
+ScriptFileForm::ScriptFileForm(ConsoleContext& context, const std::string& present, QWidget* parent)
     : ConsoleDialog(context, parent), list_(new QListWidget(this)) {
     setObjectName("ScriptFileForm");
     list_->setObjectName("FileList");

@@ -16,7 +16,7 @@ namespace {
 
 // Rows that are measured for the width of a column.
 constexpr int kMeasuredRows = 100;
-constexpr int kMaxColumnWidth = 320; // pixels, of a column that follows its contents
+constexpr int kMaxColumnWidth = 20'000; // twips
 
 } // namespace
 
@@ -58,6 +58,10 @@ void ListView::showContents(std::string node_key, ListContents contents) {
 
 void ListView::refill(ListContents contents, const std::string& selected_identity) {
     list_model_->setContents(std::move(contents), list_model_->sorting(), filter_);
+    if (!has_stored_widths_ && !widths_changed_) {
+        const QScopedValueRollback guard(is_laying_out_, true);
+        layOutColumns({});
+    }
     const int row = selected_identity.empty() ? -1 : list_model_->findIdentity(selected_identity);
     if (const int shown = row < 0 ? -1 : list_model_->shownRow(row); shown >= 0)
         setCurrentIndex(list_model_->index(shown, 0));
@@ -205,11 +209,9 @@ void ListView::layOutColumns(const std::vector<int>& stored_widths) {
             continue;
         }
         resizeColumnToContents(section);
-        const int needed = columnWidth(section);
         // A given width holds unless it would cut a text off.
-        setColumnWidth(section, columns[i].width == 0
-                                    ? std::min(needed, kMaxColumnWidth)
-                                    : std::max(needed, toPixels(columns[i].width)));
+        const int needed = std::max(columnWidth(section), toPixels(columns[i].width));
+        setColumnWidth(section, std::min(needed, toPixels(kMaxColumnWidth)));
     }
 }
 

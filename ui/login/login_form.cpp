@@ -73,7 +73,7 @@ LoginForm::LoginForm(ConsoleContext& context, QWidget* parent)
     };
     fill(ui_->tbServerConnectIp, connection.ServerConnectIp);
     fill(ui_->tbServerConnectPort, connection.ServerConnectPort);
-    fill(ui_->tbServerConnectUsername, connection.ServerConnectUsername);
+    setEntered(ui_->tbServerConnectUsername, toQString(connection.ServerConnectUsername));
     ui_->tbServerConnectPassword->setFocus();
 
     completeServers();
@@ -111,7 +111,7 @@ void LoginForm::completeServers() {
 void LoginForm::showServer(const QModelIndex& server) {
     ui_->tbServerConnectIp->setText(server.data(kHostRole).toString());
     ui_->tbServerConnectPort->setText(server.data(kPortRole).toString());
-    ui_->tbServerConnectUsername->setText(server.data(kUserRole).toString());
+    setEntered(ui_->tbServerConnectUsername, server.data(kUserRole).toString());
 }
 
 bool LoginForm::eventFilter(QObject* watched, QEvent* event) {
