@@ -131,12 +131,14 @@ TEST_F(InstallFilesTest, ConsolesThatStartTogetherAllStart) {
         std::vector<std::thread> consoles;
         for (int i = 0; i < 3; ++i)
             consoles.emplace_back([this] {
-                EXPECT_NO_THROW(placeSuppliedFiles(folder.text("supplied"), folder.text("install"), kEnglish));
+                EXPECT_NO_THROW(
+                    placeSuppliedFiles(folder.text("supplied"), folder.text("install"), kEnglish));
                 EXPECT_NO_THROW(placeHelpFiles(folder.text("install")));
             });
         for (std::thread& console : consoles)
             console.join();
-        EXPECT_EQ(folder.names("install"), (Names{"MODEMS.DAT", "Supplied.lst", "Tollwick.cnt", "Tollwick.hlp", "note.txt"}));
+        EXPECT_EQ(folder.names("install"), (Names{"MODEMS.DAT", "Supplied.lst", "Tollwick.cnt",
+                                                  "Tollwick.hlp", "note.txt"}));
     }
 }
 

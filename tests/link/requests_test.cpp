@@ -130,18 +130,23 @@ void check(const RequestCase& request, std::optional<int> answered) {
     const auto returned = request.returns.find(code);
     const bool is_done = code == result::Done;
     // A status that does not come on a closed link is nobody's failure.
-    const bool fails = !is_done && returned == request.returns.end() && (answered || !request.isPoll());
+    const bool fails =
+        !is_done && returned == request.returns.end() && (answered || !request.isPoll());
     if (fails)
         console.expectFailure("Unable to " + std::string(request.failure) +
                               " the Tollwick Service!");
     const int failed = request.failed == kReplyItself ? code : request.failed;
-    EXPECT_EQ(request.call(console.requests), is_done ? 0 : fails ? failed : returned != request.returns.end() ? returned->second : 0);
+    EXPECT_EQ(request.call(console.requests), is_done                             ? 0
+                                              : fails                             ? failed
+                                              : returned != request.returns.end() ? returned->second
+                                                                                  : 0);
 
     EXPECT_EQ(console.link.isOpen(), !fails && answered);
     EXPECT_FALSE(console.requests.isBusy());
     EXPECT_EQ(console.lock.depth, 0);
     const char* idle = console.link.isOpen() ? "Ready" : "Connection closed.";
-    EXPECT_EQ(console.progress.infos, *request.status ? (Strings{request.status, idle}) : Strings{});
+    EXPECT_EQ(console.progress.infos,
+              *request.status ? (Strings{request.status, idle}) : Strings{});
     EXPECT_EQ(console.progress.busy, 0);
     EXPECT_EQ(console.progress.times_busy, request.isPoll() ? 0 : 1);
     if (!answered)
@@ -224,8 +229,8 @@ Acts name(std::string_view text) {
 TEST(Requests, KeepWhatWasSentWhenTheReplyBringsNoRecord) {
     Comrecord too_short = script::recordWith(schedule(32));
     too_short.data_end = 31;
-    const ScriptedPeer peer({answer(1), answer(too_short), answer(script::recordWith(schedule(32))),
-                             answer(1)});
+    const ScriptedPeer peer(
+        {answer(1), answer(too_short), answer(script::recordWith(schedule(32))), answer(1)});
     Console console(peer);
     console.data.current_schedule = schedule(7);
     for (const Long number : {7, 7, 32}) {
@@ -246,7 +251,8 @@ TEST(Lists, SchedulesFollowTheRecordsOwnNumberFromAClearedRecord) {
     EXPECT_EQ(console.requests.txGetAllSchedules(), 0);
     EXPECT_EQ(console.data.schedules, (std::vector{schedule(1), schedule(9), schedule(kLast)}));
     using Counts = std::vector<std::optional<WorkCount>>;
-    EXPECT_EQ(console.progress.counts, (Counts{WorkCount{0, {}}, WorkCount{1, {}}, WorkCount{2, {}}, WorkCount{3, {}}, {}}));
+    EXPECT_EQ(console.progress.counts,
+              (Counts{WorkCount{0, {}}, WorkCount{1, {}}, WorkCount{2, {}}, WorkCount{3, {}}, {}}));
     EXPECT_EQ(peer.requests(),
               (Strings{"50/30 number 1 length 0", "50/30 number 2 length 0",
                        "50/30 number 10 length 0", "50/30 number 2147483647 length 0"}));
@@ -270,9 +276,14 @@ TEST(Lists, HostsFollowTheHeadersNumberWithTheLastHostStillInTheRecord) {
 }
 
 TEST(Lists, ThatComeBackToAnEarlierRecordEndThere) {
-    const auto hostReply = [](Long number) { return answer(script::recordWith(host(number), number)); };
-    const auto scheduleReply = [](Long number) { return answer(script::recordWith(schedule(number))); };
-    const ScriptedPeer peer({scheduleReply(5), scheduleReply(31), scheduleReply(5), hostReply(3), hostReply(3)});
+    const auto hostReply = [](Long number) {
+        return answer(script::recordWith(host(number), number));
+    };
+    const auto scheduleReply = [](Long number) {
+        return answer(script::recordWith(schedule(number)));
+    };
+    const ScriptedPeer peer(
+        {scheduleReply(5), scheduleReply(31), scheduleReply(5), hostReply(3), hostReply(3)});
     Console console(peer);
     EXPECT_EQ(console.requests.txGetAllSchedules(), 0);
     EXPECT_EQ(console.data.schedules, (std::vector{schedule(5), schedule(31)}));

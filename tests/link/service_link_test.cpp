@@ -217,8 +217,8 @@ TEST_F(UucpStatusTest, ThatCameToNothingIsCaughtUpWithBeforeTheNextRequest) {
                             "20/150 number 0 length 4"};
     for (const bool is_late : {true, false}) {
         reports.clear();
-        const ScriptedPeer peer({silence, is_late ? late : Acts{script::send(reply)}, answer(1, 8),
-                                 answer(1, 9)});
+        const ScriptedPeer peer(
+            {silence, is_late ? late : Acts{script::send(reply)}, answer(1, 8), answer(1, 9)});
         console.connectTo(peer);
         console.link.setComTimeout(kNoTime);
         poll();
@@ -226,7 +226,8 @@ TEST_F(UucpStatusTest, ThatCameToNothingIsCaughtUpWithBeforeTheNextRequest) {
         EXPECT_TRUE(console.link.isOwed());
         console.link.setComTimeout(30);
         EXPECT_EQ(console.requests.txSendUucpCommand(), 8);
-        EXPECT_EQ(peer.requests(), (Strings{caught_up[0].substr(0, 24), caught_up[1], caught_up[2]}));
+        EXPECT_EQ(peer.requests(),
+                  (Strings{caught_up[0].substr(0, 24), caught_up[1], caught_up[2]}));
         EXPECT_FALSE(console.link.isOwed());
         EXPECT_EQ(console.requests.txSendUucpCommand(), 9) << "without a poll before it";
         EXPECT_EQ(console.lock.depth, 0);
@@ -246,8 +247,9 @@ TEST_F(UucpStatusTest, ThatFailsUnderAnotherRequestEndsBothWithOneBox) {
         Acts end;
         const char* told;
         int reported;
-    } cases[] = {{answer(2), "Unable to get UUCP status from the Tollwick Service!", kStatusFailed},
-                 {{script::close}, "Unable to send UUCP-command to the Tollwick Service!", kStatusReceived}};
+    } cases[] = {
+        {answer(2), "Unable to get UUCP status from the Tollwick Service!", kStatusFailed},
+        {{script::close}, "Unable to send UUCP-command to the Tollwick Service!", kStatusReceived}};
     for (const auto& c : cases) {
         reports.clear();
         const ScriptedPeer peer({c.end, answer(1, 7)});

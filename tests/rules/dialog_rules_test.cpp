@@ -187,8 +187,9 @@ TEST(SettingRules, CommandsHoldNoPathAndNoWildcard) {
 
 // The items that are enabled, as the Tools menu and the toolbar have them.
 std::string enabled(const Selection& selection) {
-    static constexpr const char* kNames[] = {"add", "delete", "properties", "toggle", "open", "refresh", "cancel",
-                                             "+schedule", "+host", "x", "p"};
+    static constexpr const char* kNames[] = {"add",   "delete",  "properties", "toggle",
+                                             "open",  "refresh", "cancel",     "+schedule",
+                                             "+host", "x",       "p"};
     std::string names;
     const EnableFlags flags = enableFlags(selection);
     for (std::size_t i = 0; i < flags.size(); ++i)

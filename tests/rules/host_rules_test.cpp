@@ -62,15 +62,48 @@ TEST(HostEntry, EveryFieldIsStoredAsItIsShownAndUnnamedOnesStay) {
             if ((stored.*field.member).text() == "abc")
                 trimmed_texts.push_back(field.name);
     });
-    EXPECT_EQ(kept,
-              (std::vector<std::string_view>{
-                  "state", "record_number", "spool_directory", "connect_using", "unnamed_672", "unnamed_732", "uucp_protocol", "uucp_timeout", "unnamed_1106", "retry_time", "call_retries", "modem_make_position", "modem_model_position", "com_port", "modem_max_speed", "connect_speed", "data_bits", "stop_bits", "parity", "unnamed_1958", "unnamed_1960", "unnamed_1990", "dial_timeout", "window_size", "packet_size", "uucp_tcp_port", "ras_entry_position", "host_lookup_timeout", "mail_limit", "unnamed_2184"}));
+    EXPECT_EQ(kept, (std::vector<std::string_view>{"state",
+                                                   "record_number",
+                                                   "spool_directory",
+                                                   "connect_using",
+                                                   "unnamed_672",
+                                                   "unnamed_732",
+                                                   "uucp_protocol",
+                                                   "uucp_timeout",
+                                                   "unnamed_1106",
+                                                   "retry_time",
+                                                   "call_retries",
+                                                   "modem_make_position",
+                                                   "modem_model_position",
+                                                   "com_port",
+                                                   "modem_max_speed",
+                                                   "connect_speed",
+                                                   "data_bits",
+                                                   "stop_bits",
+                                                   "parity",
+                                                   "unnamed_1958",
+                                                   "unnamed_1960",
+                                                   "unnamed_1990",
+                                                   "dial_timeout",
+                                                   "window_size",
+                                                   "packet_size",
+                                                   "uucp_tcp_port",
+                                                   "ras_entry_position",
+                                                   "host_lookup_timeout",
+                                                   "mail_limit",
+                                                   "unnamed_2184"}));
     EXPECT_EQ(trimmed_texts,
               (std::vector<std::string_view>{
-                  "display_name", "mail_domain", "local_uucp_name", "remote_uucp_name", "login_name", "uucp_login_name", "tapi_device", "script_file_name", "phone_number", "modem_make", "modem_model", "modem_reset", "modem_init", "modem_attention", "modem_busy", "modem_connect", "modem_dial", "modem_hang_up", "modem_answer", "tapi_location", "ras_host", "ras_user_name", "ras_entry"}));
+                  "display_name", "mail_domain",     "local_uucp_name", "remote_uucp_name",
+                  "login_name",   "uucp_login_name", "tapi_device",     "script_file_name",
+                  "phone_number", "modem_make",      "modem_model",     "modem_reset",
+                  "modem_init",   "modem_attention", "modem_busy",      "modem_connect",
+                  "modem_dial",   "modem_hang_up",   "modem_answer",    "tapi_location",
+                  "ras_host",     "ras_user_name",   "ras_entry"}));
     for (const auto password : {&E::password, &E::uucp_password, &E::ras_password})
         EXPECT_EQ(entryOf(stored).*password, entryOf(host).*password);
-    EXPECT_EQ(bytesOf(changed(stored, [](E& e) { e.password += 'x'; })).size(), bytesOf(stored).size());
+    EXPECT_EQ(bytesOf(changed(stored, [](E& e) { e.password += 'x'; })).size(),
+              bytesOf(stored).size());
 }
 
 TEST(HostEntry, TheEmptyTextsOfANewHostAreBlanksAndItsPasswordsScrambled) {
