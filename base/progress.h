@@ -10,7 +10,8 @@ namespace tollwick {
 // Steps that are done: entries of a list that have come, rows that have been removed.
 struct WorkCount {
     std::size_t done = 0;
-    std::optional<std::size_t> of; // where it is known; such a work can be stopped between two steps
+    std::optional<std::size_t>
+        of; // where it is known; such a work can be stopped between two steps
     bool operator==(const WorkCount&) const = default;
 };
 
