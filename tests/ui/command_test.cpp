@@ -29,7 +29,7 @@ TEST_F(CommandTest, ADeletionIsAskedForAndDone) {
                     rows.erase(rows.begin() + 2);
                 EXPECT_EQ(listed(), rows);
                 EXPECT_EQ(info(), "Ready");
-                const simulator::Site left = site();
+                const Site left = site();
                 EXPECT_EQ(context().data.schedules, left.schedules);
                 EXPECT_EQ(context().data.hosts, left.hosts);
                 EXPECT_EQ(context().data.outbox, left.outbox);
