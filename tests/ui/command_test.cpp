@@ -50,13 +50,30 @@ TEST_F(CommandTest, ADeletionIsAskedForAndDone) {
 }
 
 TEST_F(CommandTest, ASpoolDirectoryGoesWithItsLastHost) {
-    onServer([](Server& s) { s.site().hosts[3].spool_directory = "gbglager"; });
+    onServer([](Server& s) { s.site().hosts[3].spool_directory = " GbgLager"; });
     logIn();
     for (const auto& [row, left] : {std::pair{3, 5U}, {1, 4U}}) {
         select("uucphosts", row);
         boxes.expectQuestion(Text::ConfirmDeleteHost, kYes);
         trigger("DeleteMenu");
         EXPECT_EQ(site().spool_directories.size(), left);
+    }
+    // What is not done is told, and nothing is built on it.
+    for (const auto& [object_class, told, rows] :
+         {std::tuple{ObjectClass::Host, Text::HostNotRemoved, 3},
+          {ObjectClass::HostDirectory, Text::HostDirectoryNotRemoved, 2}}) {
+        onServer([&](Server& s) {
+            s.forgetRequests();
+            s.faults().result = 5;
+            s.faults().only_class = object_class;
+            s.faults().only_operation = Operation::Delete;
+        });
+        clickRow(0);
+        boxes.expectQuestion(Text::ConfirmDeleteHost, kYes);
+        boxes.expectBox(kCritical, told);
+        trigger("DeleteMenu");
+        EXPECT_EQ(list().model()->rowCount(), rows);
+        EXPECT_EQ(requestCount(ObjectClass::HostDirectory), rows == 3 ? 0 : 1);
     }
 }
 

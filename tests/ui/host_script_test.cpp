@@ -132,6 +132,20 @@ TEST_F(HostScriptTest, GetsAWholeNameAndIsSentAsItCame) {
     EXPECT_EQ(site().scripts[0].text.bytes().size(), room);
 }
 
+TEST_F(HostScriptTest, AScriptThatArrivesCutIsToldAndNotSentBack) {
+    const std::string whole(5000, 'x');
+    onServer([&](Server& s) { s.site().scripts[0].text = whole; });
+    boxes.expectBox(kExclamation, Text::ScriptCut);
+    inForm(0, [&] {
+        EXPECT_TRUE(editor().isReadOnly());
+        EXPECT_GT(editor().toPlainText().size(), 4000);
+        play("MailDomainTxt=ny.example|OkButton");
+    });
+    EXPECT_EQ(siteHost(0).mail_domain.text(), "ny.example");
+    EXPECT_EQ(site().scripts[0].text.bytes(), whole);
+    EXPECT_EQ(saves(), 1);
+}
+
 TEST_F(HostScriptTest, AModemIsChosenFromTheCatalogue) {
     folder.write(
         "install/MODEMS.DAT",

@@ -74,6 +74,7 @@ TEST_F(ScheduleFormTest, AnEditedScheduleKeepsItsPlaceAndRow) {
     onServer([](Server& s) {
         s.site().schedules[3].unnamed_35 = "as it came";
         s.site().schedules[0].interval = 99; // none in the list
+        s.site().schedules[0].day = 12;
     });
     logIn();
     std::vector<ScheduleRecord> expected = context().data.schedules;
@@ -88,12 +89,14 @@ TEST_F(ScheduleFormTest, AnEditedScheduleKeepsItsPlaceAndRow) {
     EXPECT_EQ(list().selectedRow(), 3);
     EXPECT_EQ(info(), "Ready");
     inForm(0, [&](QDialog& form) { // and the form stays
-        EXPECT_EQ(shown(form), "At|Weekdays|07:30||00:00|23:59|0");
+        EXPECT_EQ(shown(form), "At||07:30||00:00|23:59|0");
         play(form, "IntervalOption|Delay=40000\n|?Delay");
         EXPECT_EQ(info(), english(Text::NumberTooLarge));
         EXPECT_EQ(logged().back().substr(0, 17), "Overflow ; (6/101");
         type("\x1b");
     });
+    // A position that its list lacks stays unless another one is selected.
+    inForm(0, [](QDialog& form) { play(form, "OkButton"); });
     EXPECT_EQ(context().data.schedules, expected);
     EXPECT_EQ(site().schedules, expected);
 }

@@ -188,5 +188,30 @@ TEST_F(SettingEditorTest, ALogPeriodReachesTheServiceWithTheNextSave) {
     EXPECT_EQ(cell(6), "8");
 }
 
+TEST_F(SettingEditorTest, WhatTheServiceCannotTakeIsNotTakenOrRefusedWithTheTextKept) {
+    logIn();
+    select("options", 0);
+    QApplication::clipboard()->setText(QString::fromUtf8("run\xE2\x86\x92.b\xC5\xBC"
+                                                         "at"));
+    const std::string too_long(4096, 'x');
+    inDialogs([this] { trigger("PropertiesMenu"); },
+              {[&](QDialog& form) {
+                   press(Qt::Key_V, Qt::ControlModifier);
+                   EXPECT_EQ(textOf(form, "Edittext"), "run.bat");
+                   EXPECT_EQ(info(), english(T::CharactersLeftOut) + "\u2192\u017c");
+                   child<QLineEdit>(form, "Edittext")->setText(QString::fromStdString(too_long));
+                   boxes.expectBox(kCritical, T::SettingTooLarge);
+                   type("\n");
+               },
+               [&](QDialog& form) {
+                   EXPECT_EQ(textOf(form, "Edittext"), too_long) << "for correction";
+                   EXPECT_LE(form.width(), form.screen()->availableGeometry().width());
+                   EXPECT_GT(form.width(), 600) << "as wide as the screen lets it be";
+                   child<QLineEdit>(form, "Edittext")->setText(QString(2000, 'y'));
+                   type("\n");
+               }});
+    EXPECT_EQ(site().settings.doc_viewer.text(), std::string(2000, 'y'));
+}
+
 } // namespace
 } // namespace tollwick

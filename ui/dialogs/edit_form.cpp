@@ -55,11 +55,12 @@ void EditForm::setCaptions(Text caption, Text label, std::string_view image_key)
 }
 
 void EditForm::fit() {
-    const QRect area = screen()->availableGeometry();
+    const int around_field = sizeHint().width() - kFieldWidth;
+    const int most = screen()->availableGeometry().width() - kScreenMargin - around_field;
     const int needed = edit_->fontMetrics().horizontalAdvance(edit_->text()) + kAroundText;
-    edit_->setMinimumWidth(std::max(kFieldWidth, needed));
+    edit_->setMinimumWidth(std::max(kFieldWidth, std::min(needed, most)));
     layout()->activate();
-    resize(sizeHint().boundedTo(area.size() - QSize(kScreenMargin, 0)));
+    resize(sizeHint());
     edit_->setMinimumWidth(kFieldWidth); // so that it can be made narrower again
     setMaximumHeight(sizeHint().height());
 }
