@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -52,6 +53,23 @@ constexpr std::string_view withoutTrailingNuls(std::string_view bytes) {
     while (!bytes.empty() && bytes.back() == '\0')
         bytes.remove_suffix(1);
     return bytes;
+}
+
+// The text with the parts in place of "%1", "%2" and so on.
+inline std::string filledIn(std::string_view text, std::initializer_list<std::string_view> parts) {
+    std::string filled;
+    for (; !text.empty(); text.remove_prefix(1)) {
+        const std::size_t part = text.size() > 1 && text[0] == '%' && text[1] >= '1'
+                                     ? static_cast<std::size_t>(text[1] - '1')
+                                     : parts.size();
+        if (part < parts.size()) {
+            filled += parts.begin()[part];
+            text.remove_prefix(1);
+        } else {
+            filled += text[0];
+        }
+    }
+    return filled;
 }
 
 } // namespace tollwick
