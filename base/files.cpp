@@ -43,7 +43,7 @@ std::optional<std::string> readWholeFile(const std::filesystem::path& file, std:
     return bytes;
 }
 
-bool replaceFile(const std::filesystem::path& file, std::string_view bytes) {
+bool replaceFile(const std::filesystem::path& file, std::string_view bytes, FileAccess access) {
     std::error_code error;
     if (file.has_parent_path())
         std::filesystem::create_directories(file.parent_path(), error);
@@ -55,6 +55,10 @@ bool replaceFile(const std::filesystem::path& file, std::string_view bytes) {
     temporary += '.' + std::to_string(std::random_device()()) + ".new";
 
     std::ofstream stream(temporary, std::ios::binary | std::ios::trunc);
+    if (access == FileAccess::Owner)
+        std::filesystem::permissions(
+            temporary, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write,
+            error);
     stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     stream.close();
     if (stream && flushToDisk(temporary)) {

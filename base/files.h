@@ -25,9 +25,14 @@ std::string fromPath(const std::filesystem::path& path);
 // The bytes of a file, or nothing when it cannot be read or is larger than `max_size` bytes.
 std::optional<std::string> readWholeFile(const std::filesystem::path& file, std::size_t max_size);
 
+// Who may read a file that is written: as usual in its folder, or from its first byte on only its
+// owner (where the platform has such permissions).
+enum class FileAccess { Usual, Owner };
+
 // Replaces the file whole or not at all: written beside it, flushed to the disk and renamed over
 // it. Missing folders are created.
-bool replaceFile(const std::filesystem::path& file, std::string_view bytes);
+bool replaceFile(const std::filesystem::path& file, std::string_view bytes,
+                 FileAccess access = FileAccess::Usual);
 
 // Appends to a file, which is created when missing. False when that fails; nothing of the bytes is
 // left in the file then.

@@ -161,8 +161,8 @@ void placeSuppliedFiles(std::string_view supplied, std::string_view install_fold
 
 void placeHelpFiles(std::string_view install_folder) {
     // In this order, so that the English files win when both languages are there.
-    for (const auto& files : {std::span(kSwedishHelp), std::span(kEnglishHelp)})
-        for (const SuppliedFile& help : files) {
+    for (const std::size_t kind : {0, 1})
+        for (const SuppliedFile& help : {kSwedishHelp[kind], kEnglishHelp[kind]}) {
             std::error_code error;
             const std::filesystem::path from = toPath(joinPath(install_folder, help.name));
             const std::filesystem::path to = toPath(joinPath(install_folder, help.to));

@@ -38,8 +38,8 @@ public:
     RegistryKey& operator=(const RegistryKey&) = delete;
 
     // Only a value of type REG_SZ is read. What is not there is looked for where 32-bit programs of
-    // the product keep it; it is never written there,
-    // and read also by a user who may not make the 64-bit key.
+    // the product keep it; it is never written there.
+    // A user who may not make the 64-bit key reads it, too.
     [[nodiscard]] std::optional<std::string> queryString(const std::string& name) const {
         if (key_ && RegQueryValueExA(key_, name.c_str(), nullptr, nullptr, nullptr, nullptr) !=
                         ERROR_FILE_NOT_FOUND)

@@ -7,6 +7,14 @@
 
 namespace tollwick {
 
+// Steps that are done: entries of a list that have come, rows that have been removed.
+struct WorkCount {
+    std::size_t done = 0;
+    std::optional<std::size_t>
+        of; // where it is known; such a work can be stopped between two steps
+    bool operator==(const WorkCount&) const = default;
+};
+
 class Progress {
 public:
     virtual ~Progress() = default;
@@ -15,9 +23,8 @@ public:
     virtual void setInfo(std::string_view text) = 0;
     // The hourglass pointer; calls with true and false come in pairs and may nest.
     virtual void setBusy(bool busy) = 0;
-    // How many entries of the list that is being fetched have come; nothing when none is being
-    // fetched. Called for every entry.
-    virtual void setFetched(std::optional<std::size_t> entries) = 0;
+    // How far a longer work has come; nothing when it is over. Called for every step.
+    virtual void setCount(std::optional<WorkCount> count) = 0;
 };
 
 // Shows the hourglass for a scope.

@@ -56,7 +56,7 @@ inline OutboxRecord sampleMail(int number) {
 }
 // All of a login: the verdict, the settings and three lists.
 inline Lines loginLines(int schedules, int hosts, int mails) {
-    const simulator::Site site = simulator::sampleSite();
+    const Site site = simulator::sampleSite();
     Lines lines{line(result::Done, -1), lineOf(site.settings)};
     for (const Lines& more :
          {numberedLines(schedules, site.schedules.front()),

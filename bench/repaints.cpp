@@ -41,7 +41,7 @@ struct Request {
 
 static std::vector<Request> allRequests() {
     using R = Requests;
-    const simulator::Site site = simulator::sampleSite();
+    const Site site = simulator::sampleSite();
     const Lines done{line(result::Done)};
     const Lines names = listLines(1'000, sampleName);
     const auto plain = [](auto member) { return [member](R& r) { (r.*member)(); }; };

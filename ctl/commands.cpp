@@ -41,9 +41,9 @@ constexpr Command kCommands[] = {
     {"transport start", "", "Starts a transport.", 0, 0, kWait, startTransport},
     {"transport cancel", "", "Cancels the transport.", 0, 0, {}, cancelTransport},
     {"login change", "USER", "Changes the user name and password of the login.", 1, 1, kNewPassword, changeLogin},
-
-
-
+    {"backup", "FILE", "Saves settings, schedules, hosts and scripts in a file.", 1, 1, {}, backUp},
+    {"diff", "FILE [FILE]", "Tells what differs between a file and the service, or two files.", 1, 2, {}, compare},
+    {"restore", "FILE", "Makes the service equal to a file.", 1, 1, kRestore, restore},
 };
 // clang-format on
 

@@ -26,7 +26,7 @@ ExitStatus readAssignments(Session& session, std::span<const std::string> words,
         if (sign == std::string::npos || sign == 0)
             return session.refuse(Text::CtlNoAssignment, {word});
         Assignment assignment{word.substr(0, sign), word.substr(sign + 1)};
-        if (isSecretField(assignment.name)) {
+        if (isSecret(assignment.name)) {
             // Not told what stands there: it may be the secret itself.
             if (!assignment.value.starts_with('@'))
                 return session.refuse(Text::CtlSecretFromFile, {assignment.name});

@@ -42,7 +42,7 @@ void list(Session& session, std::span<const HostRecord> hosts) {
         for (const std::string_view name :
              {"display_name", "mail_domain", "active", "connect_using", "remote_uucp_name"}) {
             heading.emplace_back(name);
-            row.push_back(fieldText(host, name));
+            row.push_back(shownField(host, name));
         }
         rows.push_back(std::move(row));
     }

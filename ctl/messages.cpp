@@ -4,6 +4,7 @@
 #include "base/utf8.h"
 #include "ctl/terminal.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace tollwick::ctl {
@@ -69,17 +70,18 @@ void ProgressLine::setInfo(std::string_view text) {
     info_ = text;
 }
 
-void ProgressLine::setFetched(std::optional<std::size_t> entries) {
-    if (!entries)
-        clear();
-    else if (*entries > 0 && *entries % kFetchedStep == 0)
-        show(info_ + ' ' + std::to_string(*entries));
-}
-
-void ProgressLine::setDone(std::size_t done, std::size_t of) {
-    const std::size_t full = of == 0 ? kBarWidth : kBarWidth * done / of;
+void ProgressLine::setCount(std::optional<WorkCount> count) {
+    if (!count)
+        return clear();
+    if (!count->of) {
+        if (count->done > 0 && count->done % kFetchedStep == 0)
+            show(info_ + ' ' + std::to_string(count->done));
+        return;
+    }
+    const std::size_t of = *count->of;
+    const std::size_t full = of == 0 ? kBarWidth : kBarWidth * std::min(count->done, of) / of;
     show('[' + std::string(full, '#') + std::string(kBarWidth - full, '.') + "] " +
-         std::to_string(done) + '/' + std::to_string(of));
+         std::to_string(count->done) + '/' + std::to_string(of));
 }
 
 } // namespace tollwick::ctl

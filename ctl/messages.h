@@ -46,9 +46,8 @@ public:
 
     void setInfo(std::string_view text) override;
     void setBusy(bool) override {}
-    void setFetched(std::optional<std::size_t> entries) override;
-    // The part that is done, as a bar.
-    void setDone(std::size_t done, std::size_t of);
+    // As a bar where it is known how much there is to do.
+    void setCount(std::optional<WorkCount> count) override;
     void clear();
 
 private:

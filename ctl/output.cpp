@@ -77,6 +77,11 @@ void Output::documentLine(const QString& key, const QJsonValue& value) {
     flush();
 }
 
+void Output::line(std::string_view text) {
+    raw(cellText(std::string(text)) + '\n');
+    flush();
+}
+
 void Output::raw(std::string_view text) {
     std::fwrite(text.data(), 1, text.size(), stdout);
 }

@@ -24,6 +24,8 @@ public:
     void document(const QString& key, const QJsonValue& value);
     // The same on a line of its own, for documents that follow each other.
     void documentLine(const QString& key, const QJsonValue& value);
+    // A line of its own, at once.
+    void line(std::string_view text);
     // Text as it is.
     void raw(std::string_view text);
 

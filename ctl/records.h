@@ -1,14 +1,16 @@
 // Records in the form that the site file has them in.
 #pragma once
 
-#include "simulator/field_json.h"
+#include "site/field_json.h"
+
+#include <QJsonArray>
 
 namespace tollwick::ctl {
 
 template <class Record>
 QJsonObject recordJson(const Record& record) {
     QJsonObject object;
-    simulator::putFields(record, object);
+    putFields(record, object);
     return object;
 }
 

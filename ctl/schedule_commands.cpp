@@ -27,7 +27,7 @@ void show(Session& session, std::span<const ScheduleRecord> schedules) {
         for (const std::string_view name : {"record_number", "day", "timed", "at_time", "interval",
                                             "between_first", "between_second", "delay"}) {
             heading.emplace_back(name);
-            row.push_back(fieldText(schedule, name));
+            row.push_back(shownField(schedule, name));
         }
         rows.push_back(std::move(row));
     }

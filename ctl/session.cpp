@@ -6,7 +6,7 @@
 #include "link/login_sequence.h"
 #include "wire/record_packing.h"
 
-#include <QtEnvironmentVariables>
+#include <QtGlobal>
 
 namespace tollwick::ctl {
 

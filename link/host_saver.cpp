@@ -7,9 +7,7 @@ bool HostSaver::hasTelephony() const {
 }
 
 HostSaveResult HostSaver::refuse(const HostProblem& problem) {
-    std::string text(context_.text(problem.text));
-    if (const std::size_t place = text.find("%1"); place != std::string::npos)
-        text.replace(place, 2, std::to_string(problem.most));
+    const std::string text = filledIn(context_.text(problem.text), {std::to_string(problem.most)});
     context_.prompter.beep();
     context_.prompter.tell(problem.icon, text);
     return {HostSaveOutcome::Refused, problem.field};
@@ -92,7 +90,9 @@ HostSaveOutcome HostSaver::saveRecord(const HostEntry& entry, const std::string&
         data.current_host = before;
         return HostSaveOutcome::LinkFailed;
     }
-    if (is_new)
+    if (is_new && data.current_host.state == 0)
+        context_.requests.txGetAllHosts(); // the reply did not say what the service made of it
+    else if (is_new)
         data.hosts.push_back(data.current_host);
     context_.progress.setInfo(context_.text(Text::Ready));
     return HostSaveOutcome::Saved;

@@ -16,6 +16,7 @@ bool hasPassed(const QElapsedTimer& timer, double seconds) {
 LoginOutcome LoginSequence::run(LoginFetch fetch) {
     link_.setComTimeout(connection_.ComTimeout);
     link_.reset();
+    const LockedInput locked(link_.inputLock());
     for (int reconnects = 0;; ++reconnects) {
         const bool has_key = connect() && hasKey();
         if (has_key && !link_.hasGivenUp())

@@ -32,14 +32,14 @@ inline constexpr auto kCommandSize = static_cast<Integer>(wireSize<UucpCommandRe
 // clang-format off
 inline constexpr RequestRow
     AuthenticateLogin  {Authenticate, C::Login,         8,      T::FailAuthenticate,        None},
-    NewLogin           {Save,         C::Login,         8,      T::FailNewLogin,            None},
+    NewLogin           {Save,         C::Login,         8,      T::FailNewLogin,            T::StatusSaving},
     // The saving text for the retrieval, too: wanted.
     GetSettings        {Get,          C::Settings,      106,    T::FailSettings,            T::StatusRetrievingSettings},
-    SaveSettings       {Save,         C::Settings,      106,    T::FailSettings,            None},
+    SaveSettings       {Save,         C::Settings,      106,    T::FailSettings,            T::StatusSaving},
     GetAllSchedules    {Get,          C::Schedule,      NotSet, T::FailGetSchedules,        T::StatusRetrievingSchedules},
-    AddSchedule        {Add,          C::Schedule,      kScheduleSize,    T::FailSaveSchedule,        None},
-    SaveSchedule       {Save,         C::Schedule,      kScheduleSize,    T::FailSaveSchedule,        None},
-    DeleteSchedule     {Delete,       C::Schedule,      kScheduleSize,    T::FailDeleteSchedule,      None},
+    AddSchedule        {Add,          C::Schedule,      kScheduleSize,    T::FailSaveSchedule,        T::StatusSaving},
+    SaveSchedule       {Save,         C::Schedule,      kScheduleSize,    T::FailSaveSchedule,        T::StatusSaving},
+    DeleteSchedule     {Delete,       C::Schedule,      kScheduleSize,    T::FailDeleteSchedule,      T::StatusRemovingSchedule},
     GetAllHosts        {Get,          C::Host,          NotSet, T::FailGetHosts,            T::StatusRetrievingHosts},
     AddHost            {Add,          C::Host,          kHostSize,   None,                       None},
     SaveHost           {Save,         C::Host,          kHostSize,   None,                       None},
@@ -48,7 +48,7 @@ inline constexpr RequestRow
     GetAllOutbox       {Get,          C::OutboxMail,    NotSet, T::FailGetOutbox,           T::StatusRetrievingOutbox},
     DeleteOutboxMail   {Delete,       C::OutboxMail,    20,     T::FailDeleteMail,          T::StatusRemovingMail},
     GetUucpStatus      {Get,          C::UucpStatus,    0,      T::FailGetStatus,           None},
-    SendUucpCommand    {Add,          C::UucpCommand,   kCommandSize,   T::FailSendCommand,         None},
+    SendUucpCommand    {Add,          C::UucpCommand,   kCommandSize,   T::FailSendCommand,         T::StatusSendingCommand},
     GetAllTapiLocations{Get,          C::TapiLocation,  NotSet, T::FailTapiLocations,       T::StatusRetrievingTapiLocations},
     GetAllTapiDevices  {Get,          C::TapiDevice,    NotSet, T::FailTapiDevices,         T::StatusRetrievingTapiDevices},
     GetAllRasEntries   {Get,          C::RasEntry,      NotSet, T::FailRasEntries,          T::StatusRetrievingRas},

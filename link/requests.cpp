@@ -1,11 +1,13 @@
 #include "link/requests.h"
 
+#include "base/run_time_error.h"
 #include "base/text.h"
 #include "link/request_catalogue.h"
 #include "wire/comrecord_moves.h"
 
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace tollwick {
 
@@ -53,13 +55,37 @@ private:
     int& depth_;
 };
 
+// The same for a request that is waited for: input is locked and the hourglass is up from its first
+// moment to its last.
+class Requests::Waiting {
+public:
+    explicit Waiting(Requests& requests)
+        : requests_(requests), scope_(requests), busy_(requests.progress_),
+          locked_(requests.link_.inputLock()) {}
+    ~Waiting() {
+        if (requests_.depth_ == 1 && std::exchange(requests_.is_status_shown_, false))
+            requests_.showIdle();
+    }
+    Waiting(const Waiting&) = delete;
+    Waiting& operator=(const Waiting&) = delete;
+
+private:
+    Requests& requests_;
+    Scope scope_;
+    BusyPointer busy_;
+    LockedInput locked_;
+};
+
 Requests::Requests(ServiceLink& link, ServiceData& data, const StringTable& texts,
                    Prompter& prompter, Progress& progress)
     : link_(link), data_(data), texts_(texts), prompter_(prompter), progress_(progress) {}
 
 Comrecord& Requests::begin(const RequestRow& row) {
-    if (row.status)
+    if (row.status) {
         progress_.setInfo(texts_(*row.status));
+        is_status_shown_ = true;
+    }
+    is_failure_told_ = false;
     link_.settle();
     in_step_ = !link_.isOwed() || link_.catchUp(headerOf(catalogue::GetUucpStatus));
     return link_.comrecord = headerOf(row);
@@ -76,15 +102,24 @@ Integer Requests::exchange() {
     return last_result_;
 }
 
+void Requests::showIdle() {
+    try {
+        progress_.setInfo(texts_(link_.isOpen() ? Text::Ready : Text::StatusConnectionClosed));
+    } catch (const RunTimeError&) { // a language without texts, whose lack is told elsewhere
+    }
+}
+
 Integer Requests::endOfList() {
-    progress_.setFetched({});
+    progress_.setCount({});
     return kFalse;
 }
 
 Integer Requests::fail(const RequestRow& row) {
-    progress_.setFetched({});
-    prompter_.beep();
-    prompter_.critical(row.failure ? texts_(*row.failure) : kFailSaveHost);
+    progress_.setCount({});
+    if (!is_failure_told_) {
+        prompter_.beep();
+        prompter_.critical(row.failure ? texts_(*row.failure) : kFailSaveHost);
+    }
     link_.Close();
     return kTrue;
 }
@@ -98,13 +133,13 @@ template <class Record>
 Integer Requests::getNumberedList(const RequestRow& row, std::vector<Record>& list) {
     constexpr bool is_schedule = std::is_same_v<Record, ScheduleRecord>;
     constexpr std::size_t most = is_schedule ? kMostSchedules : kMostHosts;
-    const Scope scope(*this);
+    const Waiting waiting(*this);
     list.clear();
     Comrecord& record = begin(row);
     record.RecordNumber = 1;
     std::optional<Long> last;
     while (list.size() <= most) {
-        progress_.setFetched(list.size());
+        progress_.setCount(WorkCount{list.size(), {}});
         const Integer reply = exchange();
         if (reply == result::EndOfList)
             return endOfList();
@@ -135,10 +170,10 @@ Integer Requests::getNumberedList(const RequestRow& row, std::vector<Record>& li
 
 template <class Take>
 Integer Requests::getList(const RequestRow& row, std::size_t most, Take&& take) {
-    const Scope scope(*this);
+    const Waiting waiting(*this);
     Comrecord& record = begin(row);
     for (std::size_t count = 0; count <= most;) {
-        progress_.setFetched(count);
+        progress_.setCount(WorkCount{count, {}});
         const Integer reply = exchange();
         if (reply == result::EndOfList)
             return endOfList();
@@ -162,23 +197,23 @@ Integer Requests::getNames(const RequestRow& row, MoveName move, std::vector<std
 }
 
 Long Requests::txAuthenticate() {
-    const Scope scope(*this);
+    const Waiting waiting(*this);
     const RequestRow& row = catalogue::AuthenticateLogin;
     LoginRecord login;
     login.user_id = data_.user_id;
     login.password = data_.password;
     MoveLoginrecordToComrecord(login, begin(row));
     const Integer reply = exchange();
-    if (reply == result::Done)
-        return link_.comrecord.RecordNumber;
-    if (!isFailure(reply))
-        return 0;
-    fail(row);
-    return kAuthenticateFailed;
+    if (isFailure(reply)) {
+        fail(row);
+        return kAuthenticateFailed;
+    }
+    const Long verdict = reply == result::Done ? link_.comrecord.RecordNumber : 0;
+    return verdict == kAuthenticateFailed ? 0 : verdict; // which only the console itself gives
 }
 
 Integer Requests::txNewLogin() {
-    const Scope scope(*this);
+    const Waiting waiting(*this);
     LoginRecord login;
     login.user_id = data_.user_id;
     login.password = data_.password;
@@ -187,17 +222,20 @@ Integer Requests::txNewLogin() {
 }
 
 Integer Requests::txGetSettings() {
-    const Scope scope(*this);
+    const Waiting waiting(*this);
     begin(catalogue::GetSettings);
     // Without its settings a later save would wipe those of the service.
     if (exchange() != result::Done)
         return fail(catalogue::GetSettings);
-    MoveComrecordToSettingsrecord(link_.comrecord, data_.settings);
+    SettingsRecord settings;
+    if (!MoveComrecordToSettingsrecord(link_.comrecord, settings)) // cut
+        return fail(catalogue::GetSettings);
+    data_.settings = std::move(settings);
     return kFalse;
 }
 
 Integer Requests::txSaveSettings() {
-    const Scope scope(*this);
+    const Waiting waiting(*this);
     MoveSettingsrecordToComrecord(data_.settings, begin(catalogue::SaveSettings));
     switch (exchangeOrFail(catalogue::SaveSettings)) {
     case result::SettingsAnswer9:
@@ -216,7 +254,7 @@ Integer Requests::txGetAllSchedules() {
 }
 
 Integer Requests::txSaveSchedule(bool is_new) {
-    const Scope scope(*this);
+    const Waiting waiting(*this);
     const RequestRow& row = is_new ? catalogue::AddSchedule : catalogue::SaveSchedule;
     if (is_new)
         data_.current_schedule.identity = kTrue;
@@ -231,7 +269,7 @@ Integer Requests::txSaveSchedule(bool is_new) {
 }
 
 Integer Requests::txDeleteSchedule(Long record_number) {
-    const Scope scope(*this);
+    const Waiting waiting(*this);
     const RequestRow& row = catalogue::DeleteSchedule;
     data_.current_schedule = EmptyScheduleRecord;
     data_.current_schedule.identity = 1;
@@ -245,7 +283,7 @@ Integer Requests::txGetAllHosts() {
 }
 
 Integer Requests::txSaveHost(bool is_new) {
-    const Scope scope(*this);
+    const Waiting waiting(*this);
     const RequestRow& row = is_new ? catalogue::AddHost : catalogue::SaveHost;
     MoveHostrecordToComrecord(data_.current_host, begin(row));
     // Any answer but 1 is a failure here.
@@ -257,7 +295,7 @@ Integer Requests::txSaveHost(bool is_new) {
 }
 
 Integer Requests::txDeleteHost(Long record_number) {
-    const Scope scope(*this);
+    const Waiting waiting(*this);
     MoveHostrecordToComrecord(EmptyHostRecord, begin(catalogue::DeleteHost));
     link_.comrecord.RecordNumber = record_number;
     return exchangeOrFail(catalogue::DeleteHost) == kTrue ? kTrue : kFalse;
@@ -268,10 +306,10 @@ Integer Requests::txDeleteHostDirectory(const std::string& directory) {
         last_result_ = result::Done;
         return kFalse;
     }
-    const Scope scope(*this);
+    const Waiting waiting(*this);
     Comrecord& record = begin(catalogue::DeleteHostDirectory);
     // Raw characters, without a length before them.
-    const std::string bytes = toAnsi(directory);
+    const std::string bytes = toAnsi(trimmed(directory));
     bytes.copy(record.ComrecordData.data(), record.ComrecordData.size());
     return exchangeOrFail(catalogue::DeleteHostDirectory) == kTrue ? kTrue : kFalse;
 }
@@ -288,17 +326,11 @@ Integer Requests::txGetAllOutbox() {
 }
 
 Integer Requests::txDeleteOutboxMail(const OutboxRecord& mail, bool& removed) {
-    const Scope scope(*this);
+    const Waiting waiting(*this);
     removed = false;
     MoveOutboxrecordToComrecord(mail, begin(catalogue::DeleteOutboxMail));
     const Integer reply = exchangeOrFail(catalogue::DeleteOutboxMail);
-    if (reply == result::Done) {
-        removed = link_.comrecord.RecordNumber == 0;
-        if (!removed) {
-            prompter_.beep();
-            prompter_.critical(texts_(Text::MailNotRemoved));
-        }
-    }
+    removed = reply == result::Done && link_.comrecord.RecordNumber == 0;
     return reply == kTrue ? kTrue : kFalse;
 }
 
@@ -315,19 +347,22 @@ void Requests::txGetUucpStatus(std::function<void(int)> done) {
     using enum ServiceLink::ReportEnd;
     link_.reportReply([this, done = std::move(done)](ServiceLink::ReportEnd end, Integer reply) {
         const Scope scope(*this);
+        is_failure_told_ = false;
         if (end == Replied && reply == result::Done)
             MoveComrecordToUucpstatusrecord(link_.comrecord, data_.uucp_status);
         // Only what the service says is told: a time-out is silent, and a link that has closed is
         // seen by the next tick.
         const bool failed = end == Replied && isFailure(reply);
-        if (failed)
+        if (failed) {
             fail(catalogue::GetUucpStatus);
+            is_failure_told_ = true;
+        }
         done(failed ? kStatusFailed : kStatusReceived);
     });
 }
 
 Integer Requests::txSendUucpCommand() {
-    const Scope scope(*this);
+    const Waiting waiting(*this);
     MoveUucpcommandrecordToComrecord(data_.uucp_command, begin(catalogue::SendUucpCommand));
     const Integer reply = exchange();
     if (reply == result::Done)
@@ -356,7 +391,7 @@ Integer Requests::txGetScript(const std::string& file_name, Script& received) {
     received = Script::None;
     if (isBlank(file_name))
         return kFalse;
-    const Scope scope(*this);
+    const Waiting waiting(*this);
     const RequestRow& row = catalogue::GetScript;
     ScriptRecord wanted;
     wanted.file_name = file_name;
@@ -371,7 +406,7 @@ Integer Requests::txGetScript(const std::string& file_name, Script& received) {
 Integer Requests::txSaveScript(const std::string& file_name, const std::string& text) {
     if (isBlank(file_name))
         return kFalse;
-    const Scope scope(*this);
+    const Waiting waiting(*this);
     const RequestRow& row = catalogue::SaveScript;
     data_.script.file_name = file_name;
     data_.script.text = text;
@@ -380,13 +415,10 @@ Integer Requests::txSaveScript(const std::string& file_name, const std::string& 
 }
 
 Integer Requests::RetrieveAll() {
-    const Scope scope(*this);
+    const Waiting waiting(*this);
     const bool failed = hasFailed(txGetSettings()) || hasFailed(txGetAllSchedules()) ||
                         hasFailed(txGetAllHosts()) || hasFailed(txGetAllOutbox());
-    if (failed)
-        return kTrue;
-    progress_.setInfo(texts_(Text::Ready));
-    return kFalse;
+    return failed ? kTrue : kFalse;
 }
 
 } // namespace tollwick

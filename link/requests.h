@@ -104,7 +104,10 @@ public:
 
 private:
     class Scope;
+    class Waiting;
 
+    // Says that nothing is going on any more.
+    void showIdle();
     // Says what is done, waits until nothing else is on its way, clears the shared record and fills
     // its header.
     Comrecord& begin(const RequestRow& row);
@@ -131,6 +134,8 @@ private:
     bool in_step_ = true; // the next line that comes is the reply to the request begun last
     Integer last_result_ = result::NoReply;
     bool was_answered_ = false;
+    bool is_status_shown_ = false;
+    bool is_failure_told_ = false; // that of a poll, which the request begun last waited for
 };
 
 } // namespace tollwick

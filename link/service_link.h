@@ -44,6 +44,9 @@ public:
     ~ServiceLink() override;
 
     void setInputLock(InputLock& lock) { input_lock_ = &lock; }
+    // Held by whatever waits for the service.
+    [[nodiscard]] InputLock& inputLock() { return *input_lock_; }
+    [[nodiscard]] const Clock& clock() const { return clock_; }
     // Seconds to wait for a reply.
     void setComTimeout(Single seconds) { com_timeout_ = seconds; }
 

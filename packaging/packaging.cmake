@@ -57,6 +57,10 @@ endforeach()
 add_custom_target(packaging_texts ALL DEPENDS ${compressed})
 
 set(CPACK_GENERATOR DEB)
+# Settings of the machine, below those of each user.
+file(WRITE ${PROJECT_BINARY_DIR}/packaging/conffiles "/etc/xdg/brask-software/tollwick.ini\n")
+set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/packaging/conffiles)
+set(CPACK_INSTALLED_DIRECTORIES ${linux}/config /etc/xdg/brask-software)
 set(CPACK_PACKAGE_NAME ${package})
 set(CPACK_PACKAGE_VENDOR Corvale)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "administration console of the Tollwick mail service")

@@ -35,6 +35,7 @@ constexpr Route kRoutes[] = {
     {Command::Toggle, node::UucpDaemon, Action::EditUucpDaemonSetting},
 
     {Command::Refresh, node::Outbox, Action::RefreshOutbox},
+    {Command::Refresh, node::ServerName, Action::RefreshOutbox}, // whose mails the overview counts
 
     {Command::Activate, node::Admin, Action::EditAdminSetting},
     {Command::Activate, node::SmtpServer, Action::EditSmtpServiceSetting},
@@ -50,6 +51,9 @@ constexpr Route kRoutes[] = {
 } // namespace
 
 Action actionFor(Command command, std::string_view node_key) {
+    // The rows of a node that groups others lead to them.
+    if (isGrouping(node_key) && (command == Command::Properties || command == Command::Activate))
+        return Action::GoToNode;
     for (const Route& route : kRoutes)
         if (route.command == command && route.node_key == node_key)
             return route.action;
@@ -64,10 +68,10 @@ EnableFlags enableFlags(const Selection& selection) {
 
     const Flag add_schedule = flag(selection.connected && selection.node_key == node::Schedule);
     const Flag add_host = flag(selection.connected && selection.node_key == node::UucpHosts);
-    const Flag remove = flag(isGiven(Command::Delete) && selection.has_row);
+    const Flag remove = flag(isGiven(Command::Delete) && selection.rows > 0);
     const Flag properties = flag(isGiven(Command::Properties) &&
-                                 (selection.has_row || selection.node_key == node::LoginAccount));
-    const Flag toggle = flag(isGiven(Command::Toggle) && selection.has_row);
+                                 (selection.rows == 1 || selection.node_key == node::LoginAccount));
+    const Flag toggle = flag(isGiven(Command::Toggle) && selection.rows == 1);
     const Flag cancel = flag(selection.connected && selection.node_key == node::UucpMonitor);
     EnableFlags flags{};
     const auto set = [&flags](Item item, Flag value) { flags[indexOf(item)] = value; };

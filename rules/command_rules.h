@@ -34,6 +34,7 @@ enum class Action {
     EditUucpDaemonSetting,
     EditLogPeriod,
     ToggleLogSwitch,
+    GoToNode,
 };
 
 // The action of a command on the node with this key; None for a key that gives it none.
@@ -73,7 +74,7 @@ using EnableFlags = std::array<Flag, kAllItems>;
 struct Selection {
     bool connected = false;
     std::string_view node_key; // empty when no node is selected
-    bool has_row = false;      // a row of the list is selected
+    std::size_t rows = 0;      // of the list that are selected
 };
 
 EnableFlags enableFlags(const Selection& selection);

@@ -2,7 +2,9 @@
 
 #include "base/numeric.h"
 #include "rules/node_keys.h"
+#include "rules/overview.h"
 #include "rules/schedule_lists.h"
+#include "rules/schedule_rules.h"
 #include "rules/setting_rows.h"
 
 #include <memory>
@@ -48,6 +50,14 @@ constexpr ColumnLayout kColumns[] = {
     {node::Outbox, Text::ColOutboxVia, kByContents},
     {node::Outbox, Text::ColOutboxSize, kByContents, true},
     {node::Outbox, Text::ColOutboxFile, kByContents},
+    {node::ServerName, Text::ColMonitorItem, 1800},
+    {node::ServerName, Text::ColMonitorStatus, 4000},
+    {node::Configuration, Text::ColMonitorItem, 1800},
+    {node::Configuration, Text::ColMonitorStatus, 4000},
+    {node::System, Text::ColMonitorItem, 1800},
+    {node::System, Text::ColMonitorStatus, 4000},
+    {node::View, Text::ColMonitorItem, 1800},
+    {node::View, Text::ColMonitorStatus, 4000},
 };
 
 constexpr std::array<Text, kMonitorRows> kMonitorCaptions = {
@@ -150,13 +160,6 @@ std::string intervalText(const StringTable& texts, Integer position) {
     return entryAt(names, position);
 }
 
-// Minutes since midnight of a time such as "07:30".
-double minutesOf(const std::string& time) {
-    const std::size_t colon = time.find(':');
-    return numericValue(time) * 60 +
-           (colon == std::string::npos ? 0 : numericValue(time.substr(colon + 1)));
-}
-
 std::string scheduleCell(const ScheduleRecord& schedule, std::size_t column,
                          const StringTable& texts) {
     switch (column) {
@@ -182,14 +185,12 @@ double scheduleValue(const ScheduleRecord& schedule, std::size_t column,
         return schedule.day;
     case 1: {
         if (schedule.timed != 0)
-            return minutesOf(schedule.at_time.text());
+            return minuteOfDay(schedule.at_time.text()).value_or(-1);
         const auto interval = static_cast<std::size_t>(schedule.interval);
         return kMinutesOfDay + (interval < intervals.size() ? intervals[interval].minutes : 0);
     }
-    case 2: {
-        const std::string first = schedule.between_first.text();
-        return first.empty() ? -1 : minutesOf(first);
-    }
+    case 2:
+        return minuteOfDay(schedule.between_first.text()).value_or(-1);
     default:
         return schedule.delay;
     }
@@ -208,7 +209,7 @@ std::array<std::string, kMonitorRows> monitorTexts(const UucpStatusRecord& statu
 }
 
 ListContents listContents(std::string_view node_key, const ServiceData& data,
-                          const StringTable& texts) {
+                          const StringTable& texts, const Surroundings& around) {
     ListContents contents;
     for (const ColumnLayout& column : kColumns)
         if (column.node_key == node_key)
@@ -248,6 +249,8 @@ ListContents listContents(std::string_view node_key, const ServiceData& data,
             });
     } else if (node_key == node::UucpMonitor) {
         setRows(contents, monitorRows(data.uucp_status, texts));
+    } else if (isGrouping(node_key)) {
+        setRows(contents, overviewRows(node_key, data, texts, around));
     } else {
         setRows(contents, settingListRows(node_key, data.settings, texts));
     }

@@ -1,6 +1,7 @@
 // What the list shows for each node: columns, rows, icons and formats.
 #pragma once
 
+#include "base/clock.h"
 #include "base/string_table.h"
 #include "rules/service_data.h"
 
@@ -40,10 +41,18 @@ struct ListContents {
     std::function<std::optional<double>(std::size_t row, std::size_t column)> value;
 };
 
+// What the data does not say of a session.
+struct Surroundings {
+    std::string host; // of the service, UTF-8
+    std::string port;
+    LocalTime now;
+};
+
 // The contents for a node. They refer to `data`, which must outlive them; rows of hosts, schedules
-// and mails follow it as it changes. A grouping node gives no columns and no rows.
+// and mails follow it as it changes, others stay as they are. `around` is asked by the nodes that
+// group others.
 ListContents listContents(std::string_view node_key, const ServiceData& data,
-                          const StringTable& texts);
+                          const StringTable& texts, const Surroundings& around = {});
 
 // The second column of the monitor's seven rows, in their order.
 inline constexpr std::size_t kMonitorRows = 7;

@@ -1,5 +1,7 @@
 #include "rules/node_keys.h"
 
+#include <algorithm>
+
 namespace tollwick {
 namespace {
 
@@ -22,6 +24,11 @@ constexpr TreeNode kTreeNodes[] = {
 };
 
 } // namespace
+
+bool isGrouping(std::string_view node_key) {
+    return !node_key.empty() &&
+           std::ranges::find(kTreeNodes, node_key, &TreeNode::parent) != std::end(kTreeNodes);
+}
 
 std::span<const TreeNode> treeNodes() {
     return kTreeNodes;

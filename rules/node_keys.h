@@ -34,6 +34,9 @@ struct TreeNode {
     std::string_view image;
 };
 
+// Whether the node merely groups others.
+bool isGrouping(std::string_view node_key);
+
 // In order of creation: each node is the last child of its parent when it is added.
 std::span<const TreeNode> treeNodes();
 

@@ -26,15 +26,13 @@ std::vector<std::string> scheduleDays(const StringTable& texts) {
 
 std::vector<ScheduleInterval> scheduleIntervals(const StringTable& texts) {
     std::vector<ScheduleInterval> intervals;
-    const auto add = [&](int count, Text unit, int minutes_each) {
-        const std::string text = std::to_string(count) + ' ' + std::string(texts(unit));
-        intervals.push_back({firstCharacters(text, kIntervalTextSize), count * minutes_each});
-    };
-    for (const int minutes : {5, 10, 15, 20, 30})
-        add(minutes, Text::Minute, 1);
-    for (const int hours : {1, 2, 3, 6, 12})
-        add(hours, Text::Hour, 60);
-    intervals.push_back({"", 0}); // the eleventh, empty one is wanted
+    for (const int minutes : kIntervalMinutes) {
+        const std::string text =
+            minutes < 60 ? std::to_string(minutes) + ' ' + std::string(texts(Text::Minute))
+                         : std::to_string(minutes / 60) + ' ' + std::string(texts(Text::Hour));
+        intervals.push_back({firstCharacters(text, kIntervalTextSize), minutes});
+    }
+    intervals.push_back({"", 0});
     return intervals;
 }
 

@@ -18,25 +18,36 @@ double comparableTime(std::string_view time) {
 
 } // namespace
 
-std::optional<Text> timeProblem(std::string& text) {
+bool ValidTime(std::string& text, Text& problem) {
     const std::size_t colon = text.find(':');
-    if (colon == std::string::npos)
-        return Text::TimeColonMissing;
-    if (colon == 0)
-        return Text::TimeStartsWithColon;
+    if (colon == std::string::npos || colon == 0) {
+        problem = colon == 0 ? Text::TimeStartsWithColon : Text::TimeColonMissing;
+        return false;
+    }
     const std::string hour = text.substr(0, colon);
     const std::string minutes = text.substr(colon + 1);
     const auto isWithin = [](const std::string& number, int last) {
         const double value = numericValue(number);
         return value >= 0 && value <= last;
     };
-    if (!isWithin(hour, 23) || !isWithin(minutes, 59))
-        return Text::TimeInvalid;
+    if (!isWithin(hour, 23) || !isWithin(minutes, 59)) {
+        problem = Text::TimeInvalid;
+        return false;
+    }
     if (hour.size() == 1)
         text.insert(0, 1, '0');
     if (minutes.size() == 1)
         text.push_back('0'); // behind, not in front: wanted
-    return {};
+    return true;
+}
+
+std::optional<int> minuteOfDay(std::string time) {
+    Text problem{};
+    if (!ValidTime(time, problem))
+        return {};
+    const std::size_t colon = time.find(':');
+    return static_cast<int>(numericValue(time.substr(0, colon))) * 60 +
+           static_cast<int>(numericValue(time.substr(colon + 1)));
 }
 
 std::optional<ScheduleEntry> entryOf(const ScheduleRecord& record) {
@@ -66,10 +77,10 @@ std::optional<ScheduleProblem> checkSchedule(ScheduleEntry& entry,
     }
     const auto checkTime = [](std::string& time,
                               ScheduleField field) -> std::optional<ScheduleProblem> {
-        const std::optional<Text> problem = timeProblem(time);
-        if (!problem)
+        Text problem{};
+        if (ValidTime(time, problem))
             return {};
-        return ScheduleProblem{*problem, field, false};
+        return ScheduleProblem{problem, field, false};
     };
     if (!entry.is_interval)
         return checkTime(entry.timed, ScheduleField::Timed);

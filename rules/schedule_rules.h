@@ -30,10 +30,13 @@ struct ScheduleProblem {
     bool beeps = true;
 };
 
-// What is wrong with a time of day, if anything. A part of one character is completed: a one-digit
-// hour gets a "0" in front, one-digit minutes a "0" behind, so that 8:5 becomes 08:50. That is
-// wanted.
-std::optional<Text> timeProblem(std::string& text);
+// Whether the text is a time of day; otherwise `problem` says what is wrong with it. A part of one
+// character is completed: a one-digit hour gets a "0" in front, one-digit minutes a "0" behind, so
+// that 8:5 becomes 08:50. That is wanted.
+bool ValidTime(std::string& text, Text& problem);
+
+// Minutes from midnight to a valid time of day.
+std::optional<int> minuteOfDay(std::string time);
 
 // A record is shown unless it is one that has just been sent, with identity -1.
 std::optional<ScheduleEntry> entryOf(const ScheduleRecord& record);

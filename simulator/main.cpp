@@ -2,7 +2,7 @@
 #include "base/files.h"
 #include "simulator/sample_site.h"
 #include "simulator/server.h"
-#include "simulator/site_file.h"
+#include "site/site_file.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -16,6 +16,7 @@
 
 namespace {
 
+using namespace tollwick;
 using namespace tollwick::simulator;
 
 constexpr int kExitFailure = 1;
@@ -116,8 +117,12 @@ private:
 };
 
 Site loadOrMake(SiteFile& file, const QString& name) {
-    if (file.exists())
-        return file.load();
+    if (file.exists()) {
+        Site site = file.load();
+        if (!site.login) // a backup of a real site
+            site.login = sampleLogin();
+        return site;
+    }
     Site site = sampleSite();
     file.save(site);
     print(stderr, QStringLiteral("Made %1 with the sample site.\n").arg(name));

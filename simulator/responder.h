@@ -1,7 +1,7 @@
 // Answers requests from a site: one request in, one reply out. Knows no socket.
 #pragma once
 
-#include "simulator/site.h"
+#include "site/site.h"
 #include "simulator/transport.h"
 
 #include <deque>

@@ -1,7 +1,7 @@
 // The site that the stand-in service starts with when nobody gives it another.
 #pragma once
 
-#include "simulator/site.h"
+#include "site/site.h"
 
 namespace tollwick::simulator {
 

@@ -3,7 +3,7 @@
 
 #include "simulator/console_connection.h"
 #include "simulator/responder.h"
-#include "simulator/site.h"
+#include "site/site.h"
 #include "simulator/transport.h"
 
 #include <QHostAddress>

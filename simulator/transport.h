@@ -2,7 +2,7 @@
 // as the UUCP daemon's would, driven by the time that has passed.
 #pragma once
 
-#include "simulator/site.h"
+#include "site/site.h"
 
 #include <chrono>
 #include <functional>

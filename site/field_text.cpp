@@ -3,7 +3,6 @@
 #include "base/utf8.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 
 namespace tollwick {
@@ -17,7 +16,7 @@ constexpr FieldWord kDays[] = {{"monday", 0},   {"tuesday", 1}, {"wednesday", 2}
 constexpr FieldWord kIntervals[] = {{"5min", 0},  {"10min", 1}, {"15min", 2}, {"20min", 3},
                                     {"30min", 4}, {"1hour", 5}, {"2hours", 6}, {"3hours", 7},
                                     {"6hours", 8}, {"12hours", 9}, {"none", 10}};
-constexpr FieldWord kConnections[] = {{"modem", 0}, {"ras", 1}, {"tcp", 2}};
+constexpr FieldWord kConnections[] = {{"modem", 0}, {"dialup", 1}, {"tcpip", 2}};
 constexpr FieldWord kProtocols[] = {{"g", 0}, {"t", 1}, {"G", 2}};
 constexpr FieldWord kPacketSizes[] = {{"none", 0}, {"32", 1},  {"64", 2},   {"128", 3}, {"256", 4},
                                       {"512", 5},  {"1024", 6}, {"2048", 7}, {"4096", 8}};
@@ -68,8 +67,6 @@ constexpr WordList kWordLists[] = {
     {"com_logging", kYesNo},
 };
 
-constexpr std::string_view kSecretFields[] = {"password", "uucp_password", "ras_password"};
-
 // By its exact spelling, else without regard to case: the protocols differ in it.
 const FieldWord* findWord(std::span<const FieldWord> words, std::string_view text) {
     const auto exact = std::find_if(words.begin(), words.end(),
@@ -98,25 +95,20 @@ std::span<const FieldWord> wordsOf(std::string_view field_name) {
     return {};
 }
 
-bool isSecretField(std::string_view field_name) {
-    return std::find(std::begin(kSecretFields), std::end(kSecretFields), field_name) !=
-           std::end(kSecretFields);
+bool isSecret(std::string_view field) {
+    return field.ends_with("password");
+}
+
+std::optional<QString> wordOf(std::string_view field, Long value) {
+    const std::span<const FieldWord> words = wordsOf(field);
+    const auto found = std::find_if(words.begin(), words.end(),
+                                    [value](const FieldWord& word) { return word.number == value; });
+    if (found == words.end())
+        return {};
+    return QString::fromLatin1(found->word.data(), static_cast<qsizetype>(found->word.size()));
 }
 
 namespace detail {
-
-std::string numberText(std::string_view field_name, Long number) {
-    for (const FieldWord& word : wordsOf(field_name))
-        if (word.number == number)
-            return std::string(word.word);
-    return std::to_string(number);
-}
-
-std::string numberText(Single number) {
-    std::array<char, 64> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    return {digits.data(), end};
-}
 
 std::optional<FieldProblem> readNumber(std::string_view field_name, const std::string& text,
                                        Long least, Long most, Long& number) {

@@ -17,7 +17,7 @@ static_assert(kHeaderSize == 10);
 std::string toBytes(const Comrecord& record) {
     const std::string_view block(record.ComrecordData.data(), record.ComrecordData.size());
     const std::string_view data =
-        block.substr(0, std::max(withoutTrailingBlanks(block).size(), record.number_end));
+        block.substr(0, std::max(withoutTrailingBlanks(block).size(), record.data_end));
     std::string bytes(kHeaderSize + data.size(), '\0');
     storeLittleEndian(record.Operation, bytes.data());
     storeLittleEndian(record.ObjectClass, bytes.data() + 2);
@@ -41,7 +41,7 @@ void fromBytes(std::string_view bytes, Comrecord& record) {
     const std::string_view data = bytes.substr(std::min(bytes.size(), kHeaderSize));
     const std::size_t count = data.copy(record.ComrecordData.data(), kDataBlockSize);
     std::memset(record.ComrecordData.data() + count, 0, kDataBlockSize - count);
-    record.number_end = 0;
+    record.data_end = count;
 }
 
 } // namespace tollwick

@@ -21,9 +21,9 @@ struct Comrecord {
     Integer RecordLength{}; // declared length of the sub-record, a constant per request
     DataBlock ComrecordData{};
 
-    // Not sent: the bytes at the start of the data block that a line keeps whatever they are, since
-    // they end in a number.
-    std::size_t number_end = 0;
+    // Not sent: how many bytes at the start of the data block count even where they look like the
+    // blanks behind a text: up to the last number that was packed, or all that have come.
+    std::size_t data_end = 0;
 
     friend bool operator==(const Comrecord& a, const Comrecord& b) {
         return a.Operation == b.Operation && a.ObjectClass == b.ObjectClass &&

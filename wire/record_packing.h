@@ -111,7 +111,7 @@ void packRecord(const Record& record, Comrecord& comrecord) {
     comrecord.ComrecordData.fill('\0');
     BlockWriter writer(comrecord.ComrecordData);
     forEachField<Record>([&](const auto& field) { writer.put(record.*field.member); });
-    comrecord.number_end = writer.numberEnd();
+    comrecord.data_end = writer.numberEnd();
 }
 
 // Reads the record from the start of the data block, replacing all its fields. False when a text
@@ -145,11 +145,10 @@ constexpr std::size_t wireSize() {
     return size;
 }
 
-// True when something stands in the data block from this field on; the record has no variable texts
-// before it.
+// True when of what has come something belongs to this field or those behind it; the record has no
+// variable texts before it.
 template <class Record, class Type>
 bool reachesField(const Comrecord& comrecord, Type Record::*member) {
-    const std::string_view block(comrecord.ComrecordData.data(), comrecord.ComrecordData.size());
     std::size_t offset = 0;
     bool is_before = true;
     forEachField<Record>([&](const auto& field) {
@@ -158,7 +157,7 @@ bool reachesField(const Comrecord& comrecord, Type Record::*member) {
             is_before = is_before && field.member != member;
         offset += is_before ? detail::fieldSize(field) : 0;
     });
-    return withoutTrailingBlanks(block).size() > offset;
+    return comrecord.data_end > offset;
 }
 
 static_assert(wireSize<ScheduleRecord>() == 77);

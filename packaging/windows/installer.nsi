@@ -86,12 +86,26 @@ LangString shortcut_tip ${LANG_SWEDISH} "Administration av posttjänsten Tollwic
     ${Loop}
 !macroend
 
+; A file of the former folder $R0, which may be the site's own, unless the new one has it.
+!macro TakeAlong name
+    ${IfNot} ${FileExists} "$INSTDIR\${name}"
+    ${AndIf} ${FileExists} "$R0\${name}"
+        CopyFiles /SILENT "$R0\${name}" "$INSTDIR\${name}"
+    ${EndIf}
+!macroend
+
 ; Removes the program from the folder that it was installed in, when that is another one. Logs stay.
 !macro RemoveFromFormerFolder
     ReadRegStr $R0 HKLM "${UNINSTALL}" "InstallLocation"
     ${If} $R0 != ""
     ${AndIf} $R0 != $INSTDIR
     ${AndIf} ${FileExists} "$R0\Uninstall.exe"
+        CreateDirectory "$INSTDIR"
+        !insertmacro TakeAlong MODEMS.DAT
+        !insertmacro TakeAlong note.txt
+        !insertmacro TakeAlong Tollwick.hlp
+        !insertmacro TakeAlong Tollwick.cnt
+        !insertmacro TakeAlong Supplied.lst
         ; Run where it lies, so that it has ended before the new files come.
         ExecWait '"$R0\Uninstall.exe" /S _?=$R0' $0
         ${If} $0 != 0
@@ -180,21 +194,40 @@ Section
     File /oname=Qt.txt "${QT_COPYRIGHT}"
     SetOutPath "$INSTDIR"
     File /oname=TollwickAdmin.exe "${PROGRAM}"
-    File "${DATA}/MODEMS.DAT"
-    File "${DATA}/note.txt"
-    ; The names that start-up would give them: the console itself need not write here.
     ${If} $LANGUAGE == ${SWEDISH}
         StrCpy $7 4000
-        File /oname=Tollwick.hlp "${DATA}/Tollw-se.hlp"
-        File /oname=Tollwick.cnt "${DATA}/Tollw-se.cnt"
     ${Else}
         StrCpy $7 1000
-        File /oname=Tollwick.hlp "${DATA}/Tollw-us.hlp"
-        File /oname=Tollwick.cnt "${DATA}/Tollw-us.cnt"
     ${EndIf}
+    SetOutPath "$INSTDIR\data"
+    File "${DATA}/MODEMS.DAT"
+    File "${DATA}/note.txt"
+    File "${DATA}/Tollw-se.hlp"
+    File "${DATA}/Tollw-se.cnt"
+    File "${DATA}/Tollw-us.hlp"
+    File "${DATA}/Tollw-us.cnt"
+    ; Placed as start-up would place them: the console itself need not write here.
+    InitPluginsDir
+    SetOutPath "$PLUGINSDIR"
+    File /oname=place-files.exe "${PLACE_FILES}"
+    nsExec::Exec '"$PLUGINSDIR\place-files.exe" "$INSTDIR\data" "$INSTDIR" $7'
+    Pop $0
+    ${If} $0 != 0
+        DetailPrint "place-files: $0"
+    ${EndIf}
+    SetOutPath "$INSTDIR"
     CreateDirectory "$INSTDIR\Logs"
 
     WriteRegStr HKLM "${SETTINGS}\General" "CountryCode" $7
+    ; Where the window comes up at first: 960 x 600, about the middle of common screens.
+    !insertmacro ReadSetting $0 Environment WindowXsize
+    ${If} $0 == ""
+        WriteRegStr HKLM "${SETTINGS}\Environment" "WindowXpos" 4800
+        WriteRegStr HKLM "${SETTINGS}\Environment" "WindowYpos" 1800
+        WriteRegStr HKLM "${SETTINGS}\Environment" "WindowXsize" 14400
+        WriteRegStr HKLM "${SETTINGS}\Environment" "WindowYsize" 9000
+        WriteRegStr HKLM "${SETTINGS}\Environment" "SplitterPos" 3600
+    ${EndIf}
     WriteRegStr HKLM "${SETTINGS}\Application" "InstallDir" $INSTDIR
 
     StrCpy $9 0
@@ -258,7 +291,16 @@ Section Uninstall
     Delete "$INSTDIR\Tollwick.hlp"
     Delete "$INSTDIR\Tollwick.cnt"
     Delete "$INSTDIR\MODEMS.DAT"
+    Delete "$INSTDIR\MODEMS.NEW"
     Delete "$INSTDIR\note.txt"
+    Delete "$INSTDIR\Supplied.lst"
+    Delete "$INSTDIR\data\MODEMS.DAT"
+    Delete "$INSTDIR\data\note.txt"
+    Delete "$INSTDIR\data\Tollw-se.hlp"
+    Delete "$INSTDIR\data\Tollw-se.cnt"
+    Delete "$INSTDIR\data\Tollw-us.hlp"
+    Delete "$INSTDIR\data\Tollw-us.cnt"
+    RMDir "$INSTDIR\data"
     Delete "$INSTDIR\Licences\LGPL-3.txt"
     Delete "$INSTDIR\Licences\GPL-3.txt"
     Delete "$INSTDIR\Licences\Qt.txt"

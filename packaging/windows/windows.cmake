@@ -61,6 +61,10 @@ function(tollwick_make_windows_program target)
     set_target_properties(${target} PROPERTIES OUTPUT_NAME TollwickAdmin WIN32_EXECUTABLE ON)
     target_link_options(${target} PRIVATE $<$<CONFIG:Release>:-s>)
 
+    add_executable(place-files ${sources}/place_files.cpp)
+    target_link_libraries(place-files PRIVATE tollwick_base)
+    target_link_options(place-files PRIVATE -municode -static $<$<CONFIG:Release>:-s>)
+
     # The static Qt is built from the sources of this Debian package.
     set(licences /usr/share/common-licenses)
     set(qt_copyright /usr/share/doc/qt6-base-dev/copyright)
@@ -68,10 +72,10 @@ function(tollwick_make_windows_program target)
     add_custom_command(OUTPUT ${setup}
         COMMAND ${MAKENSIS_PROGRAM} -V2 -WX -INPUTCHARSET UTF8 -NOCD
             -DVERSION=${PROJECT_VERSION} -DSETUP=${setup} -DICON=${icon} -DSIDE=${side}
-            -DPROGRAM=$<TARGET_FILE:${target}> -DDATA=${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/data
+            -DPROGRAM=$<TARGET_FILE:${target}> -DPLACE_FILES=$<TARGET_FILE:place-files> -DDATA=${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/data
             -DLICENCES=${licences} -DQT_COPYRIGHT=${qt_copyright}
             ${sources}/installer.nsi
-        DEPENDS ${target} modem_catalogue ${icon} ${side} ${sources}/installer.nsi
+        DEPENDS ${target} place-files modem_catalogue ${icon} ${side} ${sources}/installer.nsi
         VERBATIM)
     add_custom_target(installer DEPENDS ${setup})
 endfunction()

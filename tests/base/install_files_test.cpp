@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace tollwick {
 namespace {
 
@@ -25,7 +27,8 @@ protected:
         placeHelpFiles(install_folder);
         std::string files;
         for (const std::string& name : folder.names("install"))
-            files += name + "=" + folder.read("install/" + name) + " ";
+            if (name != "Supplied.lst")
+                files += name + "=" + folder.read("install/" + name) + " ";
         return files;
     }
     std::string filesAfterStart(Integer language = kEnglish) {
@@ -85,7 +88,7 @@ TEST_F(InstallFilesTest, EveryMissingFolderIsCreatedAndLogged) {
                   "error.(See corvale.log for details)");
 }
 
-TEST_F(InstallFilesTest, SuppliedFilesAreCopiedWhereTheyAreMissingAndHelpGetsItsCommonName) {
+TEST_F(InstallFilesTest, WhatComesWithTheProgramIsPlacedAndASitesOwnStays) {
     EXPECT_EQ(filesAfterStart(), ""); // none are supplied
     const std::string odd = folder.text(std::string(300, 'x'));
     EXPECT_NO_THROW(filesAfterStart(kEnglish, odd)) << "cannot even be looked into";
@@ -93,15 +96,50 @@ TEST_F(InstallFilesTest, SuppliedFilesAreCopiedWhereTheyAreMissingAndHelpGetsIts
                              "Tollw-us.hlp", "Tollw-us.cnt", "other"})
         folder.write(std::string("supplied/") + file, file);
     folder.write("install/note.txt", "own");
-    folder.write("install/Tollw-se.hlp", "se"); // gone after the one that comes first
     EXPECT_EQ(filesAfterStart(), "MODEMS.DAT=MODEMS.DAT Tollwick.cnt=Tollw-us.cnt "
                                  "Tollwick.hlp=Tollw-us.hlp note.txt=own ");
-    // Another language at a later start brings its own help.
-    EXPECT_EQ(filesAfterStart(kSwedish), "MODEMS.DAT=MODEMS.DAT Tollwick.cnt=Tollw-se.cnt "
+    // Another language at a later start brings its own help, another version its catalogue.
+    folder.write("supplied/MODEMS.DAT", "newer");
+    EXPECT_EQ(filesAfterStart(kSwedish), "MODEMS.DAT=newer Tollwick.cnt=Tollw-se.cnt "
                                          "Tollwick.hlp=Tollw-se.hlp note.txt=own ");
+    // Beside a site's own catalogue a newer one is laid, once.
+    folder.write("install/MODEMS.DAT", "own");
+    folder.write("install/Tollwick.hlp", "own");
+    EXPECT_EQ(filesAfterStart(), "MODEMS.DAT=own Tollwick.cnt=Tollw-us.cnt Tollwick.hlp=own "
+                                 "note.txt=own ");
+    folder.write("supplied/MODEMS.DAT", "newest");
+    const std::string with_both = "MODEMS.DAT=own MODEMS.NEW=newest Tollwick.cnt=Tollw-us.cnt "
+                                  "Tollwick.hlp=own note.txt=own ";
+    EXPECT_EQ(filesAfterStart(), with_both);
+    std::filesystem::remove(folder / "install/MODEMS.NEW");
+    EXPECT_EQ(filesAfterStart().find("MODEMS.NEW"), std::string::npos);
+    // Help that is laid there under the name of its language is wanted; English wins.
+    folder.write("install/Tollw-us.hlp", "us");
+    folder.write("install/Tollw-se.hlp", "se");
+    EXPECT_NE(filesAfterStart().find("Tollwick.hlp=us"), std::string::npos);
+    folder.write("install/Tollw-us.hlp/in the way", "");
     std::filesystem::remove(folder / "install/Tollwick.hlp");
     folder.write("install/Tollwick.hlp/in the way", "");
-    EXPECT_THROW(filesAfterStart(), std::filesystem::filesystem_error);
+    EXPECT_THROW(placeHelpFiles(folder.text("install")), std::filesystem::filesystem_error);
+}
+
+TEST_F(InstallFilesTest, ConsolesThatStartTogetherAllStart) {
+    for (const char* file : {"MODEMS.DAT", "note.txt", "Tollw-us.hlp", "Tollw-us.cnt"})
+        folder.write(std::string("supplied/") + file, std::string(100'000, 'x'));
+    for (int round = 0; round < 20; ++round) {
+        folder.write("install/Tollw-us.hlp", "us");
+        std::vector<std::thread> consoles;
+        for (int i = 0; i < 3; ++i)
+            consoles.emplace_back([this] {
+                EXPECT_NO_THROW(
+                    placeSuppliedFiles(folder.text("supplied"), folder.text("install"), kEnglish));
+                EXPECT_NO_THROW(placeHelpFiles(folder.text("install")));
+            });
+        for (std::thread& console : consoles)
+            console.join();
+        EXPECT_EQ(folder.names("install"), (Names{"MODEMS.DAT", "Supplied.lst", "Tollwick.cnt",
+                                                  "Tollwick.hlp", "note.txt"}));
+    }
 }
 
 } // namespace

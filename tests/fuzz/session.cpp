@@ -21,7 +21,7 @@ struct Peer : InputLock, Clock, Progress {
     [[nodiscard]] LocalTime now() const override { return {1999, 3, 7, 0, 0, looks++ * 20, 0}; }
     void setInfo(std::string_view) override {}
     void setBusy(bool) override {}
-    void setFetched(std::optional<std::size_t> entries) override { fetching = entries.has_value(); }
+    void setCount(std::optional<WorkCount> count) override { fetching = count.has_value(); }
     void answer() {
         if (!socket || (socket->bytesAvailable() == 0 && !socket->waitForReadyRead(0)))
             return;

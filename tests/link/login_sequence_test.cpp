@@ -68,7 +68,7 @@ TEST_F(LoginTest, FetchingStopsAtTheFirstFailure) {
     EXPECT_EQ(peer.requests().size(), 4U);
     EXPECT_EQ(console.data.schedules.size(), 1U);
     EXPECT_EQ(console.data.hosts.size() + console.data.outbox.size(), 0U);
-    EXPECT_EQ(console.progress.infos.back(), "Retrieving schedules...");
+    EXPECT_EQ(console.progress.infos.back(), "Connection closed.");
 }
 
 TEST_F(LoginTest, WithoutAKeyConnectsThreeMoreTimesAndGivesUp) {

@@ -70,13 +70,13 @@ using R = Requests;
 // clang-format off
 const RequestCase kCases[] = {
     {sent("70/120 number 0 length 8", kLogin), "", "get authentication from", kLenient, -2, &R::txAuthenticate},
-    {sent("30/120 number 0 length 8", kLogin), "", "update authentication details in", kLenient, -1, &R::txNewLogin},
-    {"50/40 number 0 length 106", "Retrieving settings...", "transfer new settings to", kLenient, -1, &R::txGetSettings},
-    {sent("30/40 number 0 length 106", kSettings), "", "transfer new settings to", kSavedSettings, -1, &R::txSaveSettings},
+    {sent("30/120 number 0 length 8", kLogin), "Saving...", "update authentication details in", kLenient, -1, &R::txNewLogin},
+    {"50/40 number 0 length 106", "Retrieving settings...", "transfer new settings to", kStrict, -1, &R::txGetSettings},
+    {sent("30/40 number 0 length 106", kSettings), "Saving...", "transfer new settings to", kSavedSettings, -1, &R::txSaveSettings},
     {"50/30 number 1 length 0", "Retrieving schedules...", "retrieve schedules from", kList, -1, &R::txGetAllSchedules},
-    {sent("20/30 number 0 length 77", "ffff" + kSchedule), "", "transmit data to", kStrict, -1, [](R& r) { return r.txSaveSchedule(true); }},
-    {sent("30/30 number 0 length 77", "0100" + kSchedule), "", "transmit data to", kStrict, -1, [](R& r) { return r.txSaveSchedule(false); }},
-    {sent("40/30 number 70000 length 77", "01"), "", "remove schedule from", kStrict, -1, [](R& r) { return r.txDeleteSchedule(70'000); }},
+    {sent("20/30 number 0 length 77", "ffff" + kSchedule), "Saving...", "transmit data to", kStrict, -1, [](R& r) { return r.txSaveSchedule(true); }},
+    {sent("30/30 number 0 length 77", "0100" + kSchedule), "Saving...", "transmit data to", kStrict, -1, [](R& r) { return r.txSaveSchedule(false); }},
+    {sent("40/30 number 70000 length 77", "01"), "Removing schedule...", "remove schedule from", kStrict, -1, [](R& r) { return r.txDeleteSchedule(70'000); }},
     {"50/20 number 1 length 0", "Retrieving hosts...", "retrieve hosts from", kList, -1, &R::txGetAllHosts},
     {sent("20/20 number 0 length 2292", kHost), "", "transmit data to", kStrict, -1, [](R& r) { return r.txSaveHost(true); }},
     {sent("30/20 number 0 length 2292", kHost), "", "transmit data to", kStrict, -1, [](R& r) { return r.txSaveHost(false); }},
@@ -86,7 +86,7 @@ const RequestCase kCases[] = {
     {sent("40/130 number 0 length 20", "0100 61 0000 0200 442e 0000 05"), "Removing mail...", "remove the selected mail from", kLenient, -1, deleteMail},
     // The data block keeps what was there before.
     {sent("50/140 number 0 length 0", "78*4096"), "", "get UUCP status from", kLenient, -2, pollStatus},
-    {sent("20/150 number 0 length 4", "0000 ffff"), "", "send UUCP-command to", kStrict, kReplyItself, &R::txSendUucpCommand},
+    {sent("20/150 number 0 length 4", "0000 ffff"), "Sending the command...", "send UUCP-command to", kStrict, kReplyItself, &R::txSendUucpCommand},
     {"50/50 number 0 length 0", "Retrieving TAPI locations...", "retrieve Tapi locations from", kList, -1, names<&R::txGetAllTapiLocations>},
     {"50/60 number 0 length 0", "Retrieving TAPI devices...", "retrieve Tapi Devices from", kList, -1, names<&R::txGetAllTapiDevices>},
     {"50/70 number 0 length 0", "Retrieving RAS settings...", "retrieve RAS-entries from", kList, -1, names<&R::txGetAllRasEntries>},
@@ -129,23 +129,32 @@ void check(const RequestCase& request, std::optional<int> answered) {
 
     const auto returned = request.returns.find(code);
     const bool is_done = code == result::Done;
-    const bool fails = !is_done && returned == request.returns.end();
+    // A status that does not come on a closed link is nobody's failure.
+    const bool fails =
+        !is_done && returned == request.returns.end() && (answered || !request.isPoll());
     if (fails)
         console.expectFailure("Unable to " + std::string(request.failure) +
                               " the Tollwick Service!");
     const int failed = request.failed == kReplyItself ? code : request.failed;
-    EXPECT_EQ(request.call(console.requests), is_done ? 0 : fails ? failed : returned->second);
+    EXPECT_EQ(request.call(console.requests), is_done                             ? 0
+                                              : fails                             ? failed
+                                              : returned != request.returns.end() ? returned->second
+                                                                                  : 0);
 
     EXPECT_EQ(console.link.isOpen(), !fails && answered);
     EXPECT_FALSE(console.requests.isBusy());
     EXPECT_EQ(console.lock.depth, 0);
-    EXPECT_EQ(console.progress.infos, *request.status ? Strings{request.status} : Strings{});
+    const char* idle = console.link.isOpen() ? "Ready" : "Connection closed.";
+    EXPECT_EQ(console.progress.infos,
+              *request.status ? (Strings{request.status, idle}) : Strings{});
+    EXPECT_EQ(console.progress.busy, 0);
+    EXPECT_EQ(console.progress.times_busy, request.isPoll() ? 0 : 1);
     if (!answered)
         return;
     EXPECT_TRUE(waitUntil([&] { return peer.ended() == (fails ? 1u : 0u); }));
     ASSERT_TRUE(waitUntil([&] { return !peer.requests().empty(); }));
     EXPECT_EQ(peer.requests()[0], request.sent);
-    EXPECT_EQ(console.lock.times, request.isPoll() ? 0 : static_cast<int>(peer.requests().size()));
+    EXPECT_EQ(console.lock.times > 0, !request.isPoll());
 }
 
 TEST(Requests, SendShowAndReturnWhatTheCatalogueSays) {
@@ -190,16 +199,13 @@ TEST(Requests, VerdictsAndCommandValuesComeFromTheRecordNumber) {
     const ScriptedPeer peer({answer(1, 4), answer(1, 0), answer(3), answer(1, -1), answer(1, -2),
                              answer(1, 65536 + 40'000)});
     Console console(peer);
-    console.prompter.expectBeep();
-    console.prompter.expectBox(BoxIcon::Critical, "The selected mail could not be removed!");
     for (const bool expected : {false, true, false}) {
         bool removed = !expected;
         EXPECT_EQ(console.requests.txDeleteOutboxMail({}, removed), 0);
         EXPECT_EQ(removed, expected);
-        EXPECT_TRUE(console.prompter.done());
     }
     EXPECT_EQ(console.requests.txAuthenticate(), kAuthenticated);
-    EXPECT_EQ(console.requests.txAuthenticate(), -2);
+    EXPECT_EQ(console.requests.txAuthenticate(), 0) << "-2 is given by the console alone";
     EXPECT_EQ(console.requests.txSendUucpCommand(), 40'000 - 65536);
     EXPECT_TRUE(console.link.isOpen());
 }
@@ -220,14 +226,20 @@ Acts name(std::string_view text) {
     return answer(script::recordWith(NameListRecord{VarText(text)}));
 }
 
-TEST(Requests, WithoutARecordInTheReplyKeepTheLast) {
-    SettingsRecord settings;
-    settings.doc_viewer = "läsare";
-    const ScriptedPeer peer({answer(script::recordWith(settings)), answer(result::EndOfList)});
+TEST(Requests, KeepWhatWasSentWhenTheReplyBringsNoRecord) {
+    Comrecord too_short = script::recordWith(schedule(32));
+    too_short.data_end = 31;
+    const ScriptedPeer peer(
+        {answer(1), answer(too_short), answer(script::recordWith(schedule(32))), answer(1)});
     Console console(peer);
-    EXPECT_EQ(console.requests.txGetSettings(), 0);
-    EXPECT_EQ(console.requests.txGetSettings(), 0);
-    EXPECT_EQ(console.data.settings, settings);
+    console.data.current_schedule = schedule(7);
+    for (const Long number : {7, 7, 32}) {
+        EXPECT_EQ(console.requests.txSaveSchedule(false), 0);
+        EXPECT_EQ(console.data.current_schedule, schedule(number));
+    }
+    console.data.current_host = host(7);
+    EXPECT_EQ(console.requests.txSaveHost(false), 0);
+    EXPECT_EQ(console.data.current_host, host(7));
 }
 
 TEST(Lists, SchedulesFollowTheRecordsOwnNumberFromAClearedRecord) {
@@ -238,8 +250,9 @@ TEST(Lists, SchedulesFollowTheRecordsOwnNumberFromAClearedRecord) {
     console.data.schedules.resize(7);
     EXPECT_EQ(console.requests.txGetAllSchedules(), 0);
     EXPECT_EQ(console.data.schedules, (std::vector{schedule(1), schedule(9), schedule(kLast)}));
-    using Fetched = std::vector<std::optional<std::size_t>>;
-    EXPECT_EQ(console.progress.fetched, (Fetched{0, 1, 2, 3, {}}));
+    using Counts = std::vector<std::optional<WorkCount>>;
+    EXPECT_EQ(console.progress.counts,
+              (Counts{WorkCount{0, {}}, WorkCount{1, {}}, WorkCount{2, {}}, WorkCount{3, {}}, {}}));
     EXPECT_EQ(peer.requests(),
               (Strings{"50/30 number 1 length 0", "50/30 number 2 length 0",
                        "50/30 number 10 length 0", "50/30 number 2147483647 length 0"}));
@@ -262,14 +275,36 @@ TEST(Lists, HostsFollowTheHeadersNumberWithTheLastHostStillInTheRecord) {
                                         describe(reply(41, 6, 50))}));
 }
 
-TEST(Lists, SchedulesWithoutAnEndFail) {
-    // As of a service that begins anew, whose numbers do not arrive whole.
-    const ScriptedPeer peer(std::vector<Acts>(10'001, answer(script::recordWith(schedule(1)))));
+TEST(Lists, ThatComeBackToAnEarlierRecordEndThere) {
+    const auto hostReply = [](Long number) {
+        return answer(script::recordWith(host(number), number));
+    };
+    const auto scheduleReply = [](Long number) {
+        return answer(script::recordWith(schedule(number)));
+    };
+    const ScriptedPeer peer(
+        {scheduleReply(5), scheduleReply(31), scheduleReply(5), hostReply(3), hostReply(3)});
     Console console(peer);
-    console.lock.meanwhile = [&peer] { peer.answerAtOnce(); };
-    console.expectFailure("Unable to retrieve schedules from the Tollwick Service!");
-    EXPECT_EQ(console.requests.txGetAllSchedules(), kTrue);
-    EXPECT_EQ(peer.requests().size(), 10'000U);
+    EXPECT_EQ(console.requests.txGetAllSchedules(), 0);
+    EXPECT_EQ(console.data.schedules, (std::vector{schedule(5), schedule(31)}));
+    EXPECT_EQ(console.requests.txGetAllHosts(), 0);
+    EXPECT_EQ(console.data.hosts, std::vector{host(3)});
+}
+
+TEST(Lists, ExactlyTheMostSchedulesAreCompleteAndOneMoreFails) {
+    for (const bool fails : {false, true}) {
+        std::vector<Acts> answers;
+        for (Long number = 1; number <= 10'000 + (fails ? 1 : 0); ++number)
+            answers.push_back(answer(script::recordWith(schedule(number))));
+        answers.push_back(answer(result::EndOfList));
+        const ScriptedPeer peer(answers);
+        Console console(peer);
+        console.lock.meanwhile = [&peer] { peer.answerAtOnce(); };
+        if (fails)
+            console.expectFailure("Unable to retrieve schedules from the Tollwick Service!");
+        EXPECT_EQ(console.requests.txGetAllSchedules(), fails ? kTrue : 0);
+        EXPECT_EQ(console.data.schedules.size(), 10'000U);
+    }
 }
 
 TEST(Lists, TakeTenThousandNamesAndKeepThemWhenMoreFail) {

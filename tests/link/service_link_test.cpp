@@ -197,35 +197,67 @@ TEST_F(UucpStatusTest, TimesOutSilentlyAndItsLateReplyIsNobodys) {
 }
 
 TEST_F(UucpStatusTest, AndAnotherRequestEachGetTheirOwnReply) {
-    ScriptedPeer peer(
-        {Acts{script::await, script::send(reply)}, answer(1, 7), Acts{}, answer(1, 8)});
+    ScriptedPeer peer({Acts{script::await, script::send(reply)}, answer(1, 7)});
     console.connectTo(peer);
     poll();
     QTimer::singleShot(0, &console.link, [&peer] { peer.release(); });
     EXPECT_EQ(console.requests.txSendUucpCommand(), 7);
     EXPECT_EQ(console.data.uucp_status, status);
     EXPECT_EQ(peer.requests(), (Strings{"50/140 number 0 length 0", "20/150 number 0 length 4"}));
-    // Without a reply it holds the other up for the time-out only.
-    console.link.setComTimeout(kNoTime);
-    console.requests.txGetUucpStatus([this](int value) {
-        reports.push_back(value);
-        console.link.setComTimeout(30);
-    });
-    EXPECT_EQ(console.requests.txSendUucpCommand(), 8);
-    EXPECT_EQ(reports, std::vector(2, kStatusReceived));
+    EXPECT_EQ(reports, std::vector{kStatusReceived});
     EXPECT_EQ(console.lock.depth, 0);
 }
 
-TEST_F(UucpStatusTest, ThatFailsUnderAnotherRequestFailsBothOnce) {
-    for (const Acts& end : {answer(2), Acts{script::close}}) {
+// After a poll without a reply another one tells where the service has got to: its late replies, or
+// those that it has dropped, are nobody's.
+TEST_F(UucpStatusTest, ThatCameToNothingIsCaughtUpWithBeforeTheNextRequest) {
+    const Acts silence;
+    const Acts late{script::send(reply), script::send(reply)};
+    const Strings caught_up{"50/140 number 0 length 0", "50/140 number 0 length 0",
+                            "20/150 number 0 length 4"};
+    for (const bool is_late : {true, false}) {
         reports.clear();
-        const ScriptedPeer peer({end, answer(1, 7)});
+        const ScriptedPeer peer(
+            {silence, is_late ? late : Acts{script::send(reply)}, answer(1, 8), answer(1, 9)});
+        console.connectTo(peer);
+        console.link.setComTimeout(kNoTime);
+        poll();
+        EXPECT_TRUE(reported());
+        EXPECT_TRUE(console.link.isOwed());
+        console.link.setComTimeout(30);
+        EXPECT_EQ(console.requests.txSendUucpCommand(), 8);
+        EXPECT_EQ(peer.requests(),
+                  (Strings{caught_up[0].substr(0, 24), caught_up[1], caught_up[2]}));
+        EXPECT_FALSE(console.link.isOwed());
+        EXPECT_EQ(console.requests.txSendUucpCommand(), 9) << "without a poll before it";
+        EXPECT_EQ(console.lock.depth, 0);
+    }
+    const ScriptedPeer peer({silence, silence, answer(1, 8)});
+    console.connectTo(peer);
+    console.link.setComTimeout(kNoTime);
+    poll();
+    EXPECT_TRUE(reported());
+    console.expectFailure("Unable to send UUCP-command to the Tollwick Service!");
+    EXPECT_EQ(console.requests.txSendUucpCommand(), result::NoReply);
+    EXPECT_FALSE(console.link.isOpen());
+}
+
+TEST_F(UucpStatusTest, ThatFailsUnderAnotherRequestEndsBothWithOneBox) {
+    const struct {
+        Acts end;
+        const char* told;
+        int reported;
+    } cases[] = {
+        {answer(2), "Unable to get UUCP status from the Tollwick Service!", kStatusFailed},
+        {{script::close}, "Unable to send UUCP-command to the Tollwick Service!", kStatusReceived}};
+    for (const auto& c : cases) {
+        reports.clear();
+        const ScriptedPeer peer({c.end, answer(1, 7)});
         console.connectTo(peer);
         poll();
-        console.expectFailure("Unable to get UUCP status from the Tollwick Service!");
-        console.expectFailure("Unable to send UUCP-command to the Tollwick Service!");
+        console.expectFailure(c.told);
         EXPECT_EQ(console.requests.txSendUucpCommand(), result::NoReply);
-        EXPECT_EQ(reports, std::vector{kStatusFailed});
+        EXPECT_EQ(reports, std::vector{c.reported});
         EXPECT_TRUE(console.prompter.done());
         EXPECT_EQ(console.lock.depth, 0);
     }

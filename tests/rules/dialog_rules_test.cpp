@@ -26,14 +26,16 @@ TEST(ScheduleRules, TimesAreCheckedAndCompleted) {
         {"23.5:00", Text::TimeInvalid}, {"-1:00", Text::TimeInvalid}, {"9:60", Text::TimeInvalid},
         {"9:-1", Text::TimeInvalid}};
     // clang-format on
+    Text found{};
     for (const auto& [typed, completed] : good) {
         std::string text = typed;
-        EXPECT_EQ(timeProblem(text), std::nullopt) << typed;
+        EXPECT_TRUE(ValidTime(text, found)) << typed;
         EXPECT_EQ(text, completed);
     }
     for (const auto& [typed, problem] : bad) {
         std::string text = typed;
-        EXPECT_EQ(timeProblem(text), problem) << typed;
+        EXPECT_FALSE(ValidTime(text, found)) << typed;
+        EXPECT_EQ(found, problem) << typed;
         EXPECT_EQ(text, typed); // untouched
     }
 }
@@ -183,33 +185,41 @@ TEST(SettingRules, CommandsHoldNoPathAndNoWildcard) {
         EXPECT_TRUE(ContainsAnyChar(command, kCommandCharacters)) << command;
 }
 
-// One letter per item that is enabled: the Tools menu's Add, Delete, Properties, Toggle, Open,
-// Refresh and Cancel; then, in small letters, the toolbar's add schedule, add host, delete and
-// properties.
+// The items that are enabled, as the Tools menu and the toolbar have them.
 std::string enabled(const Selection& selection) {
-    std::string letters;
+    static constexpr const char* kNames[] = {"add",   "delete",  "properties", "toggle",
+                                             "open",  "refresh", "cancel",     "+schedule",
+                                             "+host", "x",       "p"};
+    std::string names;
     const EnableFlags flags = enableFlags(selection);
     for (std::size_t i = 0; i < flags.size(); ++i)
         if (flags[i] == kOn)
-            letters += "ADPTORCshdp"[i];
-    return letters;
+            names += std::string(names.empty() ? "" : " ") + kNames[i];
+    return names;
 }
 
 TEST(CommandRules, EveryNodeHasItsItems) {
-    // Without and with a row that is selected.
+    // Without a row that is selected, with one, with several.
     // clang-format off
-    const std::tuple<std::string_view, std::string_view, std::string_view> cases[] = {
-        {"loginaccount", "Pp", "Pp"}, {"schedule", "As", "ADPsdp"}, {"uucphosts", "Ah", "ADPhdp"},
-        {"admin", "", "Pp"}, {"smtpserver", "", "Pp"}, {"smtpforward", "", "Pp"},
-        {"logs", "", "PTp"}, {"options", "", "PTp"}, {"uucpdaemon", "", "PTp"},
-        {"outbox", "R", "DRd"}, {"uucpmonitor", "C", "C"}, {"servername", "", ""},
-        {"configuration", "", ""}, {"system", "", ""}, {"view", "", ""}, {"", "", ""},
-        {"Schedule", "", ""}}; // keys go by case
+    const struct {
+        std::string_view node, none, one, several;
+    } cases[] = {
+        {"loginaccount", "properties p", "properties p", "properties p"},
+        {"schedule", "add +schedule", "add delete properties +schedule x p", "add delete +schedule x"},
+        {"uucphosts", "add +host", "add delete properties +host x p", "add delete +host x"},
+        {"admin", "", "properties p", ""}, {"smtpserver", "", "properties p", ""}, {"smtpforward", "", "properties p", ""},
+        {"logs", "", "properties toggle p", ""}, {"options", "", "properties toggle p", ""},
+        {"uucpdaemon", "", "properties toggle p", ""},
+        {"outbox", "refresh", "delete refresh x", "delete refresh x"}, {"uucpmonitor", "cancel", "cancel", "cancel"},
+        {"servername", "refresh", "properties refresh p", "refresh"}, {"configuration", "", "properties p", ""},
+        {"system", "", "properties p", ""}, {"view", "", "properties p", ""}, {"", "", "", ""},
+        {"Schedule", "", "", ""}}; // keys go by case
     // clang-format on
-    for (const auto& [node, without_row, with_row] : cases) {
-        EXPECT_EQ(enabled({true, node, false}), without_row) << node;
-        EXPECT_EQ(enabled({true, node, true}), with_row) << node;
-        EXPECT_EQ(enabled({false, node, true}), "") << node;
+    for (const auto& c : cases) {
+        EXPECT_EQ(enabled({true, c.node, 0}), c.none) << c.node;
+        EXPECT_EQ(enabled({true, c.node, 1}), c.one) << c.node;
+        EXPECT_EQ(enabled({true, c.node, 2}), c.several) << c.node;
+        EXPECT_EQ(enabled({false, c.node, 1}), "") << c.node;
     }
 }
 

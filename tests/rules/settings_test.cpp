@@ -63,10 +63,10 @@ TEST(WindowPlacement, OnlyTheDesignSizeAtZeroIsCentredAndTheSplitterKeepsItsMarg
     const struct {
         int position, window, dragged, laid_out;
     } cases[] = {{1500, 7440, 1500, 1500},
-                 {-300, 7440, 500, 1500},
-                 {7440, 7440, 6940, 5940},
-                 {2000, 2700, 2000, 1200},
-                 {0, 2700, 500, 1200}};
+                 {-300, 7440, 510, 1500},
+                 {7440, 7440, 6930, 5940},
+                 {2000, 2700, 1995, 1200},
+                 {0, 2700, 510, 1200}};
     for (const auto& c : cases) {
         EXPECT_EQ(draggedSplitter(c.position, c.window), c.dragged) << c.position;
         EXPECT_EQ(laidOutSplitter(c.position, c.window), c.laid_out) << c.position;

@@ -1,7 +1,7 @@
 #include "client.h"
 #include "simulator/sample_site.h"
 #include "simulator/server.h"
-#include "simulator/site_file.h"
+#include "site/site_file.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/wait_until.h"
 #include "wire/link_receiver.h"
@@ -11,7 +11,7 @@
 #include <QTcpSocket>
 #include <gtest/gtest.h>
 
-namespace tollwick::simulator {
+namespace tollwick {
 namespace {
 
 // A console without a window.
@@ -146,4 +146,4 @@ TEST(Program, KeepsItsSiteInAFile) {
 }
 
 } // namespace
-} // namespace tollwick::simulator
+} // namespace tollwick

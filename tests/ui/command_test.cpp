@@ -3,6 +3,7 @@
 #include "tests/ui/support/console_test.h"
 
 #include <QAbstractButton>
+#include <QTcpSocket>
 
 namespace tollwick {
 namespace {
@@ -28,7 +29,7 @@ TEST_F(CommandTest, ADeletionIsAskedForAndDone) {
                     rows.erase(rows.begin() + 2);
                 EXPECT_EQ(listed(), rows);
                 EXPECT_EQ(info(), "Ready");
-                const simulator::Site left = site();
+                const Site left = site();
                 EXPECT_EQ(context().data.schedules, left.schedules);
                 EXPECT_EQ(context().data.hosts, left.hosts);
                 EXPECT_EQ(context().data.outbox, left.outbox);
@@ -54,6 +55,115 @@ TEST_F(CommandTest, ASpoolDirectoryGoesWithItsLastHost) {
         trigger("DeleteMenu");
         EXPECT_EQ(site().spool_directories.size(), left);
     }
+}
+
+class SeveralRowsTest : public ConsoleTest {
+protected:
+    void selectRows(const std::vector<int>& rows) {
+        clickRow(rows.front());
+        for (const int row : rows)
+            list().selectionModel()->select(list().model()->index(row, 0),
+                                            QItemSelectionModel::Select |
+                                                QItemSelectionModel::Rows);
+        tick();
+    }
+    void expectQuestion(const std::string& what) {
+        boxes.expectQuestion("You have selected to delete " + what + "!\nDo you want to continue?",
+                             kYes);
+    }
+};
+
+TEST_F(SeveralRowsTest, AreDeletedOneByOneAfterOneQuestionAndTheNextRowIsSelected) {
+    logIn();
+    clickNode("outbox");
+    Lines rows = listed();
+    const std::string next = rows.at(6);
+    // The service keeps the second of them.
+    onServer([](Server& s) {
+        s.faults().only_class = ObjectClass::OutboxMail;
+        s.faults().only_operation = Operation::Delete;
+        QObject::connect(&s, &Server::requestReceived, &s, [&s, count = 0]() mutable {
+            s.faults().result = ++count == 2 ? std::optional<Integer>(77) : std::nullopt;
+        });
+    });
+    selectRows({0, 1, 4});
+    EXPECT_FALSE(action("PropertiesMenu")->isEnabled());
+    EXPECT_TRUE(action("DeleteMenu")->isEnabled());
+    expectQuestion("3 mails");
+    boxes.expectBox(kCritical, "The service did not remove:\n" + site().outbox[1].file_name.text());
+    trigger("DeleteMenu");
+    for (const int gone : {5, 1})
+        rows.erase(rows.begin() + gone);
+    EXPECT_EQ(listed(), rows);
+    EXPECT_EQ(context().data.outbox, site().outbox);
+    EXPECT_EQ(rowText(list().selectedRow()), next);
+    EXPECT_EQ(info(), "Ready");
+    EXPECT_FALSE(child(window(), "WorkCount")->isVisible());
+
+    // The last row leaves the one before it.
+    clickNode("schedule");
+    const int last = list().model()->rowCount() - 1;
+    selectRows({last - 1, last});
+    expectQuestion("2 schedules");
+    trigger("DeleteMenu");
+    EXPECT_EQ(list().selectedRow(), last - 2);
+    EXPECT_EQ(context().data.schedules, site().schedules);
+}
+
+TEST_F(SeveralRowsTest, StayWhereTheyAreBehindALostLinkOrAnEscape) {
+    for (const bool is_stopped : {true, false}) {
+        restore();
+        logIn();
+        clickNode("uucphosts");
+        const std::size_t before = site().hosts.size();
+        onServer([&](Server& s) {
+            s.faults().only_class = ObjectClass::Host;
+            QObject::connect(
+                &s, &Server::requestReceived, &s, [&s, is_stopped, count = 0]() mutable {
+                    if (++count == 3 && !is_stopped) // the host, its directory, the second host
+                        s.faults().deliver = [](QTcpSocket& socket, const Comrecord&, auto&) {
+                            socket.disconnectFromHost();
+                        };
+                    s.faults().never_reply = is_stopped && count == 1;
+                });
+        });
+        selectRows({0, 1, 2});
+        expectQuestion("3 hosts");
+        if (!is_stopped) {
+            boxes.expectBox(kCritical, unable("remove host from"));
+            trigger("DeleteMenu");
+            EXPECT_TRUE(isLoggedOut());
+            EXPECT_EQ(context().data.hosts.size(), before - 1);
+            continue;
+        }
+        boxes.expectBox(kCritical, unable("remove host from"));
+        inRequest([this] { trigger("DeleteMenu"); },
+                  [this] {
+                      EXPECT_EQ(info(), "Removing host... Esc to stop");
+                      QTest::keyClick(&window(), Qt::Key_Escape);
+                      EXPECT_TRUE(context().link.isOpen()) << "it stops between two requests";
+                      runOutOfTime();
+                  });
+        EXPECT_EQ(context().data.hosts.size(), before);
+    }
+}
+
+TEST_F(CommandTest, AnAdditionIsSelectedAndARowOfAnOverviewLeadsToItsNode) {
+    logIn();
+    clickNode("schedule");
+    const int count = list().model()->rowCount();
+    inDialog("AddMenu", [](QDialog& form) { play(form, "TimedOption|Timed=03:03|OkButton"); });
+    EXPECT_EQ(list().selectedRow(), count);
+    clickNode("servername");
+    EXPECT_EQ(list().selectedRow(), -1);
+    clickRow(6, true);
+    EXPECT_EQ(window().tree()->selectedKey(), "uucphosts");
+    select("system", 1);
+    trigger("toolbar_properties");
+    EXPECT_EQ(window().tree()->selectedKey(), "logs");
+    select("view", 1);
+    QTest::keyClick(&list(), Qt::Key_Return);
+    EXPECT_EQ(window().tree()->selectedKey(), "uucpmonitor");
 }
 
 TEST_F(CommandTest, RefreshKeepsTheSelectedMail) {

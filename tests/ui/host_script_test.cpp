@@ -140,7 +140,8 @@ TEST_F(HostScriptTest, AModemIsChosenFromTheCatalogue) {
                    {.make = "Acme", .model = "A", .max_speed = 57600}}));
     HostRecord expected = siteHost(0);
     inForm(0, [&] {
-        pick("Modems", "?List1|List1?Acme;Trösta;|List2?|List1=0|List2=0", "\x1b");
+        pick("Modems", "?List1|List1?Acme;Trösta;|List2?|List1=0|List2=0",
+             "\x1b");                    // the modem of the host is in no catalogue
         pick("Modems", "List1=0", "\n"); // a make without a model
         play("CurrentModemCap?None");
         pick("Modems", "List1=1|List2?Snabb;V.32 & mer;|List2=1", "List2");
@@ -166,6 +167,7 @@ TEST_F(HostScriptTest, AModemIsChosenFromTheCatalogue) {
     expected.modem_hang_up = "HANG";
     expected.modem_max_speed = 33600;
     expected.connect_speed = 3;
+    expected.ras_entry_position = -1;
     EXPECT_EQ(siteHost(0), expected);
 }
 

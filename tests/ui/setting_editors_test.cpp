@@ -183,8 +183,8 @@ TEST_F(SettingEditorTest, ALogPeriodReachesTheServiceWithTheNextSave) {
         EXPECT_EQ(cell(row), period);
         EXPECT_EQ(list().selectedRow(), row);
     }
-    boxes.expectBox(kExclamation, T::NumberTooLarge);
     inDialog("PropertiesMenu", typing("32768\n"));
+    EXPECT_EQ(info(), english(T::NumberTooLarge));
     EXPECT_EQ(cell(6), "8");
 }
 

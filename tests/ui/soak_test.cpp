@@ -74,8 +74,7 @@ TEST_F(SoakTest, FiveHundredLoginsLeaveNothing) {
     parts.data.password = simulator::kSamplePassword;
     expectNoGrowth(20, 500, [&](int times) {
         for (int i = 0; i < times; ++i) {
-            ASSERT_EQ(LoginSequence(parts, parts.connection).run(),
-                      LoginOutcome::LoggedIn);
+            ASSERT_EQ(LoginSequence(parts, parts.connection).run(), LoginOutcome::LoggedIn);
             tick();
             window().tree()->build(parts.link.host(), parts.texts);
             clickNode("outbox");

@@ -167,9 +167,21 @@ TEST(Comrecord, HeaderStandsBeforeTheBlockAndTrailingNulsAndBlanksAreNotSent) {
     fromBytes(whole + "more", read);
     EXPECT_EQ(read, record);
 
-    record = {3, 0, 0, 0x2020, {}}; // blanks of the header count as blanks, too
+    record = {50, 30, 8192, 0, {}, 0}; // no number loses a byte that looks like a blank
     record.ComrecordData.fill(' ');
-    EXPECT_EQ(toHex(toBytes(record)), "03");
+    EXPECT_EQ(toHex(toBytes(record)), "32001e000020");
+    ScheduleRecord schedule;
+    schedule.record_number = 32;
+    packRecord(schedule, record);
+    const std::string bytes = toBytes(record);
+    EXPECT_EQ(bytes.size(), 10 + 31 + 1U);
+    ScheduleRecord arrived;
+    fromBytes(bytes, record);
+    EXPECT_TRUE(unpackRecord(record, arrived));
+    EXPECT_EQ(arrived, schedule);
+    EXPECT_TRUE(reachesField(record, &ScheduleRecord::record_number));
+    fromBytes(bytes.substr(0, 10 + 31), record);
+    EXPECT_FALSE(reachesField(record, &ScheduleRecord::record_number));
     fromBytes("", record);
     EXPECT_EQ(record, EmptyComrecord);
 }

@@ -6,6 +6,7 @@
 #include "link/service_context.h"
 #include "ui/common/edit_outcome.h"
 #include "ui/common/help_pages.h"
+#include "ui/common/input_blocker.h"
 #include "ui/common/to_qstring.h"
 
 #include <string>
@@ -17,6 +18,7 @@ struct ConsoleContext : ServiceContext {
     ConnectionSettings& connection;
     const std::string& install_folder; // UTF-8
     ErrorHandler& errors;
+    InputBlocker& input;
     HelpPages& help;
     EditOutcome edit; // of the dialog that was up last
 

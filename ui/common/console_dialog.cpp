@@ -98,7 +98,7 @@ void ConsoleDialog::takeCodePageInLines() {
         takeCodePage(edit);
 }
 
-QString ConsoleDialog::inCodePage(const QString& text, bool is_told) {
+QString ConsoleDialog::inCodePage(const QString& text, bool is_told) const {
     std::string kept = text.toStdString();
     if (removeForeign(kept).empty())
         return text;

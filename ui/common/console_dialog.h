@@ -6,6 +6,7 @@
 #include "ui/common/line_input.h"
 
 #include <QDialog>
+#include <QLineEdit>
 
 #include <span>
 
@@ -43,6 +44,10 @@ protected:
     }
     // The same for all lines of the dialog.
     void takeCodePageInLines();
+    // Puts a text from elsewhere into such a field, as if it had been entered.
+    void setEntered(QLineEdit* edit, const QString& text) const {
+        edit->setText(inCodePage(text, true));
+    }
     // A button of the form, or a new one, for Ok and Cancel: it accepts or rejects the dialog.
     void connectOkCancel(QPushButton* ok, QPushButton* cancel);
     QPushButton* makeHelpButton();
@@ -75,7 +80,7 @@ protected:
     ConsoleContext& context_;
 
 private:
-    [[nodiscard]] QString inCodePage(const QString& text, bool is_told);
+    [[nodiscard]] QString inCodePage(const QString& text, bool is_told) const;
     void refuseNumber(const RunTimeError& error);
 };
 

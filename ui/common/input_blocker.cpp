@@ -32,9 +32,20 @@ bool isInput(QEvent::Type type) {
     }
 }
 
+bool isEscape(const QEvent& event) {
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    return key.key() == Qt::Key_Escape && !key.isAutoRepeat();
+}
+
 } // namespace
 
-InputBlocker::InputBlocker(QObject* parent) : QObject(parent) {}
+InputBlocker::InputBlocker(QObject* parent) : QObject(parent) {
+    offer_timer_.setSingleShot(true);
+    offer_timer_.setInterval(kOfferAfterMs);
+    connect(&offer_timer_, &QTimer::timeout, this, [this] { offer(true); });
+}
 
 InputBlocker::~InputBlocker() {
     setLocks(0);
@@ -50,25 +61,39 @@ void InputBlocker::unlockInput() {
 
 void InputBlocker::setLocks(int locks) {
     if ((locks_ > 0) != (locks > 0)) {
-        if (locks > 0)
+        if (locks > 0) {
             QCoreApplication::instance()->installEventFilter(this);
-        else
+            offer_timer_.start();
+        } else {
             QCoreApplication::instance()->removeEventFilter(this);
+            offer_timer_.stop();
+            offer(false);
+        }
     }
     locks_ = locks;
 }
 
+void InputBlocker::offer(bool offered) {
+    if (is_offered_ == offered)
+        return;
+    is_offered_ = offered;
+    emit giveUpOffered(offered);
+}
+
 bool InputBlocker::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress &&
-        static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Escape)
-        emit giveUpWanted();
+    if (isEscape(*event)) {
+        emit escapePressed();
+        if (is_offered_)
+            emit giveUpWanted();
+    }
     if (isInput(event->type()))
         return true;
     // A dialog stays open while it waits, but who closes it does not want to wait any longer.
     // Closing the main window ends the program.
     if (event->type() == QEvent::Close && qobject_cast<QDialog*>(watched)) {
         event->ignore();
-        emit giveUpWanted();
+        if (is_offered_)
+            emit giveUpWanted();
         return true;
     }
     return false;

@@ -8,7 +8,8 @@
 namespace tollwick {
 
 void filterInput(QLineEdit* edit, InputFilter filter) {
-    QObject::connect(edit, &QLineEdit::textEdited, edit, [=](const QString& text) {
+    QObject::connect(edit, &QLineEdit::textEdited, edit, [=] {
+        const QString text = edit->text(); // another filter may have been here
         const QString kept = filter(text, true);
         if (kept == text)
             return;
@@ -22,7 +23,10 @@ void filterInput(QPlainTextEdit* edit, InputFilter filter) {
     QObject::connect(edit, &QPlainTextEdit::textChanged, edit, [=] {
         for (QTextBlock block = edit->document()->begin(); block.isValid(); block = block.next()) {
             const QString text = block.text();
-            const QString kept = filter(text, true);
+            QStringList lines = text.split(QChar::LineSeparator); // of Shift+Enter
+            for (QString& line : lines)
+                line = filter(line, true);
+            const QString kept = lines.join(QChar::LineSeparator);
             if (kept == text)
                 continue;
             QTextCursor line(block);

@@ -3,12 +3,18 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace tollwick {
 namespace {
 
 constexpr Caption kCaptions[] = {{"EditCaption", Text::EditCaption}};
-constexpr int kFieldWidth = 260; // pixels
+// Pixels.
+constexpr int kFieldWidth = 260;
+constexpr int kAroundText = 20; // the field's frame and the cursor
+constexpr int kScreenMargin = 40;
 // Characters, far more than any record takes: what is too long is refused by who asked for it.
 constexpr int kMaxText = 1'000'000;
 
@@ -32,19 +38,30 @@ EditForm::EditForm(ConsoleContext& context, QWidget* parent)
     layout->addLayout(makeOkCancelRow(), 2, 0, 1, 2);
     layout->setHorizontalSpacing(12);
     layout->setRowMinimumHeight(2, 40);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
     dress(Text::EditForm, kCaptions);
     takeCodePageInLines();
 }
 
 void EditForm::setText(std::string_view utf8) {
     edit_->setText(toQString(utf8));
+    fit();
 }
 
 void EditForm::setCaptions(Text caption, Text label, std::string_view image_key) {
     setWindowTitle(context_.caption(caption));
     label_->setText(context_.caption(label));
     showIcon(icon_, image_key);
+    fit();
+}
+
+void EditForm::fit() {
+    const QRect area = screen()->availableGeometry();
+    const int needed = edit_->fontMetrics().horizontalAdvance(edit_->text()) + kAroundText;
+    edit_->setMinimumWidth(std::max(kFieldWidth, needed));
+    layout()->activate();
+    resize(sizeHint().boundedTo(area.size() - QSize(kScreenMargin, 0)));
+    edit_->setMinimumWidth(kFieldWidth); // so that it can be made narrower again
+    setMaximumHeight(sizeHint().height());
 }
 
 void EditForm::showEvent(QShowEvent* event) {

@@ -25,6 +25,9 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    // Makes the dialog as wide as its text needs, up to the screen; it can be made wider by hand.
+    void fit();
+
     QLabel* icon_;
     QLabel* label_;
     QLineEdit* edit_;

@@ -91,14 +91,14 @@ QWidget* ScheduleForm::widgetOf(ScheduleField field) const {
         return ui_->BetweenFirst;
     case ScheduleField::BetweenSecond:
         return ui_->BetweenSecond;
-    case ScheduleField::Delay:
-        return ui_->Delay;
+    case ScheduleField::Delay: // which is disabled beside a time
+        return ui_->Delay->isEnabled() ? static_cast<QWidget*>(ui_->Delay) : ui_->IntervalOption;
     }
     return nullptr;
 }
 
 QWidget* ScheduleForm::fieldOf(const RunTimeError&) const {
-    return ui_->Delay;
+    return widgetOf(ScheduleField::Delay);
 }
 
 void ScheduleForm::accept() {
@@ -129,7 +129,9 @@ void ScheduleForm::save() {
         QDialog::reject();
         return;
     }
-    if (is_new)
+    if (is_new && service.current_schedule.record_number == 0)
+        context_.requests.txGetAllSchedules(); // the reply did not say what the service made of it
+    else if (is_new)
         service.schedules.push_back(service.current_schedule);
     QDialog::accept();
 }

@@ -5,7 +5,7 @@
 
 namespace tollwick {
 
-ScriptFileForm::ScriptFileForm(ConsoleContext& context, QWidget* parent)
+ScriptFileForm::ScriptFileForm(ConsoleContext& context, const std::string& present, QWidget* parent)
     : ConsoleDialog(context, parent), list_(new QListWidget(this)) {
     setObjectName("ScriptFileForm");
     list_->setObjectName("FileList");
@@ -24,6 +24,10 @@ ScriptFileForm::ScriptFileForm(ConsoleContext& context, QWidget* parent)
     // After a failure the names received so far are offered.
     for (const std::string& name : names)
         list_->addItem(QString::fromStdString(name));
+    // Without regard to case, as the service looks for it.
+    if (const auto found = list_->findItems(toQString(present), Qt::MatchFixedString);
+        !found.isEmpty())
+        list_->setCurrentItem(found.first());
     context.showIdle();
 }
 

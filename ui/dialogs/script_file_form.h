@@ -3,6 +3,8 @@
 
 #include "ui/common/console_dialog.h"
 
+#include <string>
+
 class QListWidget;
 
 namespace tollwick {
@@ -10,9 +12,9 @@ namespace tollwick {
 class ScriptFileForm : public ConsoleDialog {
     Q_OBJECT
 public:
-    // Fetches the names from the service. The outcome is written into the context's; Ok without a
-    // selection gives the empty text.
-    ScriptFileForm(ConsoleContext& context, QWidget* parent);
+    // Fetches the names from the service and selects the present one, UTF-8, if it is among them.
+    // The outcome is written into the context's; Ok without a selection gives the empty text.
+    ScriptFileForm(ConsoleContext& context, const std::string& present, QWidget* parent);
 
     void accept() override;
     void reject() override;

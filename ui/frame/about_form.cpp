@@ -17,7 +17,7 @@
 namespace tollwick {
 namespace {
 
-constexpr std::size_t kMaxNoteSize = 64 * 1024; // bytes
+constexpr std::size_t kMaxNoteSize = 1 << 24; // bytes
 constexpr int kIconSize = 64;
 constexpr int kMinColumns = 60;
 constexpr int kMaxColumns = 110;

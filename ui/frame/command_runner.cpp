@@ -1,6 +1,6 @@
 #include "ui/frame/command_runner.h"
 
-#include "rules/host_rules.h"
+#include "base/text.h"
 #include "rules/node_keys.h"
 #include "ui/dialogs/schedule_form.h"
 #include "ui/frame/config_tree.h"
@@ -8,11 +8,19 @@
 #include "ui/lists/list_view.h"
 #include "ui/login/new_login_form.h"
 
+#include <QScopeGuard>
 #include <QTimer>
 
+#include <algorithm>
 #include <optional>
 
 namespace tollwick {
+namespace {
+
+constexpr std::size_t kFileColumn = 3; // of the outbox
+constexpr std::size_t kMostNamesTold = 10;
+
+} // namespace
 
 CommandRunner::CommandRunner(ConsoleContext& context, ConfigTree& tree, ListView& list,
                              QWidget* window)
@@ -50,11 +58,19 @@ void CommandRunner::run(Action action) {
     case Action::ToggleLogSwitch:
         return editors_.ToggleLogSwitch();
     case Action::DeleteSchedule:
-        return deleteSchedule();
+        return deleteSelected({node::Schedule, Text::ConfirmDeleteSchedule,
+                               Text::ConfirmDeleteSchedules, Text::NotRemoved, 0},
+                              context_.data.schedules, removeSchedule);
     case Action::DeleteHost:
-        return deleteHost();
+        return deleteSelected({node::UucpHosts, Text::ConfirmDeleteHost, Text::ConfirmDeleteHosts,
+                               Text::HostNotRemoved, 0},
+                              context_.data.hosts, removeHost);
     case Action::DeleteMail:
-        return deleteMail();
+        return deleteSelected({node::Outbox, Text::ConfirmDeleteMail, Text::ConfirmDeleteMails,
+                               Text::MailNotRemoved, kFileColumn},
+                              context_.data.outbox, removeMail);
+    case Action::GoToNode:
+        return tree_.selectNode(list_.selectedKey());
     case Action::RefreshOutbox:
         return refreshOutbox();
     default:
@@ -63,9 +79,15 @@ void CommandRunner::run(Action action) {
 }
 
 void CommandRunner::showNode(const std::string& node_key) {
-    list_.showContents(node_key, listContents(node_key, context_.data, context_.texts));
+    list_.showContents(node_key, contentsOf(node_key));
     if (node_key == node::UucpHosts)
         prepareHostForm();
+}
+
+ListContents CommandRunner::contentsOf(std::string_view node_key) const {
+    return listContents(
+        node_key, context_.data, context_.texts,
+        {context_.link.host(), context_.connection.ServerConnectPort, context_.link.clock().now()});
 }
 
 void CommandRunner::rebuild(std::string_view node_key) {
@@ -74,7 +96,7 @@ void CommandRunner::rebuild(std::string_view node_key) {
 
 void CommandRunner::rebuild(std::string_view node_key, const std::string& selected_identity) {
     if (tree_.selectedKey() == node_key)
-        list_.refill(listContents(node_key, context_.data, context_.texts), selected_identity);
+        list_.refill(contentsOf(node_key), selected_identity);
 }
 
 void CommandRunner::changeLogin() {
@@ -126,9 +148,10 @@ void CommandRunner::editSelected(std::vector<Record>& records, Record& current,
 }
 
 void CommandRunner::addSchedule() {
+    const std::size_t count = context_.data.schedules.size();
     context_.data.current_schedule = EmptyScheduleRecord;
     showScheduleForm(Text::AddScheduleCaption);
-    rebuild(node::Schedule);
+    showAdded(node::Schedule, count, context_.data.schedules.size());
 }
 
 void CommandRunner::EditSchedule() {
@@ -137,10 +160,19 @@ void CommandRunner::EditSchedule() {
     rebuild(node::Schedule);
 }
 
+void CommandRunner::showAdded(std::string_view node_key, std::size_t count_before,
+                              std::size_t count) {
+    rebuild(node_key);
+    // A new one is the last of its list.
+    if (count > count_before && list_.nodeKey() == node_key)
+        list_.selectContentsRow(static_cast<int>(count) - 1);
+}
+
 void CommandRunner::addHost() {
+    const std::size_t count = context_.data.hosts.size();
     context_.data.current_host = EmptyHostRecord;
     showHostForm(Text::AddHostCaption);
-    rebuild(node::UucpHosts);
+    showAdded(node::UucpHosts, count, context_.data.hosts.size());
 }
 
 void CommandRunner::EditHost() {
@@ -158,91 +190,77 @@ Record* CommandRunner::selected(std::vector<Record>& records) {
 }
 
 template <class Record>
-void CommandRunner::remove(std::string_view node_key, std::vector<Record>& records,
-                           const Record* record) {
-    const auto row = record - records.data();
-    const auto erase = [&] { records.erase(records.begin() + row); };
-    // The list is empty already when the link was lost behind the reply, and an assistive tool can
-    // have shown another one.
-    if (list_.nodeKey() == node_key)
-        list_.removeRow(static_cast<int>(row), erase);
-    else
-        erase();
-}
-
-bool CommandRunner::isConfirmed(Text question) {
-    return context_.prompter.ask(BoxIcon::Question, context_.text(question), Answer::No) ==
-           Answer::Yes;
-}
-
-void CommandRunner::deleteSchedule() {
-    std::vector<ScheduleRecord>& schedules = context_.data.schedules;
-    if (!selected(schedules) || !isConfirmed(Text::ConfirmDeleteSchedule))
+void CommandRunner::deleteSelected(const Deletion& deletion, std::vector<Record>& records,
+                                   Removal (*remove)(ServiceContext&, const Record&)) {
+    const std::size_t count = list_.selectedCount();
+    if (count == 0)
         return;
-    // While the question stood the link may have been lost, and with it the row.
-    const ScheduleRecord* schedule = selected(schedules);
-    if (!schedule)
+    const std::string question =
+        count == 1 ? std::string(context_.text(deletion.question))
+                   : filledIn(context_.text(deletion.many_question), {std::to_string(count)});
+    if (context_.prompter.ask(BoxIcon::Question, question, Answer::No) != Answer::Yes)
         return;
-    const BusyPointer busy(context_.progress);
-    if (hasFailed(context_.requests.txDeleteSchedule(schedule->record_number)))
-        return;
-    remove(node::Schedule, schedules, schedule);
-    context_.progress.setInfo(context_.text(Text::Ready));
-}
-
-void CommandRunner::deleteHost() {
-    std::vector<HostRecord>& hosts = context_.data.hosts;
-    if (!selected(hosts) || !isConfirmed(Text::ConfirmDeleteHost))
-        return;
-    const HostRecord* host = selected(hosts);
-    if (!host)
-        return;
-    const BusyPointer busy(context_.progress);
-    const std::string directory = host->spool_directory.text();
-    if (hasFailed(context_.requests.txDeleteHost(host->record_number)))
-        return;
-    if (!context_.requests.wasDone()) {
-        context_.prompter.beep();
-        context_.prompter.critical(context_.text(Text::HostNotRemoved));
-        context_.progress.setInfo(context_.text(Text::Ready));
-        return;
-    }
-    if (!isSpoolDirectoryShared(directory, *host, hosts)) {
-        context_.progress.setInfo(context_.text(Text::StatusRemovingHostDirectory));
-        if (hasFailed(context_.requests.txDeleteHostDirectory(directory)))
+    // While the question stood the link may have been lost, and with it the rows.
+    std::vector<int> rows = list_.selectedContentsRows();
+    std::vector<std::string> refused;
+    int next = -1; // where the row behind the last removed one is shown
+    bool is_stopped = false;
+    const auto listening = QObject::connect(&context_.input, &InputBlocker::escapePressed, window_,
+                                            [&] { is_stopped = true; });
+    const auto end = qScopeGuard([&] {
+        QObject::disconnect(listening);
+        context_.progress.setCount({});
+    });
+    for (std::size_t i = 0; i < rows.size() && !is_stopped; ++i) {
+        if (rows.size() > 1)
+            context_.progress.setCount(WorkCount{i, rows.size()});
+        const auto row = static_cast<std::size_t>(rows[i]);
+        const Record record = records.at(row);
+        const Removal removal = remove(context_, record);
+        if (removal == Removal::LinkFailed)
             return;
-        if (!context_.requests.wasDone()) {
-            context_.prompter.beep();
-            context_.prompter.critical(context_.text(Text::HostDirectoryNotRemoved));
+        // The list is empty already when the link was lost behind the reply, and an assistive tool
+        // can have shown another one.
+        const bool is_shown = list_.nodeKey() == deletion.node_key;
+        if (removal == Removal::Refused) {
+            if (is_shown)
+                refused.push_back(list_.contentsCell(rows[i], deletion.name_column));
+            continue;
         }
+        const auto erase = [&] { records.erase(records.begin() + rows[i]); };
+        if (is_shown)
+            next = list_.removeRow(rows[i], erase);
+        else
+            erase();
+        for (std::size_t later = i + 1; later < rows.size(); ++later)
+            rows[later] -= rows[later] > rows[i] ? 1 : 0;
     }
-    remove(node::UucpHosts, hosts, host);
-    context_.progress.setInfo(context_.text(Text::Ready));
+    if (!is_stopped)
+        list_.selectShownRow(next);
+    context_.showIdle();
+    if (!refused.empty())
+        tellRefused(deletion, std::move(refused), rows.size() == 1);
 }
 
-void CommandRunner::deleteMail() {
-    std::vector<OutboxRecord>& outbox = context_.data.outbox;
-    if (!selected(outbox) || !isConfirmed(Text::ConfirmDeleteMail))
-        return;
-    const OutboxRecord* mail = selected(outbox);
-    if (!mail)
-        return;
-    const BusyPointer busy(context_.progress);
-    bool removed = false;
-    if (hasFailed(context_.requests.txDeleteOutboxMail(*mail, removed)))
-        return;
-    if (removed)
-        remove(node::Outbox, outbox, mail);
-    context_.progress.setInfo(context_.text(Text::Ready));
+void CommandRunner::tellRefused(const Deletion& deletion, std::vector<std::string> names,
+                                bool is_single) {
+    std::string text(context_.text(is_single ? deletion.refused : Text::NotRemoved));
+    if (!is_single) {
+        const std::size_t told = std::min(names.size(), kMostNamesTold);
+        for (std::size_t i = 0; i < told; ++i)
+            text += "\r\n" + names[i];
+        if (told < names.size())
+            text += "\r\n" +
+                    filledIn(context_.text(Text::AndMore), {std::to_string(names.size() - told)});
+    }
+    context_.prompter.beep();
+    context_.prompter.critical(text);
 }
 
 void CommandRunner::refreshOutbox() {
-    const BusyPointer busy(context_.progress);
     const std::string selected = list_.selectedIdentity();
-    const bool failed = hasFailed(context_.requests.txGetAllOutbox());
-    rebuild(node::Outbox, selected);
-    if (!failed)
-        context_.progress.setInfo(context_.text(Text::Ready));
+    context_.requests.txGetAllOutbox();
+    rebuild(tree_.selectedKey(), selected);
 }
 
 void CommandRunner::sendCommand(Integer UucpCommandRecord::*flag) {

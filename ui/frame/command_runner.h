@@ -1,7 +1,9 @@
 // Carries out what a command comes to on the selected node.
 #pragma once
 
+#include "link/removal.h"
 #include "rules/command_rules.h"
+#include "rules/list_contents.h"
 #include "ui/common/console_context.h"
 #include "ui/dialogs/setting_editors.h"
 
@@ -40,11 +42,23 @@ private:
     void addSchedule();
     void EditSchedule();
     void addHost();
+    // Fills the list anew and selects the new record, if there is one.
+    void showAdded(std::string_view node_key, std::size_t count_before, std::size_t count);
     void EditHost();
-    void deleteSchedule();
-    void deleteHost();
-    void deleteMail();
+    // Removes the selected rows one by one, after a question.
+    struct Deletion {
+        std::string_view node_key;
+        Text question;      // about a single row
+        Text many_question; // about several
+        Text refused;       // of a single one
+        std::size_t name_column;
+    };
+    template <class Record>
+    void deleteSelected(const Deletion& deletion, std::vector<Record>& records,
+                        Removal (*remove)(ServiceContext&, const Record&));
+    void tellRefused(const Deletion& deletion, std::vector<std::string> names, bool is_single);
     void refreshOutbox();
+    [[nodiscard]] ListContents contentsOf(std::string_view node_key) const;
     // A dialog for the current record; it adds a new one to its list itself.
     void showScheduleForm(Text caption);
     void showHostForm(Text caption);
@@ -55,10 +69,6 @@ private:
     // The element of `records` that the user sees as selected, or nullptr.
     template <class Record>
     Record* selected(std::vector<Record>& records);
-    // Takes an element of `records` away, and its row, which is the selected one.
-    template <class Record>
-    void remove(std::string_view node_key, std::vector<Record>& records, const Record* record);
-    bool isConfirmed(Text question);
     void sendCommand(Integer UucpCommandRecord::*flag);
 
     // Makes the host dialog that is shown next as soon as there is nothing else to do.

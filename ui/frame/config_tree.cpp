@@ -7,6 +7,7 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QSignalBlocker>
+#include <QTreeWidgetItemIterator>
 
 #include <map>
 
@@ -46,6 +47,12 @@ void ConfigTree::build(const std::string& host, const StringTable& texts) {
     // A narrow tree scrolls sideways instead of cutting names off.
     header()->setMinimumSectionSize(sizeHintForColumn(0));
     setCurrentItem(topLevelItem(0));
+}
+
+void ConfigTree::selectNode(std::string_view key) {
+    for (QTreeWidgetItemIterator item(this); *item; ++item)
+        if ((*item)->data(0, kKeyRole).toString() == toQString(key))
+            return setCurrentItem(*item);
 }
 
 void ConfigTree::contextMenuEvent(QContextMenuEvent* event) {

@@ -18,6 +18,7 @@ public:
     // Builds the tree anew for the service on this host (UTF-8), expands it and selects the root.
     void build(const std::string& host, const StringTable& texts);
 
+    void selectNode(std::string_view key);
     // The key of the selected node; empty when there is none.
     [[nodiscard]] std::string selectedKey() const;
 

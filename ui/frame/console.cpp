@@ -21,11 +21,14 @@ Console::Console(ConsoleEnvironment environment)
                                                                   main_.connection,
                                                                   main_.install_folder,
                                                                   errors_,
+                                                                  blocker_,
                                                                   help_,
                                                                   {}} {
     initResources();
     link_.setInputLock(blocker_);
     // Later, not from within the event; by then the reply may have come after all.
+    QObject::connect(&blocker_, &InputBlocker::giveUpOffered, status_bar_,
+                     &MainStatusBar::offerGiveUp);
     QObject::connect(
         &blocker_, &InputBlocker::giveUpWanted, &link_,
         [this] {

@@ -1,5 +1,5 @@
-// The status bar with its panel "info", what it shows while a list is fetched, and the hourglass
-// pointer.
+// The status bar with its panel "info", what it shows while a longer work goes on, and the
+// hourglass pointer.
 #pragma once
 
 #include "base/progress.h"
@@ -22,17 +22,23 @@ public:
 
     void setInfo(std::string_view text) override;
     void setBusy(bool busy) override;
-    void setFetched(std::optional<std::size_t> entries) override;
+    void setCount(std::optional<WorkCount> count) override;
+    // Says behind the text of the panel that the wait can be given up.
+    void offerGiveUp(bool offered);
 
 private:
-    void showFetched();
+    void showInfo();
+    void showCount();
 
     QLabel* info_;
-    QLabel* fetched_;
+    QLabel* count_label_;
     QProgressBar* busy_bar_;
-    QLabel* give_up_hint_;
-    std::size_t entries_ = 0; // that have come so far
-    QTimer show_fetched_;     // runs while a list is fetched
+    QString text_; // of the panel, without the hint
+    QString give_up_hint_;
+    QString stop_hint_;
+    bool is_give_up_offered_ = false;
+    WorkCount count_;   // of the work that is going on
+    QTimer show_count_; // runs while there is one
 };
 
 } // namespace tollwick

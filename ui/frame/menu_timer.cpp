@@ -6,6 +6,10 @@
 #include "ui/lists/list_view.h"
 #include "ui/monitor/monitor_panel.h"
 
+#include <QScopeGuard>
+
+#include <utility>
+
 namespace tollwick {
 
 MenuTimer::MenuTimer(ConsoleContext& context, MainActions& actions, ConfigTree& tree,
@@ -14,13 +18,18 @@ MenuTimer::MenuTimer(ConsoleContext& context, MainActions& actions, ConfigTree& 
       monitor_(monitor) {
     setObjectName("MenuTimer");
     setInterval(kIntervalMs);
-    connect(this, &QTimer::timeout, this, &MenuTimer::tick);
+    // Queued, so that the timer goes on while a box of a tick is up.
+    connect(this, &QTimer::timeout, this, &MenuTimer::tick, Qt::QueuedConnection);
 }
 
 void MenuTimer::tick() {
+    const bool is_box_up = std::exchange(is_ticking_, true);
+    const auto end = qScopeGuard([&] { is_ticking_ = is_box_up; });
     context_.errors.guard(Routine::MenuTimer, [&](Integer& step) {
         step = 1;
         followConnection();
+        if (is_box_up)
+            return;
         step = 2;
         followSelection();
         step = 3;
@@ -44,7 +53,7 @@ void MenuTimer::followConnection() {
 
 void MenuTimer::followSelection() {
     const std::string node_key = tree_.selectedKey();
-    actions_.setEnabled(enableFlags({was_connected_, node_key, list_.selectedRow() >= 0}));
+    actions_.setEnabled(enableFlags({was_connected_, node_key, list_.selectedCount()}));
 }
 
 void MenuTimer::pollStatus() {

@@ -37,6 +37,7 @@ private:
     ListView& list_;
     MonitorPanel& monitor_;
     bool was_connected_ = false; // on the last tick
+    bool is_ticking_ = false;    // or a box of the tick is up
     Integer poll_counter_ = 0;
 };
 

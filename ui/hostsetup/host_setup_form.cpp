@@ -295,7 +295,7 @@ void HostSetupForm::rasEntryChosen(int position) {
 }
 
 void HostSetupForm::chooseModem() {
-    ModemForm form(context_, this);
+    ModemForm form(context_, entry_.modem, this);
     form.exec();
     const std::optional<ModemForm::Choice> choice =
         form.result() == QDialog::Accepted ? form.choice() : std::nullopt;

@@ -16,6 +16,12 @@ std::string selectedText(const QListWidget* list) {
     return selected.isEmpty() ? std::string() : selected.first()->text().toStdString();
 }
 
+void select(QListWidget* list, const std::string& text) {
+    const auto found = list->findItems(toQString(text), Qt::MatchExactly);
+    if (!found.isEmpty())
+        list->setCurrentItem(found.first());
+}
+
 QListWidget* addList(QGridLayout* layout, int column, const char* name, const QString& caption,
                      QWidget* parent) {
     auto* list = new QListWidget(parent);
@@ -30,7 +36,7 @@ QListWidget* addList(QGridLayout* layout, int column, const char* name, const QS
 
 } // namespace
 
-ModemForm::ModemForm(ConsoleContext& context, QWidget* parent)
+ModemForm::ModemForm(ConsoleContext& context, const CurrentModem& present, QWidget* parent)
     : ConsoleDialog(context, parent),
       catalogue_(ModemCatalogue::load(joinPath(context.install_folder, kCatalogueFile))) {
     setObjectName("ModemForm");
@@ -49,6 +55,8 @@ ModemForm::ModemForm(ConsoleContext& context, QWidget* parent)
         makes_->addItem(QString::fromStdString(make));
     connect(makes_, &QListWidget::itemSelectionChanged, this, &ModemForm::showModels);
     connect(models_, &QListWidget::itemDoubleClicked, this, &ModemForm::accept);
+    select(makes_, present.make);
+    select(models_, present.model);
 }
 
 void ModemForm::showEvent(QShowEvent* event) {

@@ -14,7 +14,8 @@ namespace tollwick {
 class ModemForm : public ConsoleDialog {
     Q_OBJECT
 public:
-    ModemForm(ConsoleContext& context, QWidget* parent);
+    // Opens on the modem with this make and model, UTF-8, if the catalogue has it.
+    ModemForm(ConsoleContext& context, const CurrentModem& present, QWidget* parent);
 
     // What was picked when the dialog was accepted, with its init string; nothing without a
     // selection.

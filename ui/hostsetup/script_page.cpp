@@ -60,11 +60,15 @@ std::optional<std::string> ScriptPage::textToSend() const {
 }
 
 void ScriptPage::browse() {
-    ScriptFileForm(context_, &dialog_).exec();
-    if (context_.edit.EditCancelled)
+    const std::string present = trimmed(ui_.ScripFileNameTxt->text().toStdString());
+    ScriptFileForm(context_, present, &dialog_).exec();
+    const std::string name = context_.edit.EditResult;
+    if (context_.edit.EditCancelled || name.empty())
+        return;
+    // What has been typed into the present script is not replaced by what it was before.
+    if (toUpper(name) == toUpper(present) && ui_.ScriptBox->document()->isModified())
         return;
     const BusyPointer busy(context_.progress);
-    const std::string name = context_.edit.EditResult;
     ui_.ScripFileNameTxt->setText(QString::fromStdString(name));
     context_.progress.setInfo(context_.text(Text::StatusRetrievingPickedScript));
     fetch(name);

@@ -16,7 +16,7 @@ namespace {
 
 // Rows that are measured for the width of a column.
 constexpr int kMeasuredRows = 100;
-constexpr int kMaxColumnWidth = 320; // pixels, of a column that follows its contents
+constexpr int kMaxColumnWidth = 20'000; // twips
 
 } // namespace
 
@@ -58,6 +58,10 @@ void ListView::showContents(std::string node_key, ListContents contents) {
 
 void ListView::refill(ListContents contents, const std::string& selected_identity) {
     list_model_->setContents(std::move(contents), list_model_->sorting(), filter_);
+    if (!has_stored_widths_ && !widths_changed_) {
+        const QScopedValueRollback guard(is_laying_out_, true);
+        layOutColumns({});
+    }
     const int row = selected_identity.empty() ? -1 : list_model_->findIdentity(selected_identity);
     if (const int shown = row < 0 ? -1 : list_model_->shownRow(row); shown >= 0)
         setCurrentIndex(list_model_->index(shown, 0));
@@ -76,9 +80,24 @@ void ListView::storeLayout() {
     widths_changed_ = sort_changed_ = false;
 }
 
-void ListView::removeRow(int contents_row, const std::function<void()>& erase) {
+int ListView::removeRow(int contents_row, const std::function<void()>& erase) {
+    const int shown = list_model_->shownRow(contents_row);
     list_model_->removeListRow(contents_row, erase);
     emit rowsChanged();
+    return shown;
+}
+
+void ListView::selectShownRow(int shown) {
+    const int row = std::min(shown, list_model_->rowCount() - 1);
+    if (row < 0)
+        return;
+    setCurrentIndex(list_model_->index(row, 0));
+    scrollTo(currentIndex());
+}
+
+void ListView::selectContentsRow(int contents_row) {
+    if (const int shown = list_model_->shownRow(contents_row); shown >= 0)
+        selectShownRow(shown);
 }
 
 void ListView::setFilter(const QString& text) {
@@ -110,6 +129,23 @@ int ListView::shownSelectedRow() const {
 int ListView::selectedRow() const {
     const int shown = shownSelectedRow();
     return shown < 0 ? -1 : list_model_->contentsRow(shown);
+}
+
+std::size_t ListView::selectedCount() const {
+    std::size_t count = 0;
+    for (const QItemSelectionRange& range : selectionModel()->selection())
+        count += static_cast<std::size_t>(range.height());
+    return count;
+}
+
+std::vector<int> ListView::selectedContentsRows() const {
+    std::vector<int> shown;
+    for (const QModelIndex& index : selectionModel()->selectedRows())
+        shown.push_back(index.row());
+    std::ranges::sort(shown);
+    for (int& row : shown)
+        row = list_model_->contentsRow(row);
+    return shown;
 }
 
 std::string ListView::selectedKey() const {
@@ -173,11 +209,9 @@ void ListView::layOutColumns(const std::vector<int>& stored_widths) {
             continue;
         }
         resizeColumnToContents(section);
-        const int needed = columnWidth(section);
         // A given width holds unless it would cut a text off.
-        setColumnWidth(section, columns[i].width == 0
-                                    ? std::min(needed, kMaxColumnWidth)
-                                    : std::max(needed, toPixels(columns[i].width)));
+        const int needed = std::max(columnWidth(section), toPixels(columns[i].width));
+        setColumnWidth(section, std::min(needed, toPixels(kMaxColumnWidth)));
     }
 }
 

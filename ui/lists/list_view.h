@@ -26,9 +26,15 @@ public:
     void storeLayout();
 
     // Takes a row of the contents away. `erase` takes its record from the data that they follow.
-    void removeRow(int contents_row, const std::function<void()>& erase);
+    // Gives the place at which it was shown, or -1.
+    int removeRow(int contents_row, const std::function<void()>& erase);
+    // Selects the row that is shown at this place, or the last one when there are not so many.
+    void selectShownRow(int shown);
     void setCell(int contents_row, int column, const std::string& text) {
         list_model_->setCell(contents_row, column, text);
+    }
+    [[nodiscard]] std::string contentsCell(int contents_row, std::size_t column) const {
+        return list_model_->contents().cell(static_cast<std::size_t>(contents_row), column);
     }
     // The node whose list is shown.
     [[nodiscard]] const std::string& nodeKey() const { return node_key_; }
@@ -40,6 +46,12 @@ public:
     // The position, in the order of the list's contents, of the row that the user sees as selected;
     // -1 when none or more than one is.
     [[nodiscard]] int selectedRow() const;
+    // How many rows are selected, and the positions of all of them in the order in which they are
+    // shown.
+    [[nodiscard]] std::size_t selectedCount() const;
+    [[nodiscard]] std::vector<int> selectedContentsRows() const;
+    // Selects a row of the contents alone and scrolls to it, if the filter shows it.
+    void selectContentsRow(int contents_row);
     // Its key, or an empty text.
     [[nodiscard]] std::string selectedKey() const;
     // What tells it apart from the other rows, or an empty text.

@@ -73,7 +73,7 @@ LoginForm::LoginForm(ConsoleContext& context, QWidget* parent)
     };
     fill(ui_->tbServerConnectIp, connection.ServerConnectIp);
     fill(ui_->tbServerConnectPort, connection.ServerConnectPort);
-    fill(ui_->tbServerConnectUsername, connection.ServerConnectUsername);
+    setEntered(ui_->tbServerConnectUsername, toQString(connection.ServerConnectUsername));
     ui_->tbServerConnectPassword->setFocus();
 
     completeServers();
@@ -111,7 +111,7 @@ void LoginForm::completeServers() {
 void LoginForm::showServer(const QModelIndex& server) {
     ui_->tbServerConnectIp->setText(server.data(kHostRole).toString());
     ui_->tbServerConnectPort->setText(server.data(kPortRole).toString());
-    ui_->tbServerConnectUsername->setText(server.data(kUserRole).toString());
+    setEntered(ui_->tbServerConnectUsername, server.data(kUserRole).toString());
 }
 
 bool LoginForm::eventFilter(QObject* watched, QEvent* event) {
@@ -205,10 +205,8 @@ void LoginForm::finish(LoginOutcome outcome) {
 }
 
 void LoginForm::reject() {
-    if (running_) {
-        context_.link.giveUp();
+    if (running_) // the wait is given up in the way of every wait
         return;
-    }
     if (context_.link.isOpen()) { // of a login that was rejected
         context_.link.Close();
         context_.showIdle();

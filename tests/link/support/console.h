@@ -30,10 +30,15 @@ struct CountingLock : InputLock {
 // Keeps what long work has shown.
 struct RecordingProgress : Progress {
     void setInfo(std::string_view text) override { infos.emplace_back(text); }
-    void setBusy(bool) override {}
-    void setFetched(std::optional<std::size_t> entries) override { fetched.push_back(entries); }
+    void setBusy(bool is_busy) override {
+        busy += is_busy ? 1 : -1;
+        times_busy = std::max(times_busy, busy);
+    }
+    int busy = 0;
+    int times_busy = 0;
+    void setCount(std::optional<WorkCount> count) override { counts.push_back(count); }
     Strings infos;
-    std::vector<std::optional<std::size_t>> fetched;
+    std::vector<std::optional<WorkCount>> counts;
 };
 
 struct Console {

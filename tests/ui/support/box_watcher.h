@@ -50,11 +50,16 @@ public:
         expectBox(icon, english(text), std::move(meanwhile));
     }
     // A question whose default button is No, unless told otherwise.
+    void expectQuestion(const std::string& text, QMessageBox::StandardButton pressed,
+                        Meanwhile meanwhile = {}, QMessageBox::Icon icon = QMessageBox::Question,
+                        QMessageBox::StandardButton default_button = kNo) {
+        expected_.push_back(
+            {icon, text, kYes | kNo, default_button, pressed, std::move(meanwhile)});
+    }
     void expectQuestion(Text text, QMessageBox::StandardButton pressed, Meanwhile meanwhile = {},
                         QMessageBox::Icon icon = QMessageBox::Question,
                         QMessageBox::StandardButton default_button = kNo) {
-        expected_.push_back(
-            {icon, english(text), kYes | kNo, default_button, pressed, std::move(meanwhile)});
+        expectQuestion(english(text), pressed, std::move(meanwhile), icon, default_button);
     }
     // From now on takes any box as it comes: notes its text and presses Yes or Ok.
     void takeAll(std::vector<std::string>& texts, Meanwhile meanwhile = {}) {

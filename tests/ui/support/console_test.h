@@ -117,7 +117,7 @@ protected:
     auto onServer(Task task) {
         return service.run(task);
     }
-    simulator::Site site() {
+    Site site() {
         return onServer([](simulator::Server& server) { return server.site(); });
     }
     // Restores the service: the sample site, no faults, and no requests so far.

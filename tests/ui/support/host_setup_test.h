@@ -1,6 +1,7 @@
 // For the tests of the host dialog: fills it in as a person does and shows what the service got.
 #pragma once
 
+#include "rules/host_entry.h"
 #include "tests/ui/support/console_test.h"
 #include "wire/record_packing.h"
 #include "wire/scramble.h"
@@ -53,7 +54,20 @@ protected:
     HostRecord& host(simulator::Server& server, std::size_t row) {
         return server.site().hosts[row];
     }
-    HostRecord siteHost(int row) { return site().hosts.at(static_cast<std::size_t>(row)); }
+    // With passwords readable, since each save scrambles them anew.
+    static HostRecord readable(HostRecord host) {
+        const HostEntry entry = entryOf(host);
+        host.password = entry.password;
+        host.uucp_password = entry.uucp_password;
+        host.ras_password = entry.ras_password;
+        return host;
+    }
+    HostRecord siteHost(int row) {
+        return readable(site().hosts.at(static_cast<std::size_t>(row)));
+    }
+    HostRecord ownHost(int row) {
+        return readable(context().data.hosts.at(static_cast<std::size_t>(row)));
+    }
     // The fields of the service's latest host that are not empty, with passwords readable.
     std::string fieldsOfNewest() {
         std::string fields;

@@ -6,7 +6,7 @@
 
 #include <optional>
 
-namespace tollwick::simulator {
+namespace tollwick {
 
 class Credentials {
 public:
@@ -32,4 +32,4 @@ private:
     QByteArray hash_;
 };
 
-} // namespace tollwick::simulator
+} // namespace tollwick

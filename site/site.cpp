@@ -1,8 +1,8 @@
-#include "simulator/site.h"
+#include "site/site.h"
 
 #include <QString>
 
-namespace tollwick::simulator {
+namespace tollwick {
 namespace {
 
 template <class Record>
@@ -30,4 +30,4 @@ const HostRecord* Site::hostOfNode(const VarText& node) const {
     return nullptr;
 }
 
-} // namespace tollwick::simulator
+} // namespace tollwick

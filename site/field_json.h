@@ -11,7 +11,7 @@
 
 #include <stdexcept>
 
-namespace tollwick::simulator {
+namespace tollwick {
 
 // A value of the site file that cannot be taken, with its place ("hosts[2].day") in the message.
 class SiteFileError : public std::runtime_error {
@@ -109,4 +109,4 @@ void putFields(const Record& record, QJsonObject& object) {
     });
 }
 
-} // namespace tollwick::simulator
+} // namespace tollwick

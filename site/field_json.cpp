@@ -1,10 +1,10 @@
-#include "simulator/field_json.h"
+#include "site/field_json.h"
 
 #include <charconv>
 #include <cmath>
 #include <limits>
 
-namespace tollwick::simulator {
+namespace tollwick {
 namespace {
 
 const QString kHex = QStringLiteral("hex");
@@ -139,4 +139,4 @@ QString ObjectReader::placeOf(const QString& key) const {
     return place_.isEmpty() ? key : place_ + u'.' + key;
 }
 
-} // namespace tollwick::simulator
+} // namespace tollwick

@@ -1,14 +1,13 @@
-#include "simulator/site_file.h"
+#include "site/site_file.h"
 
 #include "base/files.h"
-#include "simulator/sample_site.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 
 #include <system_error>
 
-namespace tollwick::simulator {
+namespace tollwick {
 namespace {
 
 constexpr std::size_t kMaxFileSize = 64 * 1024 * 1024;
@@ -108,6 +107,7 @@ void SiteFile::loadList(ObjectReader& file, const QString& key, std::vector<Reco
     for (const QJsonValue json : takeArray(file, key)) {
         ObjectReader element(json, elementPlace(key, static_cast<qsizetype>(records.size())));
         element.takeFields(records.emplace_back());
+        check(element);
         unknown_keys.push_back(element.unknownKeys());
     }
 }
@@ -145,11 +145,10 @@ Site SiteFile::parse(const QByteArray& json) {
     ObjectReader file(document.isObject() ? QJsonValue(document.object()) : QJsonValue(), {});
 
     const QJsonValue login_json = file.takeValue(kLogin);
-    if (login_json.isUndefined()) {
-        site.login = sampleLogin();
-    } else {
+    if (!login_json.isUndefined()) {
         ObjectReader login(login_json, kLogin);
         site.login = readLogin(login);
+        check(login);
         unknown_keys_.insert(kLogin, login.unknownKeys());
     }
 
@@ -157,6 +156,7 @@ Site SiteFile::parse(const QByteArray& json) {
     if (!settings_json.isUndefined()) {
         ObjectReader settings(settings_json, kSettings);
         settings.takeFields(site.settings);
+        check(settings);
         unknown_keys_.insert(kSettings, settings.unknownKeys());
     }
     readSettingsSaveAnswer(file, site.settings_save_answer);
@@ -180,8 +180,15 @@ Site SiteFile::parse(const QByteArray& json) {
         }
     }
 
+    check(file);
     unknown_keys_.insert(QString(), file.unknownKeys());
     return site;
+}
+
+void SiteFile::check(const ObjectReader& object) const {
+    if (unknown_ == UnknownKeys::Refuse && !object.unknownKeys().isEmpty())
+        throw SiteFileError(object.placeOf(object.unknownKeys().constBegin().key()) +
+                            QStringLiteral(": is no field that is known"));
 }
 
 template <class Record>
@@ -207,30 +214,37 @@ void SiteFile::saveList(QJsonObject& file, const QString& key, const std::vector
 void SiteFile::save(const Site& site) {
     QJsonObject file = unknown_keys_.value(QString());
 
-    QJsonObject login = unknown_keys_.value(kLogin);
-    login.insert(kUserId, site.login.userId());
-    login.insert(kPasswordHash, site.login.passwordHash());
-    file.insert(kLogin, login);
+    if (site.login) {
+        QJsonObject login = unknown_keys_.value(kLogin);
+        login.insert(kUserId, site.login->userId());
+        login.insert(kPasswordHash, site.login->passwordHash());
+        file.insert(kLogin, login);
+    }
 
     QJsonObject settings = unknown_keys_.value(kSettings);
     putFields(site.settings, settings);
     file.insert(kSettings, settings);
-    file.insert(kSettingsSaveAnswer, toJson(site.settings_save_answer));
+    if (!site.is_backup)
+        file.insert(kSettingsSaveAnswer, toJson(site.settings_save_answer));
 
     saveList(file, kSchedules, site.schedules);
     saveList(file, kHosts, site.hosts);
-    saveList(file, kOutbox, site.outbox);
+    if (!site.is_backup)
+        saveList(file, kOutbox, site.outbox);
     saveList(file, kScripts, site.scripts);
     for (const NameList& list : kNameLists) {
+        if (site.is_backup)
+            break;
         QJsonArray names;
         for (const VarText& name : site.*list.names)
             names.append(toJson(name));
         file.insert(list.key, names);
     }
 
-    if (!replaceFile(path_, QJsonDocument(file).toJson(QJsonDocument::Indented).toStdString()))
+    if (!replaceFile(path_, QJsonDocument(file).toJson(QJsonDocument::Indented).toStdString(),
+                     site.is_backup ? FileAccess::Owner : FileAccess::Usual))
         throw SiteFileError(QString::fromStdString(fromPath(path_)) +
                             QStringLiteral(": cannot be written"));
 }
 
-} // namespace tollwick::simulator
+} // namespace tollwick

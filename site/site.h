@@ -1,7 +1,8 @@
-// Everything that the stand-in service serves, as plain records.
+// Everything that a service serves, as plain records. The stand-in service works on one; a backup
+// of a real service is one without outbox and login.
 #pragma once
 
-#include "simulator/credentials.h"
+#include "site/credentials.h"
 #include "wire/comrecord.h"
 #include "wire/records.h"
 
@@ -10,10 +11,10 @@
 #include <optional>
 #include <vector>
 
-namespace tollwick::simulator {
+namespace tollwick {
 
 struct Site {
-    Credentials login;
+    std::optional<Credentials> login; // none in a backup
 
     SettingsRecord settings;
     // How a save of the settings is answered: 1 done, 2 refused (nothing is stored), 8 or 9 the two
@@ -34,6 +35,10 @@ struct Site {
     // Gives a number to every schedule and host that has none above 0 or shares it with one before
     // it.
     void assignRecordNumbers();
+
+    // What is only the stand-in service's is left out of the file then, and only the owner may read
+    // it.
+    bool is_backup = false;
 
     // The host that is reached under this UUCP node name, without regard to case, or none.
     [[nodiscard]] const HostRecord* hostOfNode(const VarText& node) const;
@@ -70,4 +75,4 @@ Long nextRecordNumber(std::vector<Record>& records) {
     return number;
 }
 
-} // namespace tollwick::simulator
+} // namespace tollwick

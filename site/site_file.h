@@ -2,23 +2,27 @@
 // does not know are kept when it is written again.
 #pragma once
 
-#include "simulator/field_json.h"
-#include "simulator/site.h"
+#include "site/field_json.h"
+#include "site/site.h"
 
 #include <QHash>
 
 #include <filesystem>
 
-namespace tollwick::simulator {
+namespace tollwick {
 
 class SiteFile {
 public:
-    explicit SiteFile(std::filesystem::path path) : path_(std::move(path)) {}
+    // What is done about keys that name no field.
+    enum class UnknownKeys { Keep, Refuse };
+
+    explicit SiteFile(std::filesystem::path path, UnknownKeys unknown = UnknownKeys::Keep)
+        : path_(std::move(path)), unknown_(unknown) {}
 
     [[nodiscard]] bool exists() const;
 
     // Throws SiteFileError, whose message names the file and what is wrong where. The file is never
-    // changed by this. A file without a login gets the sample login.
+    // changed by this.
     Site load();
 
     // Replaces the file whole or not at all; throws SiteFileError when it cannot be written.
@@ -35,10 +39,13 @@ private:
     template <class Record>
     void saveList(QJsonObject& file, const QString& key, const std::vector<Record>& records);
 
+    void check(const ObjectReader& object) const;
+
     std::filesystem::path path_;
+    UnknownKeys unknown_;
     // The unknown keys of each object by the object's place; that of a list's element names the
     // record itself and not its position.
     QHash<QString, QJsonObject> unknown_keys_;
 };
 
-} // namespace tollwick::simulator
+} // namespace tollwick

@@ -1,10 +1,10 @@
-#include "simulator/credentials.h"
+#include "site/credentials.h"
 
 #include <QPasswordDigestor>
 #include <QRandomGenerator>
 #include <QStringList>
 
-namespace tollwick::simulator {
+namespace tollwick {
 namespace {
 
 const QString kScheme = QStringLiteral("pbkdf2-sha256");
@@ -66,4 +66,4 @@ QString Credentials::passwordHash() const {
         .join(u'$');
 }
 
-} // namespace tollwick::simulator
+} // namespace tollwick
