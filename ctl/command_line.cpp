@@ -47,11 +47,11 @@ QString usageOf(const Command& command) {
     return usage;
 }
 
-// What is listed as the commands; `first_word` restricts it to those of one kind.
-QString commandList(const QString& first_word) {
+// The commands whose names begin with these words.
+QString commandList(const QString& words) {
     QString list = QStringLiteral("\n\nCommands:\n");
     for (const Command& command : commands())
-        if (first_word.isEmpty() || toQ(command.name).section(u' ', 0, 0) == first_word)
+        if ((toQ(command.name) + u' ').startsWith(words))
             list += QStringLiteral("  %1\n      %2\n").arg(usageOf(command), toQ(command.summary));
     return list;
 }
@@ -140,8 +140,13 @@ std::optional<CommandLine> Reader::showHelp(const QStringList& words, const Comm
         addOptions(help, command->options);
     help.setApplicationDescription(
         QStringLiteral("Administers the Tollwick mail service from a terminal.") +
-        commandList(words.isEmpty() ? QString() : words.constFirst()).chopped(1));
-    return show(help.helpText());
+        commandList(command           ? toQ(command->name) + u' '
+                    : words.isEmpty() ? QString()
+                                      : words.constFirst() + u' ')
+            .chopped(1));
+    // Qt's own first line knows of no commands.
+    return show(QStringLiteral("Usage: tollwickctl [OPTIONS] COMMAND [ARGUMENTS]\n") +
+                help.helpText().section(u'\n', 1));
 }
 
 std::optional<CommandLine> Reader::take(const Command& command, const QStringList& words) {
