@@ -41,15 +41,22 @@ ExitStatus fetchSite(Session& session, const RestoreOptions& wanted, Site& site)
     return session.failure();
 }
 
-ExitStatus loadSite(Session& session, const std::string& file, Site& site) {
+// What the rules of the dialogs refuse of a site.
+ExitStatus refuseSite(Session& session, const std::string& file,
+                      const std::optional<std::string>& problem) {
+    return problem ? session.refuse(Text::CtlFileRefused, {file + ": " + *problem})
+                   : ExitStatus::Done;
+}
+
+// Settings that the file does not name are taken from `unnamed`.
+ExitStatus loadSite(Session& session, const std::string& file, Site& site,
+                    const SettingsRecord& unnamed = {}) {
     try {
-        site = SiteFile(toPath(file), SiteFile::UnknownKeys::Refuse).load();
+        site = SiteFile(toPath(file), SiteFile::UnknownKeys::Refuse).load(unnamed);
     } catch (const SiteFileError& error) {
         return session.refuse(Text::CtlFileRefused, {error.what()});
     }
-    if (const auto problem = siteProblem(site, session.texts))
-        return session.refuse(Text::CtlFileRefused, {file + ": " + *problem});
-    return ExitStatus::Done;
+    return refuseSite(session, file, siteProblem(site, session.texts));
 }
 
 QJsonObject toJson(const Difference& difference) {
@@ -140,6 +147,9 @@ ExitStatus compare(Session& session, const Arguments& arguments) {
                                   : fetchSite(session, {}, second);
     if (status != ExitStatus::Done)
         return status;
+    // What the one does not name it does not differ in.
+    if (arguments.words.size() == 1)
+        loadSite(session, arguments.words[0], first, second.settings);
     const std::vector<Difference> differences = differencesOf(first, second);
     show(session, differences);
     return differences.empty() ? ExitStatus::Done : ExitStatus::Different;
@@ -152,12 +162,20 @@ ExitStatus restore(Session& session, const Arguments& arguments) {
     if (const auto only = arguments.options.find("only");
         only != arguments.options.end() && !readOnly(only->second, options))
         return session.refuse(Text::CtlBadParts, {only->second});
+    const std::string& file = arguments.words.front();
     Site wanted;
-    if (const auto status = loadSite(session, arguments.words.front(), wanted);
-        status != ExitStatus::Done)
-        return status;
     Site present;
-    if (const auto status = fetchSite(session, options, present); status != ExitStatus::Done)
+    auto status = loadSite(session, file, wanted);
+    if (status == ExitStatus::Done)
+        status = refuseSite(session, file, rulesProblem(wanted, session.texts));
+    if (status == ExitStatus::Done)
+        status = fetchSite(session, options, present);
+    if (status == ExitStatus::Done)
+        status = loadSite(session, file, wanted, present.settings);
+    if (status == ExitStatus::Done && options.settings)
+        status = refuseSite(session, file,
+                            settingsProblem(wanted.settings, present.settings, session.texts));
+    if (status != ExitStatus::Done)
         return status;
     QJsonArray steps;
     Restorer restorer(session.context, std::move(present), wanted, options,
@@ -167,7 +185,7 @@ ExitStatus restore(Session& session, const Arguments& arguments) {
                           if (!session.output.isJson())
                               session.output.line(step);
                       });
-    const ExitStatus status = run(session, restorer);
+    status = run(session, restorer);
     if (session.output.isJson())
         session.output.document("steps", steps);
     return status;

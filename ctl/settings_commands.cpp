@@ -49,13 +49,7 @@ ExitStatus fetchSettings(Session& session) {
 
 // Whether the editors would let the setting pass; tells why not.
 bool isAccepted(Session& session, const SettingRow& row, const SettingsRecord& settings) {
-    std::optional<SettingProblem> problem;
-    if (const auto* number = std::get_if<NumberSetting>(&row.place)) {
-        if (!portNumber(std::to_string(settings.*number->value)))
-            problem = SettingProblem{findAddressRule(row.key)->invalid};
-    } else if (const auto* text = std::get_if<TextSetting>(&row.place)) {
-        problem = textProblem(row, (settings.*text->value).text(), settings);
-    }
+    const auto problem = settingProblem(row, settings);
     if (problem)
         session.messages.tell(
             problem->message.icon,

@@ -94,6 +94,16 @@ std::optional<SettingProblem> textProblem(const SettingRow& row, const std::stri
     return {};
 }
 
+std::optional<SettingProblem> settingProblem(const SettingRow& row,
+                                             const SettingsRecord& settings) {
+    if (std::holds_alternative<TextSetting>(row.place))
+        return textProblem(row, valueText(row, settings), settings);
+    const AddressRule* rule = findAddressRule(row.key);
+    if (rule && !portNumber(valueText(row, settings)))
+        return SettingProblem{rule->invalid};
+    return {};
+}
+
 std::optional<StyledText> noticeOf(const SettingRow& row, const SettingsRecord& before,
                                    const SettingsRecord& after) {
     const auto exclamation = [](Text text) { return StyledText{text, BoxIcon::Exclamation}; };

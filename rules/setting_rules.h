@@ -68,6 +68,9 @@ struct SettingProblem {
 std::optional<SettingProblem> textProblem(const SettingRow& row, const std::string& text,
                                           SettingsRecord settings);
 
+// The same for what the settings hold in the row, a port included.
+std::optional<SettingProblem> settingProblem(const SettingRow& row, const SettingsRecord& settings);
+
 // What is told about a setting that has been entered, before it is sent.
 std::optional<StyledText> noticeOf(const SettingRow& row, const SettingsRecord& before,
                                    const SettingsRecord& after);
