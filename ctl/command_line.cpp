@@ -42,8 +42,9 @@ QString usageOf(const Command& command) {
     if (!command.arguments.empty())
         usage += u' ' + toQ(command.arguments);
     for (const CommandOption& option : command.options)
-        usage += QStringLiteral(" [--%1%2]").arg(
-            toQ(option.name), option.value.empty() ? QString() : u' ' + toQ(option.value));
+        usage +=
+            QStringLiteral(" [--%1%2]")
+                .arg(toQ(option.name), option.value.empty() ? QString() : u' ' + toQ(option.value));
     return usage;
 }
 

@@ -13,7 +13,8 @@ constexpr CommandOption kKeepDirectory[] = {
 constexpr CommandOption kAll[] = {{"all", "", "Deletes every mail."}};
 constexpr CommandOption kWait[] = {{"wait", "", "Ends when the transport has ended."}};
 constexpr CommandOption kNewPassword[] = {
-    {"new-password-file", "FILE", "Holds the new password in its first line; - is standard input."}};
+    {"new-password-file", "FILE",
+     "Holds the new password in its first line; - is standard input."}};
 constexpr CommandOption kRestore[] = {
     {"dry-run", "", "Says what would be done and does nothing."},
     {"delete", "", "Removes what the file lacks."},

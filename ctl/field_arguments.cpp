@@ -13,7 +13,8 @@ constexpr std::string_view kFixed[] = {"state", "identity", "record_number", "sp
 } // namespace
 
 bool isFixedField(std::string_view name) {
-    return name.starts_with("unnamed_") || std::find(std::begin(kFixed), std::end(kFixed), name) != std::end(kFixed);
+    return name.starts_with("unnamed_") ||
+           std::find(std::begin(kFixed), std::end(kFixed), name) != std::end(kFixed);
 }
 
 ExitStatus readAssignments(Session& session, std::span<const std::string> words,

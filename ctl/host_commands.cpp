@@ -19,8 +19,7 @@ ExitStatus fetchHosts(Session& session) {
 // What the host's rules ask, too: which telephony the service offers.
 ExitStatus fetchForSaving(Session& session) {
     const ExitStatus status = fetchHosts(session);
-    return status == ExitStatus::Done ? session.statusOf(session.requests.txGetSettings())
-                                      : status;
+    return status == ExitStatus::Done ? session.statusOf(session.requests.txGetSettings()) : status;
 }
 
 const HostRecord* findHost(Session& session, const std::string& name) {
@@ -132,8 +131,8 @@ ExitStatus addHost(Session& session, const Arguments& arguments) {
 
 ExitStatus changeHost(Session& session, const Arguments& arguments) {
     std::vector<Assignment> assignments;
-    if (const auto status = readFields<HostRecord>(
-            session, std::span(arguments.words).subspan(1), assignments);
+    if (const auto status =
+            readFields<HostRecord>(session, std::span(arguments.words).subspan(1), assignments);
         status != ExitStatus::Done)
         return status;
     if (const auto status = fetchForSaving(session); status != ExitStatus::Done)

@@ -20,9 +20,8 @@ std::vector<OutboxRecord> mailsOf(const std::vector<std::string>& files,
     std::vector<OutboxRecord> mails;
     std::copy_if(outbox.begin(), outbox.end(), std::back_inserter(mails),
                  [&](const OutboxRecord& mail) {
-                     return files.empty() ||
-                            std::find(files.begin(), files.end(), mail.file_name.text()) !=
-                                files.end();
+                     return files.empty() || std::find(files.begin(), files.end(),
+                                                       mail.file_name.text()) != files.end();
                  });
     return mails;
 }

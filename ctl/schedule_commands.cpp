@@ -44,9 +44,10 @@ std::optional<Long> recordNumber(const std::string& word) {
 
 const ScheduleRecord* findSchedule(Session& session, Long number) {
     const std::vector<ScheduleRecord>& schedules = session.context.data.schedules;
-    const auto found = std::find_if(
-        schedules.begin(), schedules.end(),
-        [number](const ScheduleRecord& schedule) { return schedule.record_number == number; });
+    const auto found =
+        std::find_if(schedules.begin(), schedules.end(), [number](const ScheduleRecord& schedule) {
+            return schedule.record_number == number;
+        });
     return found == schedules.end() ? nullptr : &*found;
 }
 

@@ -14,8 +14,9 @@ Session::Session(const StringTable& string_table, Messages& told, Settings& sett
                  const CommonOptions& common)
     : texts(string_table), messages(told), output(common.json),
       connection_(loadConnectionSettings(settings)), password_file_(common.password_file),
-      link_(clock_), requests(link_, data_, texts, messages, progress),
-      context{texts, messages, progress, link_, data_, requests} {
+      link_(clock_),
+      requests(link_, data_, texts, messages, progress), context{texts, messages, progress,
+                                                                 link_, data_,    requests} {
     link_.setInputLock(interrupt_);
     connection_.ServerConnectIp = common.host.value_or(connection_.ServerConnectIp);
     connection_.ServerConnectPort = common.port.value_or(connection_.ServerConnectPort);
@@ -36,10 +37,9 @@ ExitStatus Session::findPassword() {
     }
     if (!terminal::isInput())
         return refuse(Text::CtlNoPassword);
-    password_ =
-        terminal::readSecret(printable(filledIn(texts(Text::CtlPasswordPrompt),
-                                              {connection_.ServerConnectUsername,
-                                               connection_.ServerConnectIp})));
+    password_ = terminal::readSecret(
+        printable(filledIn(texts(Text::CtlPasswordPrompt),
+                           {connection_.ServerConnectUsername, connection_.ServerConnectIp})));
     if (password_)
         password_ = trimmed(*password_);
     return password_ ? ExitStatus::Done : ExitStatus::Interrupted;

@@ -56,7 +56,6 @@ public:
     Output output;
 
 private:
-
     ConnectionSettings connection_;
     std::optional<std::string> password_file_;
     std::optional<std::string> password_;

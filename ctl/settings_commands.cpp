@@ -43,8 +43,7 @@ const SettingRow* rowOf(std::string_view name) {
 
 ExitStatus fetchSettings(Session& session) {
     const ExitStatus status = session.logIn();
-    return status == ExitStatus::Done ? session.statusOf(session.requests.txGetSettings())
-                                      : status;
+    return status == ExitStatus::Done ? session.statusOf(session.requests.txGetSettings()) : status;
 }
 
 // Whether the editors would let the setting pass; tells why not.

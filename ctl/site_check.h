@@ -17,7 +17,6 @@ std::optional<std::string> siteProblem(const Site& site, const StringTable& text
 std::optional<std::string> rulesProblem(const Site& site, const StringTable& texts);
 // What the editors would refuse of the settings that are not as they are now.
 std::optional<std::string> settingsProblem(const SettingsRecord& settings,
-                                           const SettingsRecord& present,
-                                           const StringTable& texts);
+                                           const SettingsRecord& present, const StringTable& texts);
 
 } // namespace tollwick::ctl

@@ -10,15 +10,15 @@ namespace {
 
 constexpr FieldWord kYesNo[] = {{"yes", kTrue}, {"no", kFalse}};
 constexpr FieldWord kTimed[] = {{"yes", 1}, {"no", 0}};
-constexpr FieldWord kDays[] = {{"monday", 0},   {"tuesday", 1}, {"wednesday", 2}, {"thursday", 3},
-                               {"friday", 4},   {"saturday", 5}, {"sunday", 6},   {"weekdays", 7},
+constexpr FieldWord kDays[] = {{"monday", 0},   {"tuesday", 1},  {"wednesday", 2}, {"thursday", 3},
+                               {"friday", 4},   {"saturday", 5}, {"sunday", 6},    {"weekdays", 7},
                                {"weekends", 8}, {"everyday", 9}};
-constexpr FieldWord kIntervals[] = {{"5min", 0},  {"10min", 1}, {"15min", 2}, {"20min", 3},
-                                    {"30min", 4}, {"1hour", 5}, {"2hours", 6}, {"3hours", 7},
+constexpr FieldWord kIntervals[] = {{"5min", 0},   {"10min", 1},   {"15min", 2},  {"20min", 3},
+                                    {"30min", 4},  {"1hour", 5},   {"2hours", 6}, {"3hours", 7},
                                     {"6hours", 8}, {"12hours", 9}, {"none", 10}};
 constexpr FieldWord kConnections[] = {{"modem", 0}, {"dialup", 1}, {"tcpip", 2}};
 constexpr FieldWord kProtocols[] = {{"g", 0}, {"t", 1}, {"G", 2}};
-constexpr FieldWord kPacketSizes[] = {{"none", 0}, {"32", 1},  {"64", 2},   {"128", 3}, {"256", 4},
+constexpr FieldWord kPacketSizes[] = {{"none", 0}, {"32", 1},   {"64", 2},   {"128", 3}, {"256", 4},
                                       {"512", 5},  {"1024", 6}, {"2048", 7}, {"4096", 8}};
 constexpr FieldWord kWindowSizes[] = {{"none", 0}, {"1", 1}, {"2", 2}, {"3", 3},
                                       {"4", 4},    {"5", 5}, {"6", 6}, {"7", 7}};
@@ -27,10 +27,10 @@ constexpr FieldWord kSpeeds[] = {{"1200", 0},  {"2400", 1},  {"4800", 2},  {"960
 constexpr FieldWord kDataBits[] = {{"8", 0}, {"7", 1}};
 constexpr FieldWord kStopBits[] = {{"one", 0}, {"two", 1}}; // digits would be taken for positions
 constexpr FieldWord kParities[] = {{"none", 0}, {"even", 1}, {"odd", 2}};
-constexpr FieldWord kComPorts[] = {
-    {"com1", 0},   {"com2", 1},   {"com3", 2},   {"com4", 3},  {"com5", 4},   {"com6", 5},
-    {"com7", 6},   {"com8", 7},   {"com9", 8},   {"com10", 9}, {"com11", 10}, {"com12", 11},
-    {"com13", 12}, {"com14", 13}, {"com15", 14}, {"com16", 15}};
+constexpr FieldWord kComPorts[] = {{"com1", 0},   {"com2", 1},   {"com3", 2},   {"com4", 3},
+                                   {"com5", 4},   {"com6", 5},   {"com7", 6},   {"com8", 7},
+                                   {"com9", 8},   {"com10", 9},  {"com11", 10}, {"com12", 11},
+                                   {"com13", 12}, {"com14", 13}, {"com15", 14}, {"com16", 15}};
 
 struct WordList {
     std::string_view field_name;
@@ -101,8 +101,9 @@ bool isSecret(std::string_view field) {
 
 std::optional<QString> wordOf(std::string_view field, Long value) {
     const std::span<const FieldWord> words = wordsOf(field);
-    const auto found = std::find_if(words.begin(), words.end(),
-                                    [value](const FieldWord& word) { return word.number == value; });
+    const auto found = std::find_if(words.begin(), words.end(), [value](const FieldWord& word) {
+        return word.number == value;
+    });
     if (found == words.end())
         return {};
     return QString::fromLatin1(found->word.data(), static_cast<qsizetype>(found->word.size()));

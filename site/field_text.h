@@ -107,8 +107,8 @@ std::string shown(std::string_view name, const Value& value) {
 
 } // namespace detail
 
-// Gives the field of this name the value that the text (UTF-8) stands for, or tells why it is none; the
-// record is what it was then.
+// Gives the field of this name the value that the text (UTF-8) stands for, or tells why it is none;
+// the record is what it was then.
 template <class Record>
 std::optional<FieldProblem> setFieldText(Record& record, std::string_view name,
                                          const std::string& text) {

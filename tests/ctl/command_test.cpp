@@ -92,8 +92,7 @@ TEST_F(CommandTest, ListsPutOutTheSiteFilesFormAndFetchNothingElse) {
         EXPECT_NE(table.output.find(each.in_table), std::string::npos) << table.output;
         EXPECT_EQ(table.output.find('\r'), std::string::npos);
     }
-    EXPECT_EQ(run({"hosts", "show", "Stockholm"})
-                  .output.find(served.hosts.front().password.text()),
+    EXPECT_EQ(run({"hosts", "show", "Stockholm"}).output.find(served.hosts.front().password.text()),
               std::string::npos);
 }
 
@@ -137,15 +136,15 @@ TEST_F(CommandTest, ChangesReachTheServiceAsTheDialogsWouldSendThem) {
          [](const Site& s) { return s.hosts[2].spool_directory.text() == "solna"; }},
         {{"hosts", "delete", "växjö tryckeri"},
          [](const Site& s) {
-             return s.hosts.size() == 5 && std::ranges::find(s.spool_directories,
-                                                             VarText("vaxjo")) ==
-                                               s.spool_directories.end();
+             return s.hosts.size() == 5 &&
+                    std::ranges::find(s.spool_directories, VarText("vaxjo")) ==
+                        s.spool_directories.end();
          }},
         {{"hosts", "delete", "Göteborgs lager", "--keep-directory"},
          [](const Site& s) {
-             return s.hosts.size() == 4 && std::ranges::find(s.spool_directories,
-                                                             VarText("gbglager")) !=
-                                               s.spool_directories.end();
+             return s.hosts.size() == 4 &&
+                    std::ranges::find(s.spool_directories, VarText("gbglager")) !=
+                        s.spool_directories.end();
          }},
         {{"outbox", "delete", "D.corv0A18", "D.corv0A17"},
          [](const Site& s) { return s.outbox.size() == 10; }},
@@ -265,7 +264,8 @@ TEST_F(CommandTest, WatchingEndsWithTheTransportAndWaitingEvenWhenThereIsNothing
 }
 
 TEST_F(CommandTest, ControlCharactersOfTheServiceDoNotReachTheTerminal) {
-    service.run([](simulator::Server& server) { server.site().hosts[0].mail_domain = "\x1b[2J\n"; });
+    service.run(
+        [](simulator::Server& server) { server.site().hosts[0].mail_domain = "\x1b[2J\n"; });
     const Result result = run({"hosts"});
     EXPECT_EQ(result.output.find('\x1b'), std::string::npos);
     EXPECT_EQ(std::ranges::count(result.output, '\n'), 6);

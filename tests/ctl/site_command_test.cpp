@@ -95,14 +95,14 @@ TEST_F(SiteCommandTest, ARestoreThatIsStoppedGoesOnFromThere) {
     const auto close = [](QTcpSocket& socket, const Comrecord&, const std::string&) {
         socket.abort();
     };
-    setFaults({.deliver = close,
-               .only_class = ObjectClass::Host,
-               .only_operation = Operation::Save});
+    setFaults(
+        {.deliver = close, .only_class = ObjectClass::Host, .only_operation = Operation::Save});
     const Result lost = run({"restore", "--delete", file("site.json")});
     EXPECT_EQ(lost.status, 3) << lost.errors;
     EXPECT_NE(lost.errors.find("Not done: Settings: save"), std::string::npos) << lost.errors;
 
-    setFaults({.result = 2, .only_class = ObjectClass::Settings, .only_operation = Operation::Save});
+    setFaults(
+        {.result = 2, .only_class = ObjectClass::Settings, .only_operation = Operation::Save});
     EXPECT_EQ(run({"restore", "--delete", file("site.json")}).status, 5);
     setFaults({});
     const Result last = run({"restore", "--delete", file("site.json")});

@@ -55,9 +55,8 @@ bool isRefused(const ConsoleContext& context, const SettingRow& row, const std::
     if (!problem)
         return false;
     context.prompter.beep();
-    context.prompter.tell(
-        problem->message.icon,
-        std::string(context.text(problem->message.text)).append(problem->listed));
+    context.prompter.tell(problem->message.icon,
+                          std::string(context.text(problem->message.text)).append(problem->listed));
     return true;
 }
 
