@@ -3,7 +3,7 @@
 
 #include "wire/record_packing.h"
 
-namespace tollwick {
+namespace tollwick::simulator {
 
 inline Comrecord request(Operation operation, ObjectClass object_class, Long number = 0) {
     return {static_cast<Integer>(operation), static_cast<Integer>(object_class), number, 0, {}};
@@ -25,4 +25,4 @@ Record recordIn(const Comrecord& reply) {
     return record;
 }
 
-} // namespace tollwick
+} // namespace tollwick::simulator

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tollwick {
+namespace tollwick::simulator {
 namespace {
 
 using namespace std::chrono_literals;
@@ -141,4 +141,4 @@ TEST_F(ResponderTest, CommandsATransferThatEmptiesTheOutbox) {
 }
 
 } // namespace
-} // namespace tollwick
+} // namespace tollwick::simulator

@@ -11,7 +11,7 @@
 #include <QTcpSocket>
 #include <gtest/gtest.h>
 
-namespace tollwick {
+namespace tollwick::simulator {
 namespace {
 
 // A console without a window.
@@ -146,4 +146,4 @@ TEST(Program, KeepsItsSiteInAFile) {
 }
 
 } // namespace
-} // namespace tollwick
+} // namespace tollwick::simulator

@@ -13,7 +13,7 @@
 #include <limits>
 #include <set>
 
-namespace tollwick {
+namespace tollwick::simulator {
 namespace {
 
 class SiteFileTest : public testing::Test {
@@ -167,4 +167,4 @@ TEST_F(SiteFileTest, AKillAtAnyMomentLeavesTheOldSiteOrTheNew) {
 #endif
 
 } // namespace
-} // namespace tollwick
+} // namespace tollwick::simulator

@@ -1,8 +1,11 @@
 #include "rules/command_rules.h"
 #include "rules/node_keys.h"
+#include "site/differences.h"
+#include "site/site_file.h"
 #include "tests/ui/support/console_test.h"
 
 #include <QAbstractButton>
+#include <QLineEdit>
 #include <QTcpSocket>
 
 namespace tollwick {
@@ -164,6 +167,39 @@ TEST_F(CommandTest, AnAdditionIsSelectedAndARowOfAnOverviewLeadsToItsNode) {
     select("view", 1);
     QTest::keyClick(&list(), Qt::Key_Return);
     EXPECT_EQ(window().tree()->selectedKey(), "uucpmonitor");
+}
+
+TEST_F(CommandTest, TheConfigurationIsSavedAsAFileThatOnlyItsOwnerReads) {
+    logIn();
+    clickNode("schedule");
+    const Lines before = listed();
+    const auto save = [this](const char* file) {
+        inDialog("SaveConfigurationMenu", [&](QDialog& dialog) {
+            child<QLineEdit>(dialog, "fileNameEdit")
+                ->setText(QString::fromStdString(folder.text(file)));
+            dialog.accept();
+        });
+    };
+    save("site.json");
+    EXPECT_EQ(info(), "Configuration saved.");
+    EXPECT_EQ(listed(), before);
+    const Site saved = SiteFile(folder / "site.json", SiteFile::UnknownKeys::Refuse).load();
+    EXPECT_TRUE(differencesOf(saved, site()).empty());
+    EXPECT_FALSE(saved.login || !saved.outbox.empty());
+    EXPECT_EQ(std::filesystem::status(folder / "site.json").permissions() &
+                  std::filesystem::perms::others_all,
+              std::filesystem::perms::none);
+    // A script that does not come whole is no backup.
+    onServer([](Server& s) { s.site().scripts[1].text = std::string(5000, 'x'); });
+    boxes.expectBox(
+        kCritical,
+        "A login script is longer than a message of the service and cannot be saved: fjall.scp");
+    save("other.json");
+    EXPECT_FALSE(std::filesystem::exists(folder / "other.json"));
+    onServer([](Server& s) { s.site().scripts.clear(); });
+    boxes.expectBox(kCritical, Text::ConfigurationNotSaved);
+    folder.write("taken/x", "");
+    save("taken/x/site.json");
 }
 
 TEST_F(CommandTest, RefreshKeepsTheSelectedMail) {

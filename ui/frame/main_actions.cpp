@@ -47,6 +47,8 @@ MainActions::MainActions(QMainWindow& window, const StringTable& texts)
 void MainActions::addFileMenu(QMenu* menu) {
     LoginMenu = addEntry(menu, "LoginMenu", Text::LoginMenu);
     LogOffMenu = addEntry(menu, "LogOffMenu", Text::LogOffMenu);
+    SaveConfigurationMenu = addEntry(menu, "SaveConfigurationMenu", Text::SaveConfigurationMenu);
+    SaveConfigurationMenu->setShortcut(QKeySequence("Ctrl+Shift+S"));
     menu->addSeparator();
     UucpTransportNowMenu = addEntry(menu, "UucpTransportNowMenu", Text::UucpTransportNowMenu);
     CancelUucpTransportMenu =
@@ -130,6 +132,7 @@ void MainActions::setConnected(bool connected) {
     UucpTransportNowMenu->setEnabled(connected);
     CancelUucpTransportMenu->setEnabled(connected);
     LogOffMenu->setEnabled(connected);
+    SaveConfigurationMenu->setEnabled(connected);
     LoginMenu->setEnabled(!connected);
     toolbar_login->setEnabled(!connected);
     toolbar_logout->setEnabled(connected);

@@ -21,6 +21,7 @@ public:
 
     QAction* LoginMenu;
     QAction* LogOffMenu;
+    QAction* SaveConfigurationMenu;
     QAction* UucpTransportNowMenu;
     QAction* CancelUucpTransportMenu;
     QAction* TollwickServiceStart;

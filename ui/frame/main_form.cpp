@@ -3,6 +3,7 @@
 #include "ui/common/icons.h"
 #include "ui/frame/about_form.h"
 #include "ui/frame/config_tree.h"
+#include "ui/frame/configuration_saver.h"
 #include "ui/frame/explorer_pane.h"
 #include "ui/frame/main_actions.h"
 #include "ui/frame/main_status_bar.h"
@@ -144,6 +145,10 @@ void Twmainform::connectActions() {
     on(actions_->toolbar_login, [this] { logIn(); });
     on(actions_->LogOffMenu, [this] { logOff(); });
     on(actions_->toolbar_logout, [this] { logOff(); });
+    on(actions_->SaveConfigurationMenu, [this] {
+        context_.errors.guard(Routine::Command,
+                              [&](Integer&) { saveConfiguration(context_, this); });
+    });
     on(actions_->UucpTransportNowMenu, [this] {
         context_.errors.guard(Routine::Command, [&](Integer&) { commands_.transportNow(); });
     });

@@ -1,0 +1,101 @@
+// What differs between two sites, and the words that fields have.
+#include "simulator/sample_site.h"
+#include "site/differences.h"
+#include "wire/scramble.h"
+
+#include <gtest/gtest.h>
+
+namespace tollwick {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+Lines told(const Site& first, const Site& second) {
+    Lines lines;
+    for (const Difference& each : differencesOf(first, second))
+        lines.push_back(QStringList{each.kind, each.name, each.field, each.first, each.second}
+                            .join('|')
+                            .toStdString());
+    return lines;
+}
+
+TEST(Differences, AreToldByNameAndFieldAndSecretsOnlyAsDiffering) {
+    const Site first = simulator::sampleSite();
+    Site second = first;
+    EXPECT_EQ(told(first, second), Lines{});
+    // What is the service's own does not count, nor how a password is scrambled.
+    second.settings.service_version = 5;
+    second.hosts[0].record_number = 99;
+    second.hosts[0].state = 7;
+    second.hosts[0].display_name = "malmö HUVUDKONTOR";
+    second.hosts[0].password.setBytes(ScrambleField("E", HostPasswordKey, "sm\xF6rg\xE5s"));
+    second.schedules[0].record_number = 99;
+    std::swap(second.schedules[0], second.schedules[1]);
+    EXPECT_EQ(told(first, second),
+              (Lines{"host|Malmö huvudkontor|display_name|Malmö huvudkontor|malmö HUVUDKONTOR"}));
+
+    second = first;
+    second.settings.mail_logging = kFalse;
+    second.settings.admin_port = 600;
+    second.schedules[0].day = 4;
+    const std::string number = std::to_string(first.schedules[0].record_number);
+    second.schedules.push_back(first.schedules[1]);
+    second.schedules.back().at_time = "03:03";
+    second.schedules.back().timed = 1;
+    second.schedules.back().record_number = 77;
+    second.hosts[0].uucp_password.setBytes(ScrambleField("E", HostPasswordKey, "x"));
+    second.hosts[1].connect_using = 0;
+    second.hosts[2].display_name = "Annan";
+    second.scripts[0].text = "changed";
+    second.scripts[1].file_name = "annan.scp";
+    const std::string day = wordOf("day", first.schedules[0].day)->toStdString();
+    const std::string new_day = wordOf("day", first.schedules[1].day)->toStdString();
+    const std::string third = first.hosts[2].display_name.text();
+    EXPECT_EQ(told(first, second),
+              (Lines{"setting||admin_port|542|600", "setting||mail_logging|yes|no",
+                     "schedule|" + number + "|day|" + day + "|friday",
+                     "schedule|77|||" + new_day + " 03:03",
+                     "host|Malmö huvudkontor|uucp_password|differs|differs",
+                     "host|" + first.hosts[1].display_name.text() + "|connect_using|dialup|modem",
+                     "host|" + third + "||" + third + "|", "host|Annan|||Annan",
+                     "script|malmo.scp|text|differs|differs", "script|fjall.scp||fjall.scp|",
+                     "script|annan.scp|||annan.scp"}));
+}
+
+TEST(FieldText, TakesWordsNumbersAndTextsAndRefusesWhatDoesNotFit) {
+    HostRecord host;
+    ScheduleRecord schedule;
+    SettingsRecord settings;
+    for (const auto& [name, typed] : {std::pair{"connect_using", "TCPIP"},
+                                      {"uucp_protocol", "G"},
+                                      {"active", "yes"},
+                                      {"display_name", "Malmö"},
+                                      {"dial_timeout", "100000"}})
+        EXPECT_TRUE(setField(host, name, typed)) << name;
+    EXPECT_TRUE(setField(schedule, "day", "Friday") && setField(schedule, "interval", "2hours") &&
+                setField(schedule, "timed", "yes"));
+    EXPECT_TRUE(setField(settings, "mail_logging", "no") &&
+                setField(settings, "admin_ip", "192.0.2.1"));
+    EXPECT_FALSE(setField(host, "no_such_field", "1"));
+    EXPECT_EQ(host.connect_using, 2);
+    EXPECT_EQ(host.uucp_protocol, 2);
+    EXPECT_EQ(host.active, kTrue);
+    EXPECT_EQ(host.display_name.text(), "Malmö");
+    EXPECT_EQ(host.dial_timeout, 100'000);
+    EXPECT_EQ(schedule.day, 4);
+    EXPECT_EQ(schedule.interval, 6);
+    EXPECT_EQ(schedule.timed, 1);
+    EXPECT_EQ(fieldText("uucp_protocol", Integer{1}), "t");
+    EXPECT_EQ(fieldText("day", Integer{12}), "12");
+    for (const auto& [name, typed] :
+         {std::pair{"connect_using", "radio"},
+          {"mail_limit", "40000"},
+          {"mail_limit", ""},
+          {"mail_limit", "1.5"},
+          {"display_name", "zażółć"},
+          {"ras_entry", "a name that is longer than thirty characters"}})
+        EXPECT_THROW(setField(host, name, typed), SiteFileError) << name << typed;
+}
+
+} // namespace
+} // namespace tollwick
