@@ -101,6 +101,8 @@ bool isSecret(std::string_view field) {
 
 std::optional<QString> wordOf(std::string_view field, Long value) {
     const std::span<const FieldWord> words = wordsOf(field);
+    if (!words.empty() && words.front().word == kYesNo[0].word && value != kFalse)
+        value = words.front().number; // whatever is not no
     const auto found = std::find_if(words.begin(), words.end(), [value](const FieldWord& word) {
         return word.number == value;
     });
