@@ -52,6 +52,13 @@ RestoreOutcome Restorer::run() {
     return RestoreOutcome::Done;
 }
 
+std::vector<std::string> Restorer::left() const {
+    std::vector<std::string> texts;
+    for (std::size_t i = done_; i < steps_.size(); ++i)
+        texts.push_back(steps_[i].text);
+    return texts;
+}
+
 void Restorer::plan() {
     // What is asked of the lists while hosts are removed is what the service holds.
     context_.data.settings = present_.settings;

@@ -40,6 +40,8 @@ public:
     // Steps that have been taken, and that were still to be taken when it ended.
     [[nodiscard]] std::size_t stepsDone() const { return done_; }
     [[nodiscard]] std::size_t stepsLeft() const { return steps_.size() - done_; }
+    // The latter, in the words in which they are told.
+    [[nodiscard]] std::vector<std::string> left() const;
 
 private:
     struct Step {

@@ -13,7 +13,7 @@ bool hasPassed(const QElapsedTimer& timer, double seconds) {
 
 } // namespace
 
-LoginOutcome LoginSequence::run() {
+LoginOutcome LoginSequence::run(LoginFetch fetch) {
     link_.setComTimeout(connection_.ComTimeout);
     link_.reset();
     const LockedInput locked(link_.inputLock());
@@ -44,7 +44,8 @@ LoginOutcome LoginSequence::run() {
     switch (context_.requests.txAuthenticate()) {
     case kAuthenticated:
         context_.data.forgetService();
-        context_.requests.RetrieveAll();
+        if (fetch == LoginFetch::Everything)
+            context_.requests.RetrieveAll();
         return LoginOutcome::LoggedIn;
     case kAuthenticateFailed:
         return LoginOutcome::LinkFailed;

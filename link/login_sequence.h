@@ -15,6 +15,9 @@ enum class LoginOutcome {
     LoggedIn,     // everything is fetched, or the fetching failed and closed the link again
 };
 
+// What follows a login that was accepted.
+enum class LoginFetch { Everything, Nothing };
+
 class LoginSequence {
 public:
     // Times that a connection without a session key is made anew.
@@ -27,7 +30,7 @@ public:
 
     // Logs in with these connection settings and the credentials of the context's data. Every
     // outcome but GivenUp and LoggedIn has been told to the user.
-    LoginOutcome run();
+    LoginOutcome run(LoginFetch fetch = LoginFetch::Everything);
 
 private:
     bool connect();

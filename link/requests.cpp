@@ -97,6 +97,8 @@ Integer Requests::exchange() {
         link_.SendComrecord(link_.comrecord);
         last_result_ = link_.WaitForReply();
     }
+    // A reply can carry the number of a missing one.
+    was_answered_ = last_result_ != result::NoReply || (link_.isOpen() && !link_.isOwed());
     return last_result_;
 }
 

@@ -93,6 +93,9 @@ public:
     // Whether the last request was answered with 1. Only then the next one that builds on it may
     // follow, whatever the request itself has returned.
     [[nodiscard]] bool wasDone() const { return last_result_ == result::Done; }
+    // Whether the service has answered the last request at all, be it with a refusal; polls of the
+    // status do not count.
+    [[nodiscard]] bool wasAnswered() const { return was_answered_; }
 
     // True from the start of a request until its failure, if any, has been told.
     [[nodiscard]] bool isBusy() const { return isRunning() || link_.isWaiting(); }
@@ -130,6 +133,7 @@ private:
     int depth_ = 0;
     bool in_step_ = true; // the next line that comes is the reply to the request begun last
     Integer last_result_ = result::NoReply;
+    bool was_answered_ = false;
     bool is_status_shown_ = false;
     bool is_failure_told_ = false; // that of a poll, which the request begun last waited for
 };

@@ -10,7 +10,7 @@ set(package tollwickadmin)
 set(linux ${PROJECT_SOURCE_DIR}/packaging/linux)
 set(doc_folder ${CMAKE_INSTALL_DATADIR}/doc/${package})
 
-install(TARGETS tollwickadmin tollwick-simulator DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(TARGETS tollwickadmin tollwickctl tollwick-simulator DESTINATION ${CMAKE_INSTALL_BINDIR})
 # The console finds these by its own place, as ../share/tollwick.
 install(FILES
     resources/help/Tollw-se.cnt
@@ -21,6 +21,8 @@ install(FILES
     ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/data/MODEMS.DAT
     DESTINATION share/tollwick)
 
+install(FILES ${linux}/completions/tollwickctl
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 install(FILES ${linux}/tollwickadmin.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES resources/icons/tollwick.svg RENAME tollwickadmin.svg
     DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
@@ -45,7 +47,7 @@ function(tollwick_install_compressed source name destination)
 endfunction()
 
 tollwick_install_compressed(debian/changelog changelog ${doc_folder})
-foreach(program tollwickadmin tollwick-simulator)
+foreach(program tollwickadmin tollwickctl tollwick-simulator)
     foreach(language . sv)
         cmake_path(APPEND language ${program}.1 OUTPUT_VARIABLE page)
         cmake_path(NORMAL_PATH page)
@@ -79,6 +81,9 @@ UUCP neighbours, by modem, dial-up or TCP/IP. This is the desktop program
 that steers it: it logs in over TCP, shows and changes the settings, schedules,
 hosts and login scripts of the service, lists the outbox, shows a transfer
 live, and starts or cancels one. It speaks English and Swedish.
+
+tollwickctl does the same from a terminal or a script, and saves, compares and
+restores the configuration of a service.
 
 What console and service send each other is scrambled, not encrypted: use it
 on a trusted network or through an encrypted tunnel.

@@ -147,12 +147,16 @@ void store(const NumberField& shown, Long& field) {
 }
 template <std::size_t N>
 void storePassword(const std::string& plain, FixedText<N>& field) {
-    field.setBytes(ScrambleField("E", HostPasswordKey, toAnsi(plain)));
+    field.setBytes(scrambledPassword(plain));
 }
 
 } // namespace
 
-HostEntry entryOf(const HostRecord& record) {
+std::string scrambledPassword(std::string_view plain) {
+    return ScrambleField("E", HostPasswordKey, toAnsi(plain));
+}
+
+HostEntry entryAsStored(const HostRecord& record) {
     HostEntry entry;
     const auto loadBinding = [&](const auto& binding) {
         load(entry.*binding.entry, record.*binding.record);
@@ -170,7 +174,11 @@ HostEntry entryOf(const HostRecord& record) {
     entry.password = plainPassword(record.password);
     entry.uucp_password = plainPassword(record.uucp_password);
     entry.ras_password = plainPassword(record.ras_password);
+    return entry;
+}
 
+HostEntry entryOf(const HostRecord& record) {
+    HostEntry entry = entryAsStored(record);
     if (record.retry_time == 0)
         entry.retry_time.text = kDefaultRetryTime;
     if (record.dial_timeout == 0)

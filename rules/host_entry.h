@@ -145,6 +145,11 @@ bool exceedsHostLookupTimeout(const HostEntry& entry);
 // What the dialog shows for the record: trimmed texts, unscrambled passwords, and the defaults that
 // stand in place of a retry time and a dial timeout of 0 and a UUCP timeout below 2.
 HostEntry entryOf(const HostRecord& record);
+// The same without the defaults: what was put there on purpose.
+HostEntry entryAsStored(const HostRecord& record);
+
+// A plain password (UTF-8) as its field of the record holds it.
+std::string scrambledPassword(std::string_view plain);
 
 // Writes the entry into the record as it is shown; unnamed fields stay as they are. Telephony names
 // are written only for a service that offers them. Passwords are scrambled anew, a host lookup

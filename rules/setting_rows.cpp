@@ -20,9 +20,9 @@ constexpr SettingRow kSettingRows[] = {
 
     {node::UucpDaemon, Text::RowUucpPriorCmd,         setting_key::UucpPriorCmd,         "command", TextSetting{&S::uucp_prior_command}},
     {node::UucpDaemon, Text::RowUucpAfterCmd,         setting_key::UucpAfterCmd,         "command", TextSetting{&S::uucp_after_command}},
-    {node::UucpDaemon, Text::RowRemoteDebuggingLevel, "remotedebugginglevel", "debug16", TextSetting{&S::remote_debugging_level}},
+    {node::UucpDaemon, Text::RowRemoteDebuggingLevel, setting_key::RemoteDebuggingLevel, "debug16", TextSetting{&S::remote_debugging_level}},
     {node::UucpDaemon, Text::RowDischargeCr,          setting_key::DischargeCr,          kSwitch,   SwitchSetting{&S::discharge_cr}},
-    {node::UucpDaemon, Text::RowForceSendParams,      "forcesendparams",      kSwitch,   SwitchSetting{&S::force_send_params}},
+    {node::UucpDaemon, Text::RowForceSendParams,      setting_key::ForceSendParams,      kSwitch,   SwitchSetting{&S::force_send_params}},
 
     {node::SmtpServer, Text::RowSmtpServiceIp,   setting_key::SmtpServiceIp,   "netadress", TextSetting{&S::smtp_service_ip}},
     {node::SmtpServer, Text::RowSmtpServicePort, setting_key::SmtpServicePort, "portin",    NumberSetting{&S::smtp_service_port}},

@@ -22,7 +22,9 @@ inline constexpr std::string_view SmtpForwardIp = "smtpforwardip";
 inline constexpr std::string_view SmtpForwardPort = "smtpforwardport";
 inline constexpr std::string_view UucpPriorCmd = "uucppriorcmd";
 inline constexpr std::string_view UucpAfterCmd = "uucpaftercmd";
+inline constexpr std::string_view RemoteDebuggingLevel = "remotedebugginglevel";
 inline constexpr std::string_view DischargeCr = "dischargecr";
+inline constexpr std::string_view ForceSendParams = "forcesendparams";
 } // namespace setting_key
 
 struct TextSetting {

@@ -3,7 +3,7 @@
 
 #include "base/prompter.h"
 #include "base/string_table.h"
-#include "wire/wire_types.h"
+#include "rules/setting_rows.h"
 
 #include <optional>
 #include <string>
@@ -11,8 +11,10 @@
 
 namespace tollwick {
 
-// True, after a beep, when the text is no acceptable IP number: four parts between exactly three
-// dots, the first, second and fourth in 0..255. Throws RunTimeError 6 when a part exceeds 16 bits.
+// True when the text is an acceptable IP number: four parts between exactly three dots, the first,
+// second and fourth in 0..255. Throws RunTimeError 6 when a part exceeds 16 bits.
+bool isAcceptableIpNumber(std::string_view text);
+// True, after a beep, when it is not.
 bool InvalidIpNumber(std::string_view text, Prompter& prompter);
 
 // True when any single character of `set` (ASCII) occurs in the text.
@@ -34,6 +36,11 @@ constexpr Integer flipped(Integer yes_no) {
 inline constexpr std::string_view kCommandCharacters = "\\/:*?<>|";
 inline constexpr std::string_view kCommandCharactersShown = " \\/*:?<>|";
 
+// Whether this row holds a command.
+constexpr bool isCommand(const SettingRow& row) {
+    return row.key == setting_key::UucpPriorCmd || row.key == setting_key::UucpAfterCmd;
+}
+
 // A message and the icon that its box shows: the editors differ in it, and this is wanted.
 struct StyledText {
     Text text;
@@ -50,5 +57,22 @@ struct AddressRule {
 
 // The rule of a row that holds an address, or nullptr.
 const AddressRule* findAddressRule(std::string_view key);
+
+// Why a text is refused as a setting, and what stands behind the message.
+struct SettingProblem {
+    StyledText message;
+    std::string_view listed = {};
+};
+// The first problem that the settings would have with this text in place of the row's. Throws
+// RunTimeError 6 when a part of an IP number exceeds 16 bits.
+std::optional<SettingProblem> textProblem(const SettingRow& row, const std::string& text,
+                                          SettingsRecord settings);
+
+// The same for what the settings hold in the row, a port included.
+std::optional<SettingProblem> settingProblem(const SettingRow& row, const SettingsRecord& settings);
+
+// What is told about a setting that has been entered, before it is sent.
+std::optional<StyledText> noticeOf(const SettingRow& row, const SettingsRecord& before,
+                                   const SettingsRecord& after);
 
 } // namespace tollwick

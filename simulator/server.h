@@ -3,8 +3,8 @@
 
 #include "simulator/console_connection.h"
 #include "simulator/responder.h"
-#include "site/site.h"
 #include "simulator/transport.h"
+#include "site/site.h"
 
 #include <QHostAddress>
 #include <QTcpServer>
@@ -17,13 +17,13 @@ namespace tollwick::simulator {
 
 // Misbehaviour that can be switched on at any time, to see what a console makes of it.
 struct Faults {
-    bool send_no_key = false;      // new connections get nothing
-    bool never_reply = false;      // requests are carried out, but not answered
-    std::optional<Integer> result; // in place of carrying a request out
-    Delivery deliver;              // in place of sending the next reply as one line; only once
+    bool send_no_key = false;        // new connections get nothing
+    bool never_reply = false;        // requests are carried out, but not answered
+    std::optional<Integer> result{}; // in place of carrying a request out
+    Delivery deliver{};              // in place of sending the next reply as one line; only once
     // Restrict the last three to requests for this class of object, and with this operation.
-    std::optional<ObjectClass> only_class;
-    std::optional<Operation> only_operation;
+    std::optional<ObjectClass> only_class{};
+    std::optional<Operation> only_operation{};
 
     [[nodiscard]] bool concern(const Comrecord& request) const {
         return (!only_class || static_cast<Integer>(*only_class) == request.ObjectClass) &&

@@ -121,19 +121,19 @@ void SiteFile::keepUnknownKeys(const QString& key, const std::vector<Record>& re
     }
 }
 
-Site SiteFile::load() {
+Site SiteFile::load(const SettingsRecord& unnamed) {
     const QString name = QString::fromStdString(fromPath(path_));
     const std::optional<std::string> bytes = readWholeFile(path_, kMaxFileSize);
     if (!bytes)
         throw SiteFileError(name + QStringLiteral(": cannot be read"));
     try {
-        return parse(QByteArray::fromStdString(*bytes));
+        return parse(QByteArray::fromStdString(*bytes), unnamed);
     } catch (const SiteFileError& error) {
         throw SiteFileError(name + QStringLiteral(": ") + QString::fromUtf8(error.what()));
     }
 }
 
-Site SiteFile::parse(const QByteArray& json) {
+Site SiteFile::parse(const QByteArray& json, const SettingsRecord& unnamed) {
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
     if (error.error != QJsonParseError::NoError)
@@ -142,6 +142,7 @@ Site SiteFile::parse(const QByteArray& json) {
 
     unknown_keys_.clear();
     Site site;
+    site.settings = unnamed;
     ObjectReader file(document.isObject() ? QJsonValue(document.object()) : QJsonValue(), {});
 
     const QJsonValue login_json = file.takeValue(kLogin);

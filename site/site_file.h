@@ -22,14 +22,14 @@ public:
     [[nodiscard]] bool exists() const;
 
     // Throws SiteFileError, whose message names the file and what is wrong where. The file is never
-    // changed by this.
-    Site load();
+    // changed by this. Settings that it does not name are taken from `unnamed`.
+    Site load(const SettingsRecord& unnamed = {});
 
     // Replaces the file whole or not at all; throws SiteFileError when it cannot be written.
     void save(const Site& site);
 
 private:
-    Site parse(const QByteArray& json);
+    Site parse(const QByteArray& json, const SettingsRecord& unnamed);
     template <class Record>
     void loadList(ObjectReader& file, const QString& key, std::vector<Record>& records,
                   std::vector<QJsonObject>& unknown_keys);

@@ -69,13 +69,13 @@ LangString shortcut_tip ${LANG_SWEDISH} "Administration av posttjänsten Tollwic
 !macroend
 
 ; Stops while the program runs, as its file cannot be replaced.
-!macro EnsureNotRunning
+!macro EnsureNotRunning program
     ${Do}
         ClearErrors
-        ${IfNot} ${FileExists} "$INSTDIR\TollwickAdmin.exe"
+        ${IfNot} ${FileExists} "$INSTDIR\${program}"
             ${Break}
         ${EndIf}
-        FileOpen $0 "$INSTDIR\TollwickAdmin.exe" a
+        FileOpen $0 "$INSTDIR\${program}" a
         ${IfNot} ${Errors}
             FileClose $0
             ${Break}
@@ -185,7 +185,8 @@ FunctionEnd
 Section
     SetRegView 64
     SetShellVarContext all
-    !insertmacro EnsureNotRunning
+    !insertmacro EnsureNotRunning TollwickAdmin.exe
+    !insertmacro EnsureNotRunning TollwickCtl.exe
     !insertmacro RemoveFromFormerFolder
 
     SetOutPath "$INSTDIR\Licences"
@@ -194,6 +195,7 @@ Section
     File /oname=Qt.txt "${QT_COPYRIGHT}"
     SetOutPath "$INSTDIR"
     File /oname=TollwickAdmin.exe "${PROGRAM}"
+    File /oname=TollwickCtl.exe "${CTL}"
     ${If} $LANGUAGE == ${SWEDISH}
         StrCpy $7 4000
     ${Else}
@@ -284,10 +286,12 @@ FunctionEnd
 Section Uninstall
     SetRegView 64
     SetShellVarContext all
-    !insertmacro EnsureNotRunning
+    !insertmacro EnsureNotRunning TollwickAdmin.exe
+    !insertmacro EnsureNotRunning TollwickCtl.exe
 
     Delete "$SMPROGRAMS\TollwickAdmin.lnk"
     Delete "$INSTDIR\TollwickAdmin.exe"
+    Delete "$INSTDIR\TollwickCtl.exe"
     Delete "$INSTDIR\Tollwick.hlp"
     Delete "$INSTDIR\Tollwick.cnt"
     Delete "$INSTDIR\MODEMS.DAT"

@@ -72,10 +72,11 @@ function(tollwick_make_windows_program target)
     add_custom_command(OUTPUT ${setup}
         COMMAND ${MAKENSIS_PROGRAM} -V2 -WX -INPUTCHARSET UTF8 -NOCD
             -DVERSION=${PROJECT_VERSION} -DSETUP=${setup} -DICON=${icon} -DSIDE=${side}
-            -DPROGRAM=$<TARGET_FILE:${target}> -DPLACE_FILES=$<TARGET_FILE:place-files> -DDATA=${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/data
+            -DPROGRAM=$<TARGET_FILE:${target}> -DCTL=$<TARGET_FILE:tollwickctl>
+            -DPLACE_FILES=$<TARGET_FILE:place-files> -DDATA=${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/data
             -DLICENCES=${licences} -DQT_COPYRIGHT=${qt_copyright}
             ${sources}/installer.nsi
-        DEPENDS ${target} place-files modem_catalogue ${icon} ${side} ${sources}/installer.nsi
+        DEPENDS ${target} tollwickctl place-files modem_catalogue ${icon} ${side} ${sources}/installer.nsi
         VERBATIM)
     add_custom_target(installer DEPENDS ${setup})
 endfunction()

@@ -5,7 +5,6 @@
 #include "rules/node_keys.h"
 #include "rules/setting_rules.h"
 #include "ui/dialogs/edit_form.h"
-#include "wire/record_packing.h"
 
 namespace tollwick {
 namespace {
@@ -50,15 +49,14 @@ bool acceptAll(const std::string&) {
     return false;
 }
 
-// Tells that the settings would no longer fit one record with this text in them, if it is so.
-bool isTooLarge(const ConsoleContext& context, VarText SettingsRecord::*setting,
-                const std::string& text) {
-    SettingsRecord settings = context.data.settings;
-    settings.*setting = text;
-    if (fitsBlock(settings))
+// Tells what is wrong with the text as the row's setting, if anything.
+bool isRefused(const ConsoleContext& context, const SettingRow& row, const std::string& text) {
+    const auto problem = textProblem(row, text, context.data.settings);
+    if (!problem)
         return false;
     context.prompter.beep();
-    context.prompter.critical(context.text(Text::SettingTooLarge));
+    context.prompter.tell(problem->message.icon,
+                          std::string(context.text(problem->message.text)).append(problem->listed));
     return true;
 }
 
@@ -103,19 +101,13 @@ void SettingEditors::editAddress(std::string_view node_key) {
 void SettingEditors::editIpNumber(const SettingRow& row, const AddressRule& rule) {
     const auto place = std::get<TextSetting>(row.place).value;
     VarText& setting = context_.data.settings.*place;
-    const std::string PreviousValue = setting.text();
-    const auto isRefused = [&](const std::string& text) {
-        if (!InvalidIpNumber(text, context_.prompter))
-            return isTooLarge(context_, place, text);
-        tell(rule.invalid);
-        return true;
-    };
-    if (!editText(context_, window_, kIpTexts, PreviousValue, isRefused))
+    const SettingsRecord before = context_.data.settings;
+    const auto refuses = [&](const std::string& text) { return isRefused(context_, row, text); };
+    if (!editText(context_, window_, kIpTexts, setting.text(), refuses))
         return;
-    const std::string& entered = context_.edit.EditResult;
-    if (rule.restart_notice && entered != PreviousValue)
-        tell(*rule.restart_notice);
-    setting = entered;
+    setting = context_.edit.EditResult;
+    if (const auto notice = noticeOf(row, before, context_.data.settings))
+        tell(*notice);
     const Integer status = context_.requests.txSaveSettings();
     if (rule.not_attached && status == kNotAttached) {
         context_.prompter.beep();
@@ -128,9 +120,9 @@ void SettingEditors::editIpNumber(const SettingRow& row, const AddressRule& rule
 
 void SettingEditors::editPort(const SettingRow& row, const AddressRule& rule) {
     Long& setting = context_.data.settings.*std::get<NumberSetting>(row.place).value;
-    const Long PreviousValue = setting;
+    const SettingsRecord before = context_.data.settings;
     std::optional<Long> entered;
-    const auto isRefused = [&](const std::string& text) {
+    const auto refuses = [&](const std::string& text) {
         entered = portNumber(text);
         if (entered)
             return false;
@@ -138,11 +130,11 @@ void SettingEditors::editPort(const SettingRow& row, const AddressRule& rule) {
         tell(rule.invalid);
         return true;
     };
-    if (!editText(context_, window_, kPortTexts, std::to_string(PreviousValue), isRefused))
+    if (!editText(context_, window_, kPortTexts, std::to_string(setting), refuses))
         return;
-    if (rule.restart_notice && *entered != PreviousValue)
-        tell(*rule.restart_notice);
     setting = *entered;
+    if (const auto notice = noticeOf(row, before, context_.data.settings))
+        tell(*notice);
     context_.requests.txSaveSettings();
     rebuild_(row.node_key);
 }
@@ -153,10 +145,10 @@ void SettingEditors::EditOptionSetting() {
         return;
     if (const auto* text = std::get_if<TextSetting>(&row->place)) {
         VarText& setting = context_.data.settings.*text->value;
-        const auto isRefused = [&](const std::string& entered) {
-            return isTooLarge(context_, text->value, entered);
+        const auto refuses = [&](const std::string& entered) {
+            return isRefused(context_, *row, entered);
         };
-        if (!editText(context_, window_, kDocViewerTexts, setting.text(), isRefused))
+        if (!editText(context_, window_, kDocViewerTexts, setting.text(), refuses))
             return;
         setting = context_.edit.EditResult;
         context_.requests.txSaveSettings();
@@ -177,40 +169,27 @@ void SettingEditors::EditUucpDaemonSetting() {
     if (!row)
         return;
     SettingsRecord& settings = context_.data.settings;
-    if (row->key == setting_key::UucpPriorCmd || row->key == setting_key::UucpAfterCmd)
+    if (isCommand(*row))
         return editCommand(*row);
-    if (row->key == "remotedebugginglevel")
+    if (row->key == setting_key::RemoteDebuggingLevel)
         return editDebuggingLevel(*row);
 
-    const Integer before = settings.force_send_params;
+    const SettingsRecord before = settings;
     flip(*row);
-    if (row->key == setting_key::DischargeCr) {
-        if (settings.discharge_cr != kFalse)
-            context_.prompter.exclamation(context_.text(Text::DischargeCrNote));
+    if (const auto notice = noticeOf(*row, before, settings))
+        tell(*notice);
+    // The one flag is compared with the other, not with its own value: wanted.
+    if (row->key == setting_key::DischargeCr || before.force_send_params != settings.discharge_cr)
         context_.requests.txSaveSettings();
-    } else {
-        if (settings.force_send_params != kFalse)
-            context_.prompter.exclamation(context_.text(Text::ForceSendParamsWarning));
-        // Compared with the other flag, not with its own value: wanted.
-        if (before != settings.discharge_cr)
-            context_.requests.txSaveSettings();
-    }
     rebuild_(row->node_key);
 }
 
 void SettingEditors::editCommand(const SettingRow& row) {
     const auto place = std::get<TextSetting>(row.place).value;
     VarText& setting = context_.data.settings.*place;
-    const auto isRefused = [&](const std::string& text) {
-        if (!ContainsAnyChar(text, kCommandCharacters))
-            return isTooLarge(context_, place, text);
-        context_.prompter.beep();
-        context_.prompter.critical(
-            std::string(context_.text(Text::CommandInvalid)).append(kCommandCharactersShown));
-        return true;
-    };
+    const auto refuses = [&](const std::string& text) { return isRefused(context_, row, text); };
     const DialogTexts& texts = row.key == setting_key::UucpPriorCmd ? kPriorTexts : kAfterTexts;
-    if (editText(context_, window_, texts, setting.text(), isRefused)) {
+    if (editText(context_, window_, texts, setting.text(), refuses)) {
         setting = context_.edit.EditResult;
         context_.requests.txSaveSettings();
     }
@@ -220,14 +199,15 @@ void SettingEditors::editCommand(const SettingRow& row) {
 void SettingEditors::editDebuggingLevel(const SettingRow& row) {
     const auto place = std::get<TextSetting>(row.place).value;
     VarText& setting = context_.data.settings.*place;
-    const auto isRefused = [&](const std::string& text) {
-        return isTooLarge(context_, place, trimmed(text));
+    const auto refuses = [&](const std::string& text) {
+        return isRefused(context_, row, trimmed(text));
     };
-    if (!editText(context_, window_, kDebugTexts, setting.text(), isRefused))
+    if (!editText(context_, window_, kDebugTexts, setting.text(), refuses))
         return;
+    const SettingsRecord before = context_.data.settings;
     setting = trimmed(context_.edit.EditResult);
-    if (!setting.bytes().empty())
-        context_.prompter.exclamation(context_.text(Text::DebugLevelWarning));
+    if (const auto notice = noticeOf(row, before, context_.data.settings))
+        tell(*notice);
     context_.requests.txSaveSettings();
     rebuild_(row.node_key);
 }

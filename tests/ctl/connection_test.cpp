@@ -1,0 +1,112 @@
+#include "program.h"
+
+#include <QTcpServer>
+#include <QTcpSocket>
+
+namespace tollwick::ctl {
+namespace {
+
+class ConnectionTest : public ProgramTest {
+protected:
+    void writeSettings(const std::string& general) {
+        folder.write("brask-software/tollwick.ini", "[Tollwick\\General]\n" + general);
+    }
+};
+
+TEST_F(ConnectionTest, PasswordsComeFromAFileOrTheEnvironmentAndAWrongOneIsRefused) {
+    folder.write("right", "tollwick\r\nmore\n");
+    folder.write("wrong", "no\n");
+    struct Case {
+        QString environment;
+        QStringList options;
+        int status;
+    };
+    const Case cases[] = {
+        {"tollwick", {}, 0},
+        {"no", {}, 4},
+        {"", {}, 4},
+        {"no", {"--password-file", file("right")}, 0},
+        {"tollwick", {"--password-file", file("wrong")}, 4},
+        {"tollwick", {"--password-file", file("missing")}, 2},
+        {"tollwick", {"--user", "nobody"}, 4},
+        {{}, {}, 2}, // no terminal to ask on
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.environment.toStdString() + each.options.join(' ').toStdString());
+        password = each.environment;
+        const Result result = run(QStringList{"status"} + each.options);
+        EXPECT_EQ(result.status, each.status) << result.errors;
+        EXPECT_EQ(result.errors.empty(), each.status == 0);
+        EXPECT_EQ(result.output.empty(), each.status != 0);
+    }
+}
+
+TEST_F(ConnectionTest, WhatIsNotGivenComesFromTheConsolesSettings) {
+    writeSettings("ServerConnectUsername=nobody\nCountryCode=4000\n");
+    const Result refused = run({"status"});
+    EXPECT_EQ(refused.status, 4);
+    EXPECT_NE(refused.errors.find("Inloggningen misslyckades!"), std::string::npos);
+    EXPECT_NE(run({"hosts", "show", "Lund", "--user", "admin"}).errors.find("ingen värd"),
+              std::string::npos);
+}
+
+TEST_F(ConnectionTest, AServiceThatFailsEndsItWithTheStatusOfItsFault) {
+    using simulator::Faults;
+    const auto close = [](QTcpSocket& socket, const Comrecord&, const std::string&) {
+        socket.abort();
+    };
+    struct Case {
+        const char* name;
+        Faults faults;
+        QStringList arguments;
+        int status;
+    };
+    const Case cases[] = {
+        {"refuses the login", {.result = 2}, {"hosts"}, 4},
+        {"does not answer the login", {.never_reply = true}, {"hosts"}, 3},
+        {"refuses a list", {.result = 2, .only_class = ObjectClass::Host}, {"hosts"}, 5},
+        {"fails a list", {.result = -1, .only_class = ObjectClass::Host}, {"hosts"}, 5},
+        {"does not answer", {.never_reply = true, .only_class = ObjectClass::Host}, {"hosts"}, 3},
+        {"does not tell its status",
+         {.never_reply = true, .only_class = ObjectClass::UucpStatus},
+         {"status"},
+         3},
+        {"refuses its status", {.result = 2, .only_class = ObjectClass::UucpStatus}, {"status"}, 5},
+        {"closes", {.deliver = close, .only_class = ObjectClass::OutboxMail}, {"outbox"}, 3},
+        {"refuses the settings",
+         {.result = 2, .only_class = ObjectClass::Settings, .only_operation = Operation::Save},
+         {"settings", "set", "mail_logging=no"},
+         5},
+        {"does not delete a host",
+         {.result = 7, .only_class = ObjectClass::Host, .only_operation = Operation::Delete},
+         {"hosts", "delete", "Stockholm"},
+         5},
+        {"refuses a transport",
+         {.result = 2, .only_class = ObjectClass::UucpCommand},
+         {"transport", "start", "--wait"},
+         5},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.name);
+        setFaults(each.faults);
+        const Result result = run(QStringList{"--timeout", "0.2"} + each.arguments);
+        EXPECT_EQ(result.status, each.status) << result.errors;
+        EXPECT_EQ(result.output, "");
+        EXPECT_NE(result.errors, "");
+    }
+}
+
+TEST_F(ConnectionTest, WithoutAServiceThereIsNoConnection) {
+    {
+        QTcpServer closed;
+        closed.listen(QHostAddress::LocalHost);
+        port = closed.serverPort();
+    }
+    const Result refused = run({"status"});
+    EXPECT_EQ(refused.status, 3);
+    EXPECT_NE(refused.errors.find("10061"), std::string::npos) << refused.errors;
+    EXPECT_EQ(run({"status", "--host", "no.such.host.invalid"}).status, 3);
+}
+
+} // namespace
+} // namespace tollwick::ctl
