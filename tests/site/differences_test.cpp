@@ -3,6 +3,7 @@
 #include "site/differences.h"
 #include "wire/scramble.h"
 
+#include <QStringList>
 #include <gtest/gtest.h>
 
 namespace tollwick {
