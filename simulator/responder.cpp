@@ -164,9 +164,9 @@ Comrecord Responder::reply(const Comrecord& request, Session& session) {
 
 Comrecord Responder::authenticate(const Comrecord& request, Session& session) {
     const auto login = recordOf<LoginRecord>(request);
-    session.is_authenticated = site_.login &&
-        site_.login->accepts(QString::fromStdString(login.user_id.text()),
-                                                   QString::fromStdString(login.password.text()));
+    session.is_authenticated =
+        site_.login && site_.login->accepts(QString::fromStdString(login.user_id.text()),
+                                            QString::fromStdString(login.password.text()));
     return answer(result::Done, session.is_authenticated ? kAccepted : kRejected);
 }
 

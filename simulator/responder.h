@@ -1,8 +1,8 @@
 // Answers requests from a site: one request in, one reply out. Knows no socket.
 #pragma once
 
-#include "site/site.h"
 #include "simulator/transport.h"
+#include "site/site.h"
 
 #include <deque>
 #include <functional>

@@ -174,9 +174,8 @@ void check(const SaveCase& test) {
     stored.display_name = "As stored";
     std::vector<Acts> answers;
     for (const int result : test.results)
-        answers.push_back(test.state == 0 && result == 1
-                              ? answer(script::recordWith(stored))
-                              : answer(result));
+        answers.push_back(test.state == 0 && result == 1 ? answer(script::recordWith(stored))
+                                                         : answer(result));
     const ScriptedPeer peer(answers);
     Console console(peer);
     AnsweringPrompter prompter;
