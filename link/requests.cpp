@@ -3,10 +3,9 @@
 #include "base/run_time_error.h"
 #include "base/text.h"
 #include "link/request_catalogue.h"
+#include "link/request_scope.h"
 #include "wire/comrecord_moves.h"
 
-#include <limits>
-#include <optional>
 #include <utility>
 
 namespace tollwick {
@@ -16,12 +15,6 @@ namespace {
 // A failed save of a host is told in English in every language: wanted.
 constexpr std::string_view kFailSaveHost =
     "Unable to transmit data to the Tollwick Service!\r\nThe connection is terminated!";
-
-// A list that grows past these is taken for one without an end, and counts as a failed request.
-constexpr std::size_t kMostNames = 10'000;
-constexpr std::size_t kMostMails = 1'000'000;
-constexpr std::size_t kMostSchedules = 10'000;
-constexpr std::size_t kMostHosts = 100'000;
 
 bool isFailure(Integer reply) {
     return reply == result::Refused || reply == result::NoReply;
@@ -36,45 +29,7 @@ Comrecord headerOf(const RequestRow& row) {
     return record;
 }
 
-// The number behind `number`; after the largest there is none, and the service says so itself.
-Long nextNumber(Long number) {
-    return number == std::numeric_limits<Long>::max() ? number : number + 1;
-}
-
 } // namespace
-
-// Counts a request as running, its failure box included.
-class Requests::Scope {
-public:
-    explicit Scope(Requests& requests) : depth_(requests.depth_) { ++depth_; }
-    ~Scope() { --depth_; }
-    Scope(const Scope&) = delete;
-    Scope& operator=(const Scope&) = delete;
-
-private:
-    int& depth_;
-};
-
-// The same for a request that is waited for: input is locked and the hourglass is up from its first
-// moment to its last.
-class Requests::Waiting {
-public:
-    explicit Waiting(Requests& requests)
-        : requests_(requests), scope_(requests), busy_(requests.progress_),
-          locked_(requests.link_.inputLock()) {}
-    ~Waiting() {
-        if (requests_.depth_ == 1 && std::exchange(requests_.is_status_shown_, false))
-            requests_.showIdle();
-    }
-    Waiting(const Waiting&) = delete;
-    Waiting& operator=(const Waiting&) = delete;
-
-private:
-    Requests& requests_;
-    Scope scope_;
-    BusyPointer busy_;
-    LockedInput locked_;
-};
 
 Requests::Requests(ServiceLink& link, ServiceData& data, const StringTable& texts,
                    Prompter& prompter, Progress& progress)
@@ -109,11 +64,6 @@ void Requests::showIdle() {
     }
 }
 
-Integer Requests::endOfList() {
-    progress_.setCount({});
-    return kFalse;
-}
-
 Integer Requests::fail(const RequestRow& row) {
     progress_.setCount({});
     if (!is_failure_told_) {
@@ -127,73 +77,6 @@ Integer Requests::fail(const RequestRow& row) {
 Integer Requests::exchangeOrFail(const RequestRow& row) {
     const Integer reply = exchange();
     return isFailure(reply) ? fail(row) : reply;
-}
-
-template <class Record>
-Integer Requests::getNumberedList(const RequestRow& row, std::vector<Record>& list) {
-    constexpr bool is_schedule = std::is_same_v<Record, ScheduleRecord>;
-    constexpr std::size_t most = is_schedule ? kMostSchedules : kMostHosts;
-    const Waiting waiting(*this);
-    list.clear();
-    Comrecord& record = begin(row);
-    record.RecordNumber = 1;
-    std::optional<Long> last;
-    while (list.size() <= most) {
-        progress_.setCount(WorkCount{list.size(), {}});
-        const Integer reply = exchange();
-        if (reply == result::EndOfList)
-            return endOfList();
-        if (reply != result::Done)
-            return fail(row);
-        Record received;
-        unpackRecord(record, received);
-        // Schedules follow the number that the record itself carries, from a cleared record; hosts
-        // the number in the reply's header, with the last host still in the data block. Wanted.
-        Long number = record.RecordNumber;
-        if constexpr (is_schedule) {
-            number = received.record_number;
-            record = EmptyComrecord;
-        }
-        // A service that has come back to a record which it sent before has no other.
-        if (last && number <= *last)
-            return endOfList();
-        last = number;
-        if (list.size() == most)
-            break;
-        list.push_back(std::move(received));
-        record.Operation = static_cast<Integer>(row.operation);
-        record.ObjectClass = static_cast<Integer>(row.object_class);
-        record.RecordNumber = nextNumber(number);
-    }
-    return fail(row);
-}
-
-template <class Take>
-Integer Requests::getList(const RequestRow& row, std::size_t most, Take&& take) {
-    const Waiting waiting(*this);
-    Comrecord& record = begin(row);
-    for (std::size_t count = 0; count <= most;) {
-        progress_.setCount(WorkCount{count, {}});
-        const Integer reply = exchange();
-        if (reply == result::EndOfList)
-            return endOfList();
-        if (reply != result::Done)
-            return fail(row);
-        if (count++ < most)
-            take(record);
-        record = EmptyComrecord;
-        record.Operation = static_cast<Integer>(Operation::GetNext);
-        record.ObjectClass = static_cast<Integer>(row.object_class);
-    }
-    return fail(row);
-}
-
-Integer Requests::getNames(const RequestRow& row, MoveName move, std::vector<std::string>& names) {
-    return getList(row, kMostNames, [&](const Comrecord& record) {
-        NameListRecord entry;
-        move(record, entry);
-        names.push_back(entry.name.text());
-    });
 }
 
 Long Requests::txAuthenticate() {
@@ -249,10 +132,6 @@ Integer Requests::txSaveSettings() {
     }
 }
 
-Integer Requests::txGetAllSchedules() {
-    return getNumberedList(catalogue::GetAllSchedules, data_.schedules);
-}
-
 Integer Requests::txSaveSchedule(bool is_new) {
     const Waiting waiting(*this);
     const RequestRow& row = is_new ? catalogue::AddSchedule : catalogue::SaveSchedule;
@@ -276,10 +155,6 @@ Integer Requests::txDeleteSchedule(Long record_number) {
     MoveSchedulerecordToComrecord(data_.current_schedule, begin(row));
     link_.comrecord.RecordNumber = record_number;
     return exchange() == result::Done ? kFalse : fail(row);
-}
-
-Integer Requests::txGetAllHosts() {
-    return getNumberedList(catalogue::GetAllHosts, data_.hosts);
 }
 
 Integer Requests::txSaveHost(bool is_new) {
@@ -312,17 +187,6 @@ Integer Requests::txDeleteHostDirectory(const std::string& directory) {
     const std::string bytes = toAnsi(trimmed(directory));
     bytes.copy(record.ComrecordData.data(), record.ComrecordData.size());
     return exchangeOrFail(catalogue::DeleteHostDirectory) == kTrue ? kTrue : kFalse;
-}
-
-Integer Requests::txGetAllOutbox() {
-    // Windows go on showing the old mails until the new ones are there.
-    std::vector<OutboxRecord> outbox;
-    const Integer failed =
-        getList(catalogue::GetAllOutbox, kMostMails, [&](const Comrecord& record) {
-            MoveComrecordToOutboxrecord(record, outbox.emplace_back());
-        });
-    data_.outbox = std::move(outbox);
-    return failed;
 }
 
 Integer Requests::txDeleteOutboxMail(const OutboxRecord& mail, bool& removed) {
@@ -369,22 +233,6 @@ Integer Requests::txSendUucpCommand() {
         return static_cast<Integer>(link_.comrecord.RecordNumber);
     fail(catalogue::SendUucpCommand);
     return reply;
-}
-
-Integer Requests::txGetAllTapiLocations(std::vector<std::string>& names) {
-    return getNames(catalogue::GetAllTapiLocations, MoveComrecordToTapiLocationrecord, names);
-}
-
-Integer Requests::txGetAllTapiDevices(std::vector<std::string>& names) {
-    return getNames(catalogue::GetAllTapiDevices, MoveComrecordToTapiDevicerecord, names);
-}
-
-Integer Requests::txGetAllRasEntries(std::vector<std::string>& names) {
-    return getNames(catalogue::GetAllRasEntries, MoveComrecordToRasEntryrecord, names);
-}
-
-Integer Requests::txGetAllScriptFile(std::vector<std::string>& names) {
-    return getNames(catalogue::GetAllScriptFile, MoveComrecordToScriptlistRecord, names);
 }
 
 Integer Requests::txGetScript(const std::string& file_name, Script& received) {
