@@ -64,7 +64,7 @@ Placed readPlaced(const std::string& list) {
 void writePlaced(const std::string& list, const Placed& placed) {
     std::string lines;
     for (const auto& [name, print] : placed)
-        lines += name + ' ' + print + '\n';
+        lines.append(name).append(1, ' ').append(print).append(1, '\n');
     replaceFile(toPath(list), lines);
 }
 
