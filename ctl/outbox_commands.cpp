@@ -37,6 +37,7 @@ ExitStatus listOutbox(Session& session, const Arguments&) {
         return ExitStatus::Done;
     }
     std::vector<Row> rows;
+    rows.reserve(outbox.size());
     for (const OutboxRecord& mail : outbox)
         rows.push_back({mail.recipient.text(), mail.node.text(), groupedNumber(mail.size) + " kB",
                         mail.file_name.text()});

@@ -16,7 +16,7 @@ namespace tollwick::ctl {
 
 class Session {
 public:
-    Session(const StringTable& texts, Messages& messages, Settings& settings,
+    Session(const StringTable& string_table, Messages& told, Settings& settings,
             const CommonOptions& common);
 
     // Has the password ready, from where the user has put it; to be called before anything else is

@@ -59,9 +59,9 @@ Problem scheduleProblem(const Site& site, const StringTable& texts) {
 } // namespace
 
 std::optional<std::string> siteProblem(const Site& site, const StringTable& texts) {
-    if (const Problem problem = scriptProblem(site, texts))
+    if (Problem problem = scriptProblem(site, texts))
         return problem;
-    if (const Problem problem = nameProblem(site, texts))
+    if (Problem problem = nameProblem(site, texts))
         return problem;
     if (!fitsBlock(site.settings))
         return "settings: " + std::string(texts(Text::SettingTooLarge));
