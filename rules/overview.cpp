@@ -90,7 +90,7 @@ private:
     }
 
     [[nodiscard]] std::string text(Text id) const { return std::string(texts_(id)); }
-    [[nodiscard]] std::string orNone(std::string found) const {
+    [[nodiscard]] std::string orNone(const std::string& found) const {
         return found.empty() ? text(Text::OverviewNone) : found;
     }
     [[nodiscard]] std::string yesOrNo(bool yes) const {

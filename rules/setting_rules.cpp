@@ -79,7 +79,7 @@ const AddressRule* findAddressRule(std::string_view key) {
 }
 
 std::optional<SettingProblem> textProblem(const SettingRow& row, const std::string& text,
-                                          SettingsRecord settings) {
+                                          const SettingsRecord& settings) {
     const auto* place = std::get_if<TextSetting>(&row.place);
     if (!place)
         return {};
@@ -88,8 +88,9 @@ std::optional<SettingProblem> textProblem(const SettingRow& row, const std::stri
         return SettingProblem{rule->invalid};
     if (isCommand(row) && ContainsAnyChar(text, kCommandCharacters))
         return SettingProblem{{Text::CommandInvalid, BoxIcon::Critical}, kCommandCharactersShown};
-    settings.*place->value = text;
-    if (!fitsBlock(settings))
+    SettingsRecord changed = settings;
+    changed.*place->value = text;
+    if (!fitsBlock(changed))
         return SettingProblem{{Text::SettingTooLarge, BoxIcon::Critical}};
     return {};
 }

@@ -66,7 +66,7 @@ struct SettingProblem {
 // The first problem that the settings would have with this text in place of the row's. Throws
 // RunTimeError 6 when a part of an IP number exceeds 16 bits.
 std::optional<SettingProblem> textProblem(const SettingRow& row, const std::string& text,
-                                          SettingsRecord settings);
+                                          const SettingsRecord& settings);
 
 // The same for what the settings hold in the row, a port included.
 std::optional<SettingProblem> settingProblem(const SettingRow& row, const SettingsRecord& settings);

@@ -7,7 +7,7 @@
 
 namespace tollwick {
 
-void filterInput(QLineEdit* edit, InputFilter filter) {
+void filterInput(QLineEdit* edit, const InputFilter& filter) {
     QObject::connect(edit, &QLineEdit::textEdited, edit, [=] {
         const QString text = edit->text(); // another filter may have been here
         const QString kept = filter(text, true);
@@ -19,7 +19,7 @@ void filterInput(QLineEdit* edit, InputFilter filter) {
     });
 }
 
-void filterInput(QPlainTextEdit* edit, InputFilter filter) {
+void filterInput(QPlainTextEdit* edit, const InputFilter& filter) {
     QObject::connect(edit, &QPlainTextEdit::textChanged, edit, [=] {
         for (QTextBlock block = edit->document()->begin(); block.isValid(); block = block.next()) {
             const QString text = block.text();

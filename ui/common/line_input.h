@@ -15,9 +15,9 @@ namespace tollwick {
 using InputFilter = std::function<QString(const QString& text, bool is_whole)>;
 
 // Has each text that the user enters go through the filter.
-void filterInput(QLineEdit* edit, InputFilter filter);
+void filterInput(QLineEdit* edit, const InputFilter& filter);
 // The same for an editor; what is left out can be undone together with the rest.
-void filterInput(QPlainTextEdit* edit, InputFilter filter);
+void filterInput(QPlainTextEdit* edit, const InputFilter& filter);
 
 // Keeps line breaks out of all lines of the dialog.
 void keepLineBreaksOut(QWidget* dialog);
