@@ -1,7 +1,6 @@
 // A whole session over a socket, with a service whose replies the fuzzer chooses.
 #include "link/login_sequence.h"
 #include "tests/fuzz/fuzz.h"
-#include "tests/support/test_log.h"
 #include "wire/scramble.h"
 
 #include <QCoreApplication>
@@ -70,7 +69,6 @@ void fuzz(Input& input) {
     static int no_arguments = 0;
     static const QCoreApplication application(no_arguments, nullptr);
     SilentPrompter prompter;
-    TestLog log;
     const StringTable texts(kEnglish);
     ServiceData data;
     Peer peer(input);
@@ -80,10 +78,11 @@ void fuzz(Input& input) {
         "127.0.0.1", std::to_string(peer.server.serverPort()), {}, 30, {}};
     ServiceContext context{texts, prompter, peer, peer.link, data, requests};
     data.user_id = input.text();
-    LoginSequence(context, connection, log.writer).run();
+    LoginSequence(context, connection).run();
     check(prompter.boxes <= 1);
 
     bool flag = false;
+    Requests::Script script;
     int awaited = 0;
     std::vector<std::string> names;
     const std::function<Integer()> kinds[] = {
@@ -96,7 +95,7 @@ void fuzz(Input& input) {
         [&] { return requests.txDeleteOutboxMail(OutboxRecord(), flag); },
         [&] { return requests.txSendUucpCommand(), peer.link.isOpen() ? kFalse : kTrue; },
         [&] { return requests.txGetAllTapiLocations(names); },
-        [&] { return requests.txGetScript(input.text(), flag); },
+        [&] { return requests.txGetScript(input.text(), script); },
         [&] { return requests.txSaveScript("a", input.text()); },
         [&] { return requests.RetrieveAll(); },
         [&] { return ++awaited, requests.txGetUucpStatus([&](int) { --awaited; }), kFalse; }};
