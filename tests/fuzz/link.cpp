@@ -30,7 +30,8 @@ void packEach(const Comrecord& record) {
 
 void checkRecord(const Comrecord& record, const std::string& line, const std::string& key) {
     std::string plain = unscramble(key, line).substr(0, kComrecordSize);
-    plain.resize(withoutTrailingBlanks(plain).size());
+    if (plain.size() <= kComrecordSize - kDataBlockSize)
+        plain.resize(withoutTrailingNuls(plain).size());
     const std::string sent = encodeLine(record, key, 255);
     check(sent == scramble(key, plain, 255).append(kLineEnd) && sent.size() <= kMaxLineSize);
     packEach<ScheduleRecord, HostRecord, SettingsRecord, OutboxRecord, UucpStatusRecord,

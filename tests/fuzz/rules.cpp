@@ -30,11 +30,13 @@ void editHost(Input& input) {
     const std::string number = input.text();
     HostRecord stored;
     readFrom(input.rest, stored);
-    stored.state = kTrue; // the passwords of a new host are scrambled anew each time
-    const auto storeAsShown = [&]() noexcept { storeEntry(entryOf(stored), true, stored); };
-    storeAsShown();
+    storeEntry(entryOf(stored), true, stored);
     const HostRecord once = stored;
-    storeAsShown();
+    storeEntry(entryOf(stored), true, stored);
+    check(entryOf(stored).password == entryOf(once).password);
+    for (const auto password : {&HostRecord::password, &HostRecord::uucp_password})
+        stored.*password = once.*password; // scrambled anew each time
+    stored.ras_password = once.ras_password;
     check(stored == once); // the defaults come in only the first time
 
     HostEntry entry = entryOf(stored);
