@@ -276,6 +276,12 @@ private:
                    qobject_cast<QMessageBox*>(box)->button(QMessageBox::Yes)->click();
                });
         take("deleted");
+        window_->list()->selectAll();
+        during([&] { actions_->DeleteMenu->trigger(); },
+               [&](QWidget* box) {
+                   take("delete-many-question");
+                   qobject_cast<QMessageBox*>(box)->button(QMessageBox::No)->click();
+               });
         window_->list()->sortByColumn(2, Qt::DescendingOrder);
         window_->findChild<QAction*>("FilterRows")->trigger();
         window_->findChild<QLineEdit*>("ListFilter")->setText("sthlm");
