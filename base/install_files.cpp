@@ -7,10 +7,12 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <span>
 #include <sstream>
+#include <thread>
 #include <vector>
 
 namespace tollwick {
@@ -166,12 +168,16 @@ void placeHelpFiles(std::string_view install_folder) {
             std::error_code error;
             const std::filesystem::path from = toPath(joinPath(install_folder, help.name));
             const std::filesystem::path to = toPath(joinPath(install_folder, help.to));
-            if (!std::filesystem::exists(from, error))
-                continue;
-            std::filesystem::rename(from, to, error);
-            // Another console that starts may have moved it just now.
-            if (error && error != std::errc::no_such_file_or_directory)
-                throw std::filesystem::filesystem_error("help", from, to, error);
+            // Another console that starts may be moving the file: that is refused for a moment, and
+            // then the file is gone.
+            for (int attempts = 10; attempts >= 0 && std::filesystem::exists(from, error);
+                 --attempts) {
+                std::filesystem::rename(from, to, error);
+                if (error && attempts == 0)
+                    throw std::filesystem::filesystem_error("help", from, to, error);
+                if (error)
+                    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+            }
         }
 }
 
