@@ -16,6 +16,10 @@ double comparableTime(std::string_view time) {
     return numericValue(std::string(time.substr(0, 2)).append(minutes));
 }
 
+bool fitsRecord(std::string_view time) {
+    return withoutTrailingBlanks(time).size() <= decltype(ScheduleRecord::at_time)::width;
+}
+
 } // namespace
 
 bool ValidTime(std::string& text, Text& problem) {
@@ -77,8 +81,8 @@ std::optional<ScheduleProblem> checkSchedule(ScheduleEntry& entry,
     }
     const auto checkTime = [](std::string& time,
                               ScheduleField field) -> std::optional<ScheduleProblem> {
-        Text problem{};
-        if (ValidTime(time, problem))
+        Text problem = Text::TimeInvalid; // of a valid time, too, that the record would cut
+        if (ValidTime(time, problem) && fitsRecord(time))
             return {};
         return ScheduleProblem{problem, field, false};
     };

@@ -66,6 +66,8 @@ TEST(ScheduleRules, TheFirstProblemOfAnEntryIsFound) {
         // Checked for a timed one, too, and before its one time.
         {timed("1230", "5"), {{T::DelayExceedsInterval, F::Delay, true}}},
         {timed("1230"), {{T::TimeColonMissing, F::Timed, false}}}, {timed("12:30"), {}},
+        // What the record would cut.
+        {timed("8:005"), {{T::TimeInvalid, F::Timed, false}}}, {timed("08:30 "), {}},
         {interval(0, "0", "24:00", "x"), {{T::TimeInvalid, F::BetweenFirst, false}}},
         {interval(0, "0", "08:00", "17"), {{T::TimeColonMissing, F::BetweenSecond, false}}},
         // The period, from the times as they are completed.
