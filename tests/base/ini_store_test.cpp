@@ -1,11 +1,14 @@
 #include "base/ini_store.h"
 #include "base/platform_folders.h"
-#include "tests/support/kill_while_writing.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdlib>
+#include <random>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace tollwick {
 namespace {
@@ -116,18 +119,30 @@ TEST_F(IniStoreTest, LeavesAloneWhatItCannotReplace) {
     EXPECT_FALSE(below_a_file.write("Tollwick", "General", "Name", "new"));
 }
 
+// A process of its own writes without an end, and is killed at a random moment, again and again.
 TEST_F(IniStoreTest, AKillAtAnyMomentLeavesTheOldSettingsOrTheNew) {
     set("General", "Kept", "as it was");
     // Long enough for a write that takes several steps.
     const auto value = [](int round) {
         return std::string(20'000, static_cast<char>('a' + round % 26));
     };
-    killWhileWriting([&](int round) { set("General", "Long", value(round)); },
-                     [&] {
-                         ASSERT_EQ(get("General", "Kept"), "as it was");
-                         const std::string found = get("General", "Long");
-                         ASSERT_EQ(found, value(found[0] - 'a'));
-                     });
+    std::minstd_rand random(20261123);
+    std::uniform_int_distribution<useconds_t> moment(200, 8'000); // microseconds
+    for (int kill_number = 0; kill_number < 200; ++kill_number) {
+        set("General", "Long", value(kill_number));
+        const pid_t writer = fork();
+        ASSERT_GE(writer, 0);
+        for (int round = kill_number; writer == 0; ++round)
+            set("General", "Long", value(round));
+        usleep(moment(random));
+        kill(writer, SIGKILL);
+        int status = 0;
+        ASSERT_EQ(waitpid(writer, &status, 0), writer);
+        ASSERT_TRUE(WIFSIGNALED(status));
+        ASSERT_EQ(get("General", "Kept"), "as it was");
+        const std::string found = get("General", "Long");
+        ASSERT_EQ(found, value(found[0] - 'a'));
+    }
 }
 
 TEST(SettingsFiles, LieInTheFoldersOfTheDesktop) {

@@ -66,7 +66,12 @@ TEST_F(SiteCommandTest, ABackupRestoresWhateverHasChanged) {
     EXPECT_TRUE(differencesOf(load("changed.json"), site()).empty());
     const Result restored = run({"restore", "--delete", file("site.json")});
     EXPECT_EQ(restored.status, 0) << restored.errors;
-    EXPECT_EQ(restored.output, dry.output);
+    EXPECT_EQ(restored.output,
+              "Script malmo.scp: save\nScript fjall.scp: save\nHost Malmö huvudkontor: add\n"
+              "Host Göteborgs lager: change\nHost Stockholm: change\nHost Ny: remove\n"
+              "Schedule weekdays 07:30: add\nSchedule everyday 23:15: change\n"
+              "Schedule sunday 23:15: remove\nSettings: save\n");
+    EXPECT_EQ(dry.output, restored.output);
     EXPECT_EQ(run({"diff", file("site.json")}).status, 0);
     EXPECT_EQ(run({"restore", "--delete", file("site.json")}).output, "");
 }

@@ -13,20 +13,21 @@ using enum HostSaveOutcome;
 using script::Acts;
 using script::answer;
 
-// Keeps the boxes and answers every question alike.
+// Keeps the boxes and answers the questions.
 struct AnsweringPrompter : Prompter {
     void beep() override { shown.emplace_back("beep"); }
     void tell(BoxIcon icon, std::string_view text) override { keep(icon, text); }
     Answer ask(BoxIcon icon, std::string_view text, Answer default_button) override {
         keep(icon, text);
         shown.back() += default_button == Answer::Yes ? " [Yes]" : " [No]";
-        return answer;
+        return answers.at(std::min(asked++, answers.size() - 1));
     }
     void keep(BoxIcon icon, std::string_view text) {
         shown.push_back((icon == BoxIcon::Critical ? "critical: " : "exclamation: ") +
                         std::string(text));
     }
-    Answer answer = Answer::Yes;
+    std::vector<Answer> answers; // the last for all that follow
+    std::size_t asked = 0;
     Strings shown;
 };
 
@@ -47,14 +48,14 @@ std::string failed(const char* what) {
 }
 const std::string kNotTransmitted = failed("transmit data to");
 
-// The host before the save: stored, or new with the state 0.
+// The host before the save: new with the state 0, stored, or stored without a node name with 2.
 HostRecord loaded(Integer state) {
     HostRecord record;
     record.state = state;
     record.record_number = state == 0 ? 0 : 7;
     record.display_name = "Uppsala";
     record.mail_domain = "u.se";
-    record.remote_uucp_name = "ups";
+    record.remote_uucp_name = state == 2 ? "" : "ups";
     record.spool_directory = "updir";
     record.uucp_timeout = 12;
     record.unnamed_1958 = 4711;
@@ -74,10 +75,10 @@ HostRecord other(const char* name, const char* directory) {
 using Change = void (*)(HostEntry&);
 struct SaveCase {
     const char* name;
-    Integer state; // 0: a new host
+    Integer state; // of the host before
     Change change;
     HostRecord neighbour;
-    Answer answer;
+    std::vector<Answer> answers;
     std::optional<std::string> script_text;
     std::vector<int> results; // of the service, in order
 
@@ -100,8 +101,9 @@ void script(HostEntry& entry) {
 const std::string kScriptSent = "30/80 number 0 length 0 data 0500612e73637003006f6b0a";
 const std::string kRemoved = "40/100 number 0 length 0 data 7570646972";
 const HostRecord kStranger = other("x", "x");
-const Answer kYes = Answer::Yes;
-const Answer kNo = Answer::No;
+const std::vector<Answer> kYes = {Answer::Yes};
+const std::vector<Answer> kNo = {Answer::No};
+const std::vector<Answer> kYesNo = {Answer::Yes, Answer::No};
 
 // clang-format off
 const SaveCase kCases[] = {
@@ -127,6 +129,8 @@ const SaveCase kCases[] = {
     {"renamed, not removed", 1, rename, kStranger, kYes, {}, {3}, Stopped, {}, {kChanged, "beep", "critical: The service did not remove the old directory. The host has not been saved."}, {"Removing old hostdirectory...", "Ready"}, {kRemoved}, nullptr},
     {"renamed, link failed", 1, rename, kStranger, kYes, {}, {2}, LinkFailed, {}, {kChanged, "beep", failed("delete hostdirectory through")}, {"Removing old hostdirectory..."}, {kRemoved}, nullptr},
     {"renamed, directory of two", 1, rename, other("x", " UPDIR "), kYes, {}, {1}, Saved, {}, {kChanged}, {"Updating host...", "Ready"}, {}, "new"},
+    {"renamed, not shared", 1, [](HostEntry& e) { e.display_name = " New ", e.remote_uucp_name = "new"; }, other("new", "x"), kYesNo, {}, {1, 1}, Saved, {}, {kChanged, std::string(kShare) + " [Yes]"}, {"Removing old hostdirectory...", "Updating host...", "Ready"}, {kRemoved}, " New -new"},
+    {"renamed, nameless before", 2, rename, other("new", "x"), kNo, {}, {1}, Saved, {}, {}, {"Updating host...", "Ready"}, {}, "updir"},
     {"renamed, old name of two", 1, rename, other("ups", "x"), kNo, {}, {1}, Saved, {}, {}, {"Updating host...", "Ready"}, {}, "new"},
 };
 // clang-format on
@@ -179,7 +183,7 @@ void check(const SaveCase& test) {
     const ScriptedPeer peer(answers);
     Console console(peer);
     AnsweringPrompter prompter;
-    prompter.answer = test.answer;
+    prompter.answers = test.answers;
     Requests requests{console.link, console.data, console.texts, prompter, console.progress};
     ServiceContext context{console.texts, prompter,     console.progress,
                            console.link,  console.data, requests};
@@ -224,19 +228,6 @@ TEST(HostSaver, TellsAsksSendsAndStoresInItsOrder) {
     for (const SaveCase& test : kCases) {
         SCOPED_TRACE(test.name);
         check(test);
-    }
-}
-
-TEST(HostSaver, StoresTelephonyForAServiceThatOffersItOnly) {
-    for (const Single version : {3.5F, 4.0F}) {
-        const ScriptedPeer peer(std::vector<Acts>{answer(1)});
-        Console console(peer);
-        console.data.settings.service_version = version;
-        console.data.current_host = loaded(1);
-        HostEntry entry = entryOf(console.data.current_host);
-        entry.tapi_device = "Modem";
-        EXPECT_EQ(HostSaver(console.context).save(entry, {}).outcome, Saved);
-        EXPECT_EQ(console.data.current_host.tapi_device.text(), version < 4 ? "" : "Modem");
     }
 }
 

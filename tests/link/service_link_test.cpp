@@ -33,16 +33,6 @@ protected:
     ServiceLink& link = console.link;
 };
 
-TEST_F(ServiceLinkTest, TakesTheFirstOfTwoLinesInOneSegmentAndTheOtherAsTheNextArrival) {
-    const ScriptedPeer peer(
-        {Acts{script::send(line(script::record(1, 10)) + line(script::record(8, 11)))},
-         answer(9, 12)});
-    console.connectTo(peer);
-    EXPECT_EQ(ask(), "1 from 10");
-    EXPECT_TRUE(arrives(11));
-    EXPECT_EQ(ask(), "9 from 12"); // the other arrived before this request was sent
-}
-
 TEST_F(ServiceLinkTest, GoesOnWaitingAfterAReplyWithoutAResult) {
     const std::string none = line(script::record(0, 10));
     const std::string one = line(script::record(1, 11));
@@ -129,14 +119,6 @@ TEST_F(ServiceLinkTest, EndsTheWaitWhenTheLinkIsGone) {
             EXPECT_EQ(ask(), "1 from 11");
         }
     }
-}
-
-TEST_F(ServiceLinkTest, DeletesTheScratchFileOfAnOlderConsole) {
-    const ScriptedPeer peer(std::vector<Acts>{answer(1)});
-    console.connectTo(peer);
-    std::ofstream("@move@") << "old";
-    EXPECT_EQ(ask(), "1 from 0");
-    EXPECT_FALSE(std::filesystem::exists("@move@"));
 }
 
 // The monitor's poll, whose reply is not waited for.

@@ -37,16 +37,6 @@ protected:
     Session session;
 };
 
-TEST_F(ResponderTest, ServesNothingBeforeALogin) {
-    session = {};
-    site.login = sampleLogin();
-    EXPECT_EQ(resultOf(Get, Class::Settings), result::Refused);
-    EXPECT_EQ(ask(loginRequest("admin", "wrong")).RecordNumber, 0);
-    EXPECT_EQ(resultOf(Get, Class::Settings), result::Refused);
-    EXPECT_EQ(ask(loginRequest("admin", "tollwick")).RecordNumber, -1);
-    EXPECT_EQ(resultOf(Get, Class::Settings), result::Done);
-}
-
 TEST_F(ResponderTest, RefusesWhatItDoesNotKnow) {
     for (const int operation : {0, 50, -1, 32767})
         for (const int object_class : {0, 10, 110, 160, -1})

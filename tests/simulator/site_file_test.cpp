@@ -2,9 +2,6 @@
 #include "simulator/sample_site.h"
 #include "site/site_file.h"
 #include "tests/support/temporary_folder.h"
-#ifndef _WIN32
-#include "tests/support/kill_while_writing.h"
-#endif
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -146,25 +143,6 @@ TEST_F(SiteFileTest, TellsWhatIsWrongWhere) {
         EXPECT_EQ(folder.read("site.json"), text) << "is left untouched";
     }
 }
-
-#ifndef _WIN32
-TEST_F(SiteFileTest, AKillAtAnyMomentLeavesTheOldSiteOrTheNew) {
-    const std::filesystem::path path = folder / "site.json";
-    const Site sample = sampleSite();
-    killWhileWriting(
-        [&](int round) {
-            Site site = sample;
-            site.settings.admin_port = 1000 + round;
-            site.settings.smtp_forward_port = 1000 + round;
-            SiteFile(path).save(site);
-        },
-        [&] {
-            const Site site = SiteFile(path).load();
-            ASSERT_EQ(site.hosts, sample.hosts);
-            ASSERT_EQ(site.settings.admin_port, site.settings.smtp_forward_port);
-        });
-}
-#endif
 
 } // namespace
 } // namespace tollwick::simulator
