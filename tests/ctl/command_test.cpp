@@ -26,58 +26,31 @@ std::set<Kind> kindsOf(const std::vector<simulator::Request>& requests) {
 }
 
 TEST_F(CommandTest, ListsPutOutTheSiteFilesFormAndFetchNothingElse) {
+    using enum Operation;
+    using C = ObjectClass;
     const Site served = site();
-    struct Case {
+    QJsonArray names;
+    for (const ScriptRecord& script : served.scripts)
+        names.append(QJsonObject{{"file_name", QString::fromStdString(script.file_name.text())}});
+    const UucpStatusRecord status =
+        service.run([](simulator::Server& s) { return s.transport().status(); });
+    const struct {
         QStringList arguments;
         const char* key;
         QJsonValue value;
         std::set<Kind> kinds;
         const char* in_table;
-    };
-    using enum Operation;
-    using C = ObjectClass;
-    QJsonArray names;
-    for (const ScriptRecord& script : served.scripts)
-        names.append(QJsonObject{{"file_name", QString::fromStdString(script.file_name.text())}});
-    const Case cases[] = {
-        {{"status"},
-         "status",
-         recordJson(service.run([](simulator::Server& s) { return s.transport().status(); })),
-         {{Get, C::UucpStatus}},
-         "State:                   Idle\n"},
-        {{"settings"},
-         "settings",
-         recordJson(served.settings),
-         {{Get, C::Settings}},
-         "\nadmin_port                542\n"},
-        {{"schedules"},
-         "schedules",
-         recordsJson(served.schedules),
-         {{Get, C::Schedule}},
-         "3              weekdays  no     00:00    15min "},
-        {{"hosts"},
-         "hosts",
-         recordsJson(served.hosts),
-         {{Get, C::Host}},
-         "Göteborgs lager    lager.corvale.example  yes     dialup         gbglager\n"},
-        {{"hosts", "show", "VÄXJÖ tryckeri"},
-         "hosts",
-         QJsonArray{recordJson(served.hosts.back())},
-         {{Get, C::Host}},
-         "\nconnect_using                 tcpip\n"},
-        {{"outbox"},
-         "outbox",
-         recordsJson(served.outbox),
-         {{Get, C::OutboxMail}},
-         "åke.öberg@malmo.corvale.example   malmo     2 kB   D.corv0A18\n"},
+    } cases[] = {// clang-format off
+        {{"status"}, "status", recordJson(status), {{Get, C::UucpStatus}}, "State:                   Idle\n"},
+        {{"settings"}, "settings", recordJson(served.settings), {{Get, C::Settings}}, "\nadmin_port                542\n"},
+        {{"schedules"}, "schedules", recordsJson(served.schedules), {{Get, C::Schedule}}, "3              weekdays  no     00:00    15min "},
+        {{"hosts"}, "hosts", recordsJson(served.hosts), {{Get, C::Host}}, "Göteborgs lager    lager.corvale.example  yes     dialup         gbglager\n"},
+        {{"hosts", "show", "VÄXJÖ tryckeri"}, "hosts", QJsonArray{recordJson(served.hosts.back())}, {{Get, C::Host}}, "\nconnect_using                 tcpip\n"},
+        {{"outbox"}, "outbox", recordsJson(served.outbox), {{Get, C::OutboxMail}}, "åke.öberg@malmo.corvale.example   malmo     2 kB   D.corv0A18\n"},
         {{"scripts"}, "scripts", names, {{Get, C::ScriptFile}}, "malmo.scp\nfjall.scp\n"},
-        {{"scripts", "show", "MALMO"},
-         "scripts",
-         QJsonArray{recordJson(served.scripts.front())},
-         {{Get, C::ScriptFile}, {Get, C::Script}},
-         "\n"},
-    };
-    for (const Case& each : cases) {
+        {{"scripts", "show", "MALMO"}, "scripts", QJsonArray{recordJson(served.scripts.front())}, {{Get, C::ScriptFile}, {Get, C::Script}}, "\n"}};
+    // clang-format on
+    for (const auto& each : cases) {
         SCOPED_TRACE(each.arguments.join(' ').toStdString());
         service.run([](simulator::Server& server) { server.forgetRequests(); });
         const Result result = run(each.arguments + QStringList{"--json"});
@@ -99,69 +72,36 @@ TEST_F(CommandTest, ListsPutOutTheSiteFilesFormAndFetchNothingElse) {
 TEST_F(CommandTest, ChangesReachTheServiceAsTheDialogsWouldSendThem) {
     folder.write("secret", "hemligt\r\nnot this\n");
     folder.write("login.scp", "\xEF\xBB\xBFogin: \nord:\r\n");
-    struct Case {
-        QStringList arguments;
-        std::function<bool(const Site&)> is_so;
+    Site now;
+    const auto serves = [&now](const char* directory) {
+        return std::ranges::count(now.spool_directories, VarText(directory)) == 1;
     };
     const QString secret = "uucp_password=@" + file("secret");
-    const Case cases[] = {
-        {{"settings", "set", "mail_logging=no", "admin_port=600", "mail_log_period=90"},
-         [](const Site& s) {
-             return s.settings.mail_logging == kFalse && s.settings.admin_port == 600 &&
-                    s.settings.mail_log_period == 90;
-         }},
+    // What each asks for, and what becomes of what the service serves.
+    const std::pair<QStringList, std::function<bool(const Site&)>> cases[] = {
+        // clang-format off
+        {{"settings", "set", "mail_logging=no", "admin_port=600", "mail_log_period=90"}, [](const Site& s) { return s.settings.mail_logging == kFalse && s.settings.admin_port == 600 && s.settings.mail_log_period == 90; }},
         // One-digit minutes are filled up behind, as in the editor.
-        {{"schedules", "add", "day=Friday", "interval=15min", "between_first=8:5", "delay=4"},
-         [](const Site& s) {
-             const ScheduleRecord& added = s.schedules.back();
-             return added.day == 4 && added.timed == 0 && added.interval == 2 &&
-                    added.between_first.text() == "08:50" && added.delay == 4;
-         }},
-        {{"schedules", "change", "3", "day=0", "timed=yes"},
-         [](const Site& s) { return s.schedules[2].day == 0 && s.schedules[2].timed == 1; }},
-        {{"schedules", "delete", "1", "2", "1"},
-         [](const Site& s) { return s.schedules.front().record_number == 3; }},
-        {{"hosts", "add", "display_name=Kiruna gruva", "mail_domain=kiruna.example",
-          "remote_uucp_name=kiruna", "uucp_protocol=G", "packet_size=64", "active=yes", secret},
-         [](const Site& s) {
-             const HostRecord& added = s.hosts.back();
-             return added.display_name.text() == "Kiruna gruva" && added.uucp_protocol == 2 &&
-                    added.packet_size == 2 && added.active == kTrue && added.retry_time == 5 &&
-                    added.uucp_timeout == 12 && added.spool_directory.text() == "kiruna" &&
-                    entryOf(added).uucp_password == "hemligt";
-         }},
-        {{"hosts", "change", "stockholm", "connect_using=modem", "retry_time=0"},
-         [](const Site& s) { return s.hosts[2].connect_using == 0 && s.hosts[2].retry_time == 0; }},
-        {{"hosts", "change", "Stockholm", "remote_uucp_name=solna", "--yes"},
-         [](const Site& s) { return s.hosts[2].spool_directory.text() == "solna"; }},
-        {{"hosts", "delete", "växjö tryckeri"},
-         [](const Site& s) {
-             return s.hosts.size() == 5 &&
-                    std::ranges::find(s.spool_directories, VarText("vaxjo")) ==
-                        s.spool_directories.end();
-         }},
-        {{"hosts", "delete", "Göteborgs lager", "--keep-directory"},
-         [](const Site& s) {
-             return s.hosts.size() == 4 &&
-                    std::ranges::find(s.spool_directories, VarText("gbglager")) !=
-                        s.spool_directories.end();
-         }},
-        {{"outbox", "delete", "D.corv0A18", "D.corv0A17"},
-         [](const Site& s) { return s.outbox.size() == 10; }},
+        {{"schedules", "add", "day=Friday", "interval=15min", "between_first=8:5", "delay=4"}, [](const Site& s) { const auto& a = s.schedules.back(); return a.day == 4 && a.timed == 0 && a.interval == 2 && a.between_first.text() == "08:50" && a.delay == 4; }},
+        {{"schedules", "change", "3", "day=0", "timed=yes"}, [](const Site& s) { return s.schedules[2].day == 0 && s.schedules[2].timed == 1; }},
+        {{"schedules", "delete", "1", "2", "1"}, [](const Site& s) { return s.schedules.front().record_number == 3; }},
+        {{"hosts", "add", "display_name=Kiruna gruva", "mail_domain=kiruna.example", "remote_uucp_name=kiruna", "uucp_protocol=G", "packet_size=64", "active=yes", secret},
+         [](const Site& s) { const HostRecord& a = s.hosts.back(); return a.display_name.text() == "Kiruna gruva" && a.uucp_protocol == 2 && a.packet_size == 2 && a.active == kTrue && a.retry_time == 5 && a.uucp_timeout == 12 && a.spool_directory.text() == "kiruna" && entryOf(a).uucp_password == "hemligt"; }},
+        {{"hosts", "change", "stockholm", "connect_using=modem", "retry_time=0"}, [](const Site& s) { return s.hosts[2].connect_using == 0 && s.hosts[2].retry_time == 0; }},
+        {{"hosts", "change", "Stockholm", "remote_uucp_name=solna", "--yes"}, [](const Site& s) { return s.hosts[2].spool_directory.text() == "solna"; }},
+        {{"hosts", "delete", "växjö tryckeri"}, [&](const Site& s) { return s.hosts.size() == 5 && !serves("vaxjo"); }},
+        {{"hosts", "delete", "Göteborgs lager", "--keep-directory"}, [&](const Site& s) { return s.hosts.size() == 4 && serves("gbglager"); }},
+        {{"outbox", "delete", "D.corv0A18", "D.corv0A17"}, [](const Site& s) { return s.outbox.size() == 10; }},
         {{"outbox", "delete", "--all"}, [](const Site& s) { return s.outbox.empty(); }},
-        {{"scripts", "save", "kiruna", file("login.scp")},
-         [](const Site& s) {
-             return s.scripts.back().file_name.text() == "kiruna.scp" &&
-                    s.scripts.back().text.scriptText() == "ogin: \r\nord:\r\n";
-         }},
-        {{"login", "change", "karin", "--new-password-file", file("secret")},
-         [](const Site& s) { return s.login->accepts("karin", "hemligt"); }},
-    };
-    for (const Case& each : cases) {
-        SCOPED_TRACE(each.arguments.join(' ').toStdString());
-        const Result result = run(each.arguments);
+        {{"scripts", "save", "kiruna", file("login.scp")}, [](const Site& s) { return s.scripts.back().file_name.text() == "kiruna.scp" && s.scripts.back().text.scriptText() == "ogin: \r\nord:\r\n"; }},
+        {{"login", "change", "karin", "--new-password-file", file("secret")}, [](const Site& s) { return s.login->accepts("karin", "hemligt"); }}};
+    // clang-format on
+    for (const auto& [arguments, is_so] : cases) {
+        SCOPED_TRACE(arguments.join(' ').toStdString());
+        const Result result = run(arguments);
         EXPECT_EQ(result.status, 0) << result.errors;
-        EXPECT_TRUE(each.is_so(site()));
+        now = site();
+        EXPECT_TRUE(is_so(now));
     }
 }
 

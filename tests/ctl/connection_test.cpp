@@ -11,22 +11,19 @@ using ConnectionTest = ProgramTest;
 TEST_F(ConnectionTest, PasswordsComeFromAFileOrTheEnvironmentAndAWrongOneIsRefused) {
     folder.write("right", "tollwick\r\nmore\n");
     folder.write("wrong", "no\n");
-    struct Case {
+    const struct {
         QString environment;
         QStringList options;
         int status;
-    };
-    const Case cases[] = {
-        {"tollwick", {}, 0},
-        {"no", {}, 4},
-        {"", {}, 4},
-        {"no", {"--password-file", file("right")}, 0},
-        {"tollwick", {"--password-file", file("wrong")}, 4},
-        {"tollwick", {"--password-file", file("missing")}, 2},
-        {"tollwick", {"--user", "nobody"}, 4},
-        {{}, {}, 2}, // no terminal to ask on
-    };
-    for (const Case& each : cases) {
+    } cases[] = {{"tollwick", {}, 0},
+                 {"no", {}, 4},
+                 {"", {}, 4},
+                 {"no", {"--password-file", file("right")}, 0},
+                 {"tollwick", {"--password-file", file("wrong")}, 4},
+                 {"tollwick", {"--password-file", file("missing")}, 2},
+                 {"tollwick", {"--user", "nobody"}, 4},
+                 {{}, {}, 2}}; // no terminal to ask on
+    for (const auto& each : cases) {
         SCOPED_TRACE(each.environment.toStdString() + each.options.join(' ').toStdString());
         password = each.environment;
         const Result result = run(QStringList{"status"} + each.options);
@@ -53,38 +50,27 @@ TEST_F(ConnectionTest, AServiceThatFailsEndsItWithTheStatusOfItsFault) {
     const auto close = [](QTcpSocket& socket, const Comrecord&, const std::string&) {
         socket.abort();
     };
-    struct Case {
+    using C = ObjectClass;
+    using O = Operation;
+    const struct {
         const char* name;
         Faults faults;
         QStringList arguments;
         int status;
-    };
-    const Case cases[] = {
+    } cases[] = {// clang-format off
         {"refuses the login", {.result = 2}, {"hosts"}, 4},
         {"does not answer the login", {.never_reply = true}, {"hosts"}, 3},
-        {"refuses a list", {.result = 2, .only_class = ObjectClass::Host}, {"hosts"}, 5},
-        {"fails a list", {.result = -1, .only_class = ObjectClass::Host}, {"hosts"}, 5},
-        {"does not answer", {.never_reply = true, .only_class = ObjectClass::Host}, {"hosts"}, 3},
-        {"does not tell its status",
-         {.never_reply = true, .only_class = ObjectClass::UucpStatus},
-         {"status"},
-         3},
-        {"refuses its status", {.result = 2, .only_class = ObjectClass::UucpStatus}, {"status"}, 5},
-        {"closes", {.deliver = close, .only_class = ObjectClass::OutboxMail}, {"outbox"}, 3},
-        {"refuses the settings",
-         {.result = 2, .only_class = ObjectClass::Settings, .only_operation = Operation::Save},
-         {"settings", "set", "mail_logging=no"},
-         5},
-        {"does not delete a host",
-         {.result = 7, .only_class = ObjectClass::Host, .only_operation = Operation::Delete},
-         {"hosts", "delete", "Stockholm"},
-         5},
-        {"refuses a transport",
-         {.result = 2, .only_class = ObjectClass::UucpCommand},
-         {"transport", "start", "--wait"},
-         5},
-    };
-    for (const Case& each : cases) {
+        {"refuses a list", {.result = 2, .only_class = C::Host}, {"hosts"}, 5},
+        {"fails a list", {.result = -1, .only_class = C::Host}, {"hosts"}, 5},
+        {"does not answer", {.never_reply = true, .only_class = C::Host}, {"hosts"}, 3},
+        {"does not tell its status", {.never_reply = true, .only_class = C::UucpStatus}, {"status"}, 3},
+        {"refuses its status", {.result = 2, .only_class = C::UucpStatus}, {"status"}, 5},
+        {"closes", {.deliver = close, .only_class = C::OutboxMail}, {"outbox"}, 3},
+        {"refuses the settings", {.result = 2, .only_class = C::Settings, .only_operation = O::Save}, {"settings", "set", "mail_logging=no"}, 5},
+        {"does not delete a host", {.result = 7, .only_class = C::Host, .only_operation = O::Delete}, {"hosts", "delete", "Stockholm"}, 5},
+        {"refuses a transport", {.result = 2, .only_class = C::UucpCommand}, {"transport", "start", "--wait"}, 5}};
+    // clang-format on
+    for (const auto& each : cases) {
         SCOPED_TRACE(each.name);
         setFaults(each.faults);
         const Result result = run(QStringList{"--timeout", "0.2"} + each.arguments);
