@@ -33,44 +33,6 @@ protected:
     ServiceLink& link = console.link;
 };
 
-TEST_F(ServiceLinkTest, GoesOnWaitingAfterAReplyWithoutAResult) {
-    const std::string none = line(script::record(0, 10));
-    const std::string one = line(script::record(1, 11));
-    ScriptedPeer peer(
-        std::vector<Acts>{Acts{script::send(none), script::await, script::send(none + one)}});
-    console.connectTo(peer);
-    bool was_locked = false;
-    QTimer::singleShot(0, &link, [&] { // windows get their turn during the wait, without input
-        was_locked = link.isWaiting() && console.lock.depth == 1;
-        peer.release();
-    });
-    EXPECT_EQ(ask(), "1 from 11");
-    EXPECT_TRUE(was_locked);
-    EXPECT_FALSE(link.isWaiting());
-    EXPECT_EQ(console.lock.times, 1);
-    EXPECT_EQ(console.lock.depth, 0);
-}
-
-TEST_F(ServiceLinkTest, AReplyThatComesTooLateIsNotTakenForTheNext) {
-    ScriptedPeer peer(
-        std::vector<std::vector<Acts>>{{{script::send(ScriptedPeer::kKey), script::await,
-                                         script::send(line(script::record(8, 9)))},
-                                        {script::await, script::send(line(script::record(8, 10)))},
-                                        answer(1, 11)}});
-    console.connectTo(peer);
-    peer.release(); // data without a request is unpacked and forgotten
-    EXPECT_TRUE(arrives(9));
-    link.setComTimeout(kNoTime);
-    EXPECT_EQ(ask(), "-1 from 0");
-    EXPECT_TRUE(link.isOpen());
-    EXPECT_FALSE(link.hasFailed()); // waiting in vain is no error of the socket
-    EXPECT_EQ(link.lastErrorNumber(), 0);
-    link.setComTimeout(30);
-    peer.release();
-    EXPECT_TRUE(arrives(10));
-    EXPECT_EQ(ask(), "1 from 11");
-}
-
 TEST_F(ServiceLinkTest, WaitsForItsTimeOutOnlyAndPastMidnight) {
     ScriptedPeer peer({Acts{script::await, script::send(line(script::record(1)))}, {}});
     console.connectTo(peer);
@@ -96,20 +58,15 @@ TEST_F(ServiceLinkTest, WaitsForItsTimeOutOnlyAndPastMidnight) {
 
 TEST_F(ServiceLinkTest, EndsTheWaitWhenTheLinkIsGone) {
     EXPECT_EQ(ask(), "-1 from 0"); // never connected
-    const std::string half = line(script::record(1, 5)).substr(0, 9);
-    const Acts ends[] = {{script::endSending},
-                         {script::send(half), script::close},
-                         // Longer than any valid line.
-                         {script::send(std::string(kMaxLineSize, 'A')), script::send("A")}};
-    for (const Acts& end : ends) {
-        const ScriptedPeer peer(std::vector<Acts>{end});
+    {
+        const std::string half = line(script::record(1, 5)).substr(0, 9);
+        const ScriptedPeer peer(std::vector<Acts>{{script::send(half), script::close}});
         console.connectTo(peer);
         EXPECT_EQ(ask(), "-1 from 0");
         EXPECT_FALSE(link.isOpen());
         EXPECT_EQ(link.KeyReceived(), 0);
-        EXPECT_TRUE(waitUntil([&] { return peer.ended() == 1; }));
     }
-    // Nothing of the half lines is left on a new connection, and a reply counts when the service
+    // Nothing of the half line is left on a new connection, and a reply counts when the service
     // closes right behind it.
     for (const auto& end : {script::close, script::endSending}) {
         const ScriptedPeer peer(

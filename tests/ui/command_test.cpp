@@ -280,36 +280,18 @@ TEST_F(CommandTest, DialogsOpenInEveryWayAndACancelSendsNothing) {
     EXPECT_EQ(context().data.hosts, site().hosts);
 }
 
-TEST_F(CommandTest, ADialogWhoseConnectionIsLostSavesNothingAndCloses) {
-    const std::tuple<const char*, const char*, const char*, std::string> cases[] = {
-        {"smtpforward", "PropertiesMenu", "10.0.0.1\n", unable("transfer new settings to")},
-        {"schedule", "AddMenu", "\t\t\t8:8\t9:9\n", unable("transmit data to")}};
-    for (const auto& [node, command, keys, message] : cases) {
-        logIn();
-        select(node, 0);
-        stopTimer();
-        const std::vector<ScheduleRecord> schedules = context().data.schedules;
-        inDialog(command, [&](QDialog&) {
-            loseConnection();
-            EXPECT_TRUE(waitUntil([this] { return !context().link.isOpen(); }));
-            boxes.expectBox(kCritical, message);
-            type(keys);
-        });
-        EXPECT_TRUE(boxes.done());
-        EXPECT_EQ(context().data.schedules, schedules);
-        window().menuTimer()->start();
-        EXPECT_TRUE(isLoggedOut());
-    }
-    EXPECT_EQ(saves(), 0);
-}
-
 TEST_F(CommandTest, FollowConnectionNodeAndRow) {
-    // clang-format off
-    constexpr const char* kItems[] = {
-        "AddMenu", "DeleteMenu", "PropertiesMenu", "Toggmenu", "OpenMenu", "Refreshmenu",
-        "Cancelmenu", "toolbar_addschedule", "toolbar_adduucphost", "toolbar_delete",
-        "toolbar_properties"};
-    // clang-format on
+    constexpr const char* kItems[] = {"AddMenu",
+                                      "DeleteMenu",
+                                      "PropertiesMenu",
+                                      "Toggmenu",
+                                      "OpenMenu",
+                                      "Refreshmenu",
+                                      "Cancelmenu",
+                                      "toolbar_addschedule",
+                                      "toolbar_adduucphost",
+                                      "toolbar_delete",
+                                      "toolbar_properties"};
     const auto expectEnabled = [&](bool connected, std::string_view node_key, bool has_row) {
         tick();
         const EnableFlags flags = enableFlags({connected, node_key, has_row});

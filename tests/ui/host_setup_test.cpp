@@ -251,32 +251,5 @@ TEST_F(HostSetupTest, AFailedFetchLeavesADialogThatCannotSave) {
     EXPECT_EQ(saves(), 0);
 }
 
-TEST_F(HostSetupTest, AFailedSaveClosesTheDialog) {
-    // clang-format off
-    const std::tuple<ObjectClass, const char*, const char*> steps[] = {
-        {ObjectClass::Script,        "save script to",               "Saving script..."},
-        {ObjectClass::HostDirectory, "delete hostdirectory through", "Removing old hostdirectory..."},
-        {ObjectClass::Host,          "transmit data to",             "Updating host..."},
-        {ObjectClass::Host,          "transmit data to",             "Saving new host..."}};
-    // clang-format on
-    for (int step = 0; step < 4; ++step) {
-        const auto& [object_class, what, status] = steps[step];
-        SCOPED_TRACE(status);
-        restore();
-        logIn();
-        const std::vector<HostRecord> before = context().data.hosts;
-        inForm(step < 3 ? 0 : -1, [&] {
-            play("HostSetupNameTxt=New|MailDomainTxt=ny.example|RemoteHostNameTxt=lund");
-            if (step == 1 || step == 2)
-                boxes.expectQuestion(Text::RemoteHostChanged, kYes, {}, kCritical);
-            EXPECT_EQ(refused(object_class, what, [this] { play("OkButton"); }), status);
-        });
-        EXPECT_EQ(saves(), step % 3 + 1) << "nothing after the failure";
-        EXPECT_EQ(context().data.hosts, before);
-        EXPECT_FALSE(QApplication::overrideCursor());
-        EXPECT_TRUE(isLoggedOut());
-    }
-}
-
 } // namespace
 } // namespace tollwick
