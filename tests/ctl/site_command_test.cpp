@@ -8,6 +8,7 @@
 #include <QTcpSocket>
 
 #include <filesystem>
+#include <set>
 
 namespace tollwick::ctl {
 namespace {
@@ -15,6 +16,19 @@ namespace {
 class SiteCommandTest : public ProgramTest {
 protected:
     Site load(std::string_view name) { return SiteFile(folder / name).load(); }
+    // Every record of a site file, apart from its number and its place in the list.
+    std::multiset<std::string> recordsOf(std::string_view name) {
+        std::multiset<std::string> records;
+        const std::string json = folder.read(name);
+        for (const QJsonValue part :
+             QJsonDocument::fromJson(QByteArray::fromStdString(json)).object())
+            for (const QJsonValue& each : part.isArray() ? part.toArray() : QJsonArray{part}) {
+                QJsonObject record = each.toObject();
+                record.remove("record_number");
+                records.insert(QJsonDocument(record).toJson().toStdString());
+            }
+        return records;
+    }
     // Leaves nothing of the service's configuration as it was.
     void changeEverything() {
         service.run([](simulator::Server& server) {
@@ -74,6 +88,8 @@ TEST_F(SiteCommandTest, ABackupRestoresWhateverHasChanged) {
     EXPECT_EQ(dry.output, restored.output);
     EXPECT_EQ(run({"diff", file("site.json")}).status, 0);
     EXPECT_EQ(run({"restore", "--delete", file("site.json")}).output, "");
+    ASSERT_EQ(run({"backup", file("after.json")}).status, 0);
+    EXPECT_EQ(recordsOf("after.json"), recordsOf("site.json"));
 }
 
 TEST_F(SiteCommandTest, WhatTheFileLacksAndOtherPartsAreLeftAlone) {
