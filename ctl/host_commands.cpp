@@ -1,10 +1,10 @@
 // Hosts, by the rules of their dialog.
 #include "base/text.h"
-#include "base/utf8.h"
 #include "ctl/field_arguments.h"
 #include "ctl/records.h"
 #include "link/host_saver.h"
 #include "link/removal.h"
+#include "site/differences.h"
 
 #include <algorithm>
 
@@ -20,14 +20,6 @@ ExitStatus fetchHosts(Session& session) {
 ExitStatus fetchForSaving(Session& session) {
     const ExitStatus status = fetchHosts(session);
     return status == ExitStatus::Done ? session.statusOf(session.requests.txGetSettings()) : status;
-}
-
-const HostRecord* findHost(Session& session, const std::string& name) {
-    const std::vector<HostRecord>& hosts = session.context.data.hosts;
-    const auto found = std::find_if(hosts.begin(), hosts.end(), [&](const HostRecord& host) {
-        return toUpper(trimmed(host.display_name.text())) == toUpper(trimmed(name));
-    });
-    return found == hosts.end() ? nullptr : &*found;
 }
 
 void list(Session& session, std::span<const HostRecord> hosts) {
@@ -108,7 +100,7 @@ ExitStatus listHosts(Session& session, const Arguments&) {
 ExitStatus showHost(Session& session, const Arguments& arguments) {
     if (const auto status = fetchHosts(session); status != ExitStatus::Done)
         return status;
-    const HostRecord* host = findHost(session, arguments.words.front());
+    const HostRecord* host = findHost(session.context.data.hosts, arguments.words.front());
     if (!host)
         return session.notFound(Text::CtlNoHost, arguments.words.front());
     if (session.output.isJson())
@@ -137,7 +129,7 @@ ExitStatus changeHost(Session& session, const Arguments& arguments) {
         return status;
     if (const auto status = fetchForSaving(session); status != ExitStatus::Done)
         return status;
-    const HostRecord* host = findHost(session, arguments.words.front());
+    const HostRecord* host = findHost(session.context.data.hosts, arguments.words.front());
     if (!host)
         return session.notFound(Text::CtlNoHost, arguments.words.front());
     session.context.data.current_host = *host;
@@ -149,7 +141,7 @@ ExitStatus deleteHosts(Session& session, const Arguments& arguments) {
         return status;
     std::vector<HostRecord> wanted;
     for (const std::string& name : arguments.words) {
-        const HostRecord* host = findHost(session, name);
+        const HostRecord* host = findHost(session.context.data.hosts, name);
         if (!host)
             return session.notFound(Text::CtlNoHost, name);
         if (std::find(wanted.begin(), wanted.end(), *host) == wanted.end())

@@ -164,9 +164,12 @@ void Restorer::planSettings() {
         const Single version = present_.settings.service_version; // the service's own
         context_.data.settings = wanted_.settings;
         context_.data.settings.service_version = version;
-        if (hasFailed(context_.requests.txSaveSettings()))
+        const Integer answer = context_.requests.txSaveSettings();
+        if (hasFailed(answer))
             return RestoreOutcome::LinkFailed;
-        return context_.requests.wasDone() ? RestoreOutcome::Done : RestoreOutcome::Refused;
+        // The service stores them with either of its two further answers, too.
+        return answer > 0 || context_.requests.wasDone() ? RestoreOutcome::Done
+                                                         : RestoreOutcome::Refused;
     });
 }
 
