@@ -151,7 +151,9 @@ TEST_F(HelpWindowTest, ShowsATopicOrTheFirstOneOrThatThereIsNone) {
 }
 
 TEST_F(HelpWindowTest, ContentsIndexSearchAndLinksLeadToTopics) {
+    child<QLineEdit>(help, "HelpIndexFilter")->setText("password");
     ASSERT_TRUE(open("Tollwick.hlp"));
+    EXPECT_TRUE(child<QListWidget>(help, "HelpIndex")->item(0)->isHidden()) << "filtered anew";
     auto* contents = child<QTreeWidget>(help, "HelpContents");
     contents->setCurrentItem(contents->topLevelItem(0)->child(1));
     EXPECT_EQ(shown(), "First steps / Logging in");

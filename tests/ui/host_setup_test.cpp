@@ -74,7 +74,11 @@ TEST_F(HostSetupTest, AHostThatIsOnlyLookedAtStaysAsItIs) {
         HostRecord before = siteHost(row);
         if (row != 1) // "Do not use RAS" has no position
             before.ras_entry_position = -1;
-        inForm(row, "ScripFileNameTxt|OkButton");
+        inForm(row, [&] {
+            const std::string option = "ConnectUsingOption" + std::to_string(before.connect_using);
+            EXPECT_TRUE(control<QAbstractButton>(option.c_str())->isChecked()) << row;
+            play("ScripFileNameTxt|OkButton");
+        });
         for (const HostRecord& after : {siteHost(row), ownHost(row)})
             forEachField<HostRecord>([&](const auto& field) {
                 EXPECT_EQ(after.*field.member, before.*field.member) << row << field.name;
