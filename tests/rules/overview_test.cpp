@@ -34,11 +34,12 @@ ScheduleRecord every(Integer day, Integer interval, const char* first, const cha
 
 TEST(NextStart, IsTheEarliestWithinAWeek) {
     const auto minute = [](int hour, int minutes) { return hour * 60 + minutes; };
+    const auto day_long = every(kEveryDay, kTwoHours, "09:00", "21:00", 5);
     const struct {
         std::vector<ScheduleRecord> schedules;
         WeekTime now;
         std::optional<WeekTime> next;
-    } cases[] = {
+    } cases[] = {// clang-format off
         {{}, {0, 0}, {}},
         {{at(2, "07:30")}, {2, minute(7, 29)}, WeekTime{2, minute(7, 30)}},
         {{at(2, "07:30")}, {2, minute(7, 30)}, WeekTime{2, minute(7, 30)}}, // in a week
@@ -46,22 +47,14 @@ TEST(NextStart, IsTheEarliestWithinAWeek) {
         {{at(kWeekdays, "08:00")}, {4, minute(8, 0)}, WeekTime{0, minute(8, 0)}},
         {{at(kWeekends, "08:00")}, {4, minute(8, 0)}, WeekTime{5, minute(8, 0)}},
         {{at(kEveryDay, "00:00")}, {6, minute(23, 59)}, WeekTime{0, 0}},
-        {{every(kEveryDay, kTwoHours, "09:00", "21:00", 5)}, {3, 0}, WeekTime{3, minute(9, 5)}},
-        {{every(kEveryDay, kTwoHours, "09:00", "21:00", 5)},
-         {3, minute(9, 5)},
-         WeekTime{3, minute(11, 5)}},
-        {{every(kEveryDay, kTwoHours, "09:00", "21:00", 5)},
-         {3, minute(19, 5)},
-         WeekTime{4, minute(9, 5)}},
-        {{every(kEveryDay, kTwoHours, "09:00", "21:00")},
-         {3, minute(20, 59)},
-         WeekTime{3, minute(21, 0)}},
+        {{day_long}, {3, 0}, WeekTime{3, minute(9, 5)}},
+        {{day_long}, {3, minute(9, 5)}, WeekTime{3, minute(11, 5)}},
+        {{day_long}, {3, minute(19, 5)}, WeekTime{4, minute(9, 5)}},
+        {{every(kEveryDay, kTwoHours, "09:00", "21:00")}, {3, minute(20, 59)}, WeekTime{3, minute(21, 0)}},
         // A day, an interval and times that there are not.
         {{at(12, "08:00"), every(0, 10, "09:00", "21:00"), every(0, -1, "09:00", "21:00"),
-          at(0, "25:00"), every(0, 0, "", "21:00"), every(0, 0, "09:00", "")},
-         {0, 0},
-         {}},
-    };
+          at(0, "25:00"), every(0, 0, "", "21:00"), every(0, 0, "09:00", "")}, {0, 0}, {}}};
+    // clang-format on
     for (const auto& c : cases)
         EXPECT_EQ(nextStart(c.schedules, c.now), c.next) << &c - cases;
     EXPECT_EQ(weekTime({2026, 11, 23, 8, 30, 59, 0}), (WeekTime{0, minute(8, 30)}));

@@ -6,6 +6,7 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <limits>
 
 namespace tollwick {
 namespace {
@@ -15,8 +16,6 @@ constexpr Caption kCaptions[] = {{"EditCaption", Text::EditCaption}};
 constexpr int kFieldWidth = 260;
 constexpr int kAroundText = 20; // the field's frame and the cursor
 constexpr int kScreenMargin = 40;
-// Characters, far more than any record takes: what is too long is refused by who asked for it.
-constexpr int kMaxText = 1'000'000;
 
 } // namespace
 
@@ -29,7 +28,8 @@ EditForm::EditForm(ConsoleContext& context, QWidget* parent)
     label_->setBuddy(edit_);
     edit_->setObjectName("Edittext");
     edit_->setMinimumWidth(kFieldWidth);
-    edit_->setMaxLength(kMaxText);
+    // What is too long for its record is refused by who asked for it.
+    edit_->setMaxLength(std::numeric_limits<int>::max());
 
     auto* layout = new QGridLayout(this);
     layout->addWidget(icon_, 0, 0, 2, 1, Qt::AlignTop);
