@@ -89,11 +89,12 @@ public:
             if (!window || window == main_window || !window->isVisible())
                 continue;
             const QPixmap over = window->grab();
-            const QPoint place((picture.width() - over.width()) / 2,
-                               (picture.height() - over.height()) / 2);
-            painter.drawPixmap(place, over);
+            // Where the painter counts: in pixels of a screen that is not scaled.
+            QRectF place(QPointF(), over.deviceIndependentSize());
+            place.moveCenter(QRectF(QPointF(), picture.deviceIndependentSize()).center());
+            painter.drawPixmap(place.topLeft(), over);
             painter.setPen(QPen(QColor("#30404f"), 2));
-            painter.drawRect(QRect(place, over.size()));
+            painter.drawRect(place);
         }
         painter.end();
         const QString file = QStringLiteral("%1/%2-%3-%4.png")
