@@ -1,4 +1,4 @@
-// What differs between two sites, and the words that fields have.
+// What differs between two sites.
 #include "simulator/sample_site.h"
 #include "site/differences.h"
 #include "wire/scramble.h"
@@ -61,45 +61,6 @@ TEST(Differences, AreToldByNameAndFieldAndSecretsOnlyAsDiffering) {
                      "host|" + third + "||" + third + "|", "host|Annan|||Annan",
                      "script|malmo.scp|text|differs|differs", "script|fjall.scp||fjall.scp|",
                      "script|annan.scp|||annan.scp"}));
-}
-
-TEST(FieldText, TakesWordsNumbersAndTextsAndRefusesWhatDoesNotFit) {
-    HostRecord host;
-    ScheduleRecord schedule;
-    SettingsRecord settings;
-    for (const auto& [name, typed] : {std::pair{"connect_using", "TCPIP"},
-                                      {"uucp_protocol", "G"},
-                                      {"active", "yes"},
-                                      {"display_name", "Malmö"},
-                                      {"dial_timeout", "100000"}})
-        EXPECT_FALSE(setFieldText(host, name, typed)) << name;
-    for (const auto& [name, typed] :
-         {std::pair{"day", "Friday"}, {"interval", "2hours"}, {"timed", "yes"}})
-        EXPECT_FALSE(setFieldText(schedule, name, typed)) << name;
-    for (const auto& [name, typed] : {std::pair{"mail_logging", "no"}, {"admin_ip", "192.0.2.1"}})
-        EXPECT_FALSE(setFieldText(settings, name, typed)) << name;
-    EXPECT_EQ(host.connect_using, 2);
-    EXPECT_EQ(host.uucp_protocol, 2);
-    EXPECT_EQ(host.active, kTrue);
-    EXPECT_EQ(host.display_name.text(), "Malmö");
-    EXPECT_EQ(host.dial_timeout, 100'000);
-    EXPECT_EQ(schedule.day, 4);
-    EXPECT_EQ(schedule.interval, 6);
-    EXPECT_EQ(schedule.timed, 1);
-    EXPECT_EQ(fieldText("uucp_protocol", Integer{1}), "t");
-    EXPECT_EQ(fieldText("day", Integer{12}), "12");
-    EXPECT_EQ(fieldText("active", Integer{1}), "yes");
-    for (const auto& [name, typed] :
-         {std::pair{"connect_using", "radio"},
-          {"active", "7"},
-          {"packet_size", "100"},
-          {"no_such_field", "1"},
-          {"mail_limit", "40000"},
-          {"mail_limit", ""},
-          {"mail_limit", "1.5"},
-          {"display_name", "zażółć"},
-          {"ras_entry", "a name that is longer than thirty characters"}})
-        EXPECT_TRUE(setFieldText(host, name, typed)) << name << typed;
 }
 
 } // namespace

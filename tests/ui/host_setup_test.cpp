@@ -16,7 +16,7 @@ constexpr const char* kNewHost =
     "RetryTimeTxt=15|TimeoutTxt=100000|LoginNameTxt= gäst|PasswordTxt=kålrot 7|"
     "UucpLoginNameTxt=uskolan|UucpPasswordTxt=hemligt|LocalUUCPnameTxt=corvale|UucpProtocolLbx=2|"
     "UucpTimeoutTxt=20|PackSizeLbx=7|WindowsSizeLbx=3|ComPortLbx=15|ConnectSpeedLbx=5|"
-    "DataBitsLbx=1|StopBitsLbx=0|ParityLbx=2|InitializationStringTxt=AT&F1^M|chkUseTapi|"
+    "DataBitsLbx=1|StopBitsLbx=1|ParityLbx=2|InitializationStringTxt=AT&F1^M|chkUseTapi|"
     "LocationList=2|DeviceList=3|ConnectUsingOption1|RasHost=uucp.skolan.example|"
     "RasUucpPort=32767|HostLupTm=30|PhoneEntries=2|RasUsernameTxt=corvale|"
     "RasPasswordTxt=tjugofyra tecken lång å!|UseCurrentTcp|RasHost=uucp.nord.example\n";
@@ -29,7 +29,7 @@ constexpr const char* kNewHostFields =
     "phone_number 046-1234567|modem_make None|modem_reset ATZ^M|modem_init AT&F1^M|"
     "modem_attention AT|modem_busy BUSY|modem_connect CONNECT|modem_dial ATDT|modem_hang_up ATH^M|"
     "modem_answer ATA^M|com_port 15|modem_max_speed 115200|connect_speed 5|data_bits 1|"
-    "parity 2|tapi_location Hotell Örnsköldsvik|dial_timeout 100000|window_size 4|"
+    "stop_bits 1|parity 2|tapi_location Hotell Örnsköldsvik|dial_timeout 100000|window_size 4|"
     "packet_size 8|ras_host uucp.nord.example|uucp_tcp_port 32767|ras_entry_position 2|"
     "ras_user_name corvale|ras_password tjugofyra tecken lång å!|ras_entry Reservförbindelse|"
     "do_not_use_active_connection -1|host_lookup_timeout 30|transport_when_in_queue -1|"
