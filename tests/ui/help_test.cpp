@@ -148,6 +148,9 @@ TEST_F(HelpWindowTest, ShowsATopicOrTheFirstOneOrThatThereIsNone) {
     EXPECT_EQ(shown(), "First steps / Logging in");
     help.showTopic("gone");
     EXPECT_EQ(shown(), "Översikt / Overview");
+    EXPECT_TRUE(child<QToolButton>(help, "HelpBack")->isEnabled());
+    EXPECT_TRUE(open("Tollwick.hlp"));
+    EXPECT_FALSE(child<QToolButton>(help, "HelpBack")->isEnabled());
 }
 
 TEST_F(HelpWindowTest, ContentsIndexSearchAndLinksLeadToTopics) {
@@ -157,6 +160,8 @@ TEST_F(HelpWindowTest, ContentsIndexSearchAndLinksLeadToTopics) {
     auto* contents = child<QTreeWidget>(help, "HelpContents");
     contents->setCurrentItem(contents->topLevelItem(0)->child(1));
     EXPECT_EQ(shown(), "First steps / Logging in");
+    contents->setCurrentItem(contents->topLevelItem(0)); // a heading, which has no page
+    EXPECT_EQ(shown(), "First steps / Getting started");
     auto* index = child<QListWidget>(help, "HelpIndex");
     child<QLineEdit>(help, "HelpIndexFilter")->setText("OVER");
     EXPECT_TRUE(index->item(3)->isHidden());
@@ -170,6 +175,9 @@ TEST_F(HelpWindowTest, ContentsIndexSearchAndLinksLeadToTopics) {
     help.show();
     help.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&help));
+    QTest::keySequence(&help, QKeySequence::Find);
+    EXPECT_TRUE(words->hasFocus());
+    EXPECT_EQ(words->selectedText(), "PASSWORD type");
     help.showTopic("start");
     emit child<QTextBrowser>(help, "HelpPage")->anchorClicked(QUrl("login"));
     EXPECT_FALSE(child<QToolButton>(help, "HelpForward")->isEnabled());

@@ -100,7 +100,7 @@ TEST_F(ListTest, CommandsActOnTheRowThatIsSeenAsSelected) {
     EXPECT_EQ(site().outbox, context().data.outbox);
     filter()->setFocus();
     QTest::keyClick(filter(), Qt::Key_Escape);
-    EXPECT_FALSE(filter()->isVisible());
+    EXPECT_TRUE(!filter()->isVisible() && window().focusWidget() == &list());
     clickTitle(2); // the third click
     const std::string gone = "info@sthlm.corvale.example;";
     EXPECT_EQ(column(0), in_service_order.erase(in_service_order.find(gone), gone.size()));
@@ -109,9 +109,13 @@ TEST_F(ListTest, CommandsActOnTheRowThatIsSeenAsSelected) {
     EXPECT_EQ(list().selectedRows().size(), 11U);
     EXPECT_EQ(list().selectedRow(), -1);
     // Another list starts unfiltered.
-    trigger("FilterRows");
-    QTest::keyClicks(filter(), "nobody");
-    EXPECT_EQ(column(0), "");
+    for (const bool is_closed : {true, false}) {
+        trigger("FilterRows");
+        QTest::keyClicks(filter(), "nobody");
+        EXPECT_EQ(column(0), "");
+        if (is_closed)
+            clickOn(window(), "CloseFilter");
+    }
     clickNode("uucphosts");
     EXPECT_FALSE(filter()->isVisible());
     EXPECT_EQ(list().model()->rowCount(), 5);

@@ -64,6 +64,10 @@ TEST_F(MainFormTest, StartsWhereItWasLeft) {
     splitterMouse(QEvent::MouseButtonRelease, 300);
     EXPECT_FALSE(bar->isVisible());
     EXPECT_EQ(treeWidth(), 300);
+    for (const auto& [key, width] : {std::pair{Qt::Key_Right, 320}, {Qt::Key_Left, 300}}) {
+        QTest::keyClick(child(window(), "imgSplitter"), key);
+        EXPECT_EQ(treeWidth(), width);
+    }
     EXPECT_EQ(child(window(), "List")->geometry().right() + 1, 700);
     trigger("Exitmenu");
     EXPECT_EQ(ended, 1);
