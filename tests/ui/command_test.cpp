@@ -192,12 +192,13 @@ TEST_F(CommandTest, TheConfigurationIsSavedAsAFileThatOnlyItsOwnerReads) {
     const Lines before = listed();
     const auto save = [this](const char* file) {
         inDialog("SaveConfigurationMenu", [&](QDialog& dialog) {
+            EXPECT_EQ(textOf(dialog, "fileNameEdit"), "127.0.0.1.json");
             child<QLineEdit>(dialog, "fileNameEdit")
                 ->setText(QString::fromStdString(folder.text(file)));
             dialog.accept();
         });
     };
-    save("site.json");
+    save("site"); // the suffix is added
     EXPECT_EQ(info(), "Configuration saved.");
     EXPECT_EQ(listed(), before);
     const Site saved = SiteFile(folder / "site.json", SiteFile::UnknownKeys::Refuse).load();

@@ -81,6 +81,7 @@ TEST_F(ListTest, CommandsActOnTheRowThatIsSeenAsSelected) {
     logIn();
     stopTimer();
     clickNode("outbox");
+    EXPECT_TRUE(list().model()->index(0, 2).data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight);
     std::string in_service_order = column(0);
     clickTitle(2);
     EXPECT_TRUE(column(2).starts_with("1 kB;1 kB;2 kB;")) << column(2);

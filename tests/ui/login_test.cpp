@@ -80,6 +80,7 @@ TEST_F(LoginTest, AWrongLoginLeavesTheDialogForAnotherTry) {
                         std::to_string(service.port()) + "|btnOptions"); // hidden, but used
         play(login, "tbServerConnectUsername=nobody|tbServerConnectPassword=wrong");
         fail(login, kCritical, Text::AuthenticationFailure);
+        EXPECT_EQ(focused(), "tbServerConnectPassword");
         EXPECT_TRUE(tree().empty());
         play(login, "tbServerConnectUsername?nobody|tbServerConnectPassword?wrong|"
                     "tbServerConnectUsername=admin|tbServerConnectPassword=tollwick|btnOk");
@@ -135,14 +136,17 @@ TEST_F(LoginTest, TheServersOfLateCompleteTheAddress) {
     EXPECT_EQ(stored({"Servers", "Server1", ""}), "127.0.0.1|" + port + "|admin");
     inDialog("LoginMenu", [&](QDialog& login) {
         play(login, "btnOptions|tbServerConnectPort=|tbServerConnectUsername=|"
-                    "tbServerConnectIp=127");
+                    "tbServerConnectIp=0.0.1");
         QAbstractItemView* popup =
             child<QLineEdit>(login, "tbServerConnectIp")->completer()->popup();
         ASSERT_TRUE(waitUntil([&] { return popup->isVisible(); }));
         QTest::keyClick(popup, Qt::Key_Down);
         QTest::keyClick(popup, Qt::Key_Return);
         play(login, "tbServerConnectIp?127.0.0.1|tbServerConnectPort?" + port +
-                        "|tbServerConnectUsername?admin");
+                        "|tbServerConnectUsername?admin|tbServerConnectIp=elsewhere");
+        press(Qt::Key_Down); // shows all of them
+        EXPECT_TRUE(popup->isVisible());
+        popup->hide();
         login.reject();
     });
 }

@@ -1,4 +1,5 @@
 #include "tests/ui/support/console_test.h"
+#include "ui/common/icons.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -19,6 +20,7 @@ struct TextEdit {
     const char* node;
     int row;
     const char* key;
+    const char* icon;
     Text caption, label;
     const char* before;
     const char* refused; // nullptr: nothing is
@@ -32,22 +34,25 @@ using T = Text;
 constexpr auto kPlain = QMessageBox::NoIcon;
 // clang-format off
 const TextEdit kTextEdits[] = {
-    {"admin",       0, "adminip",              T::EditIpCaption,     T::EditIpLabel,       "127.0.0.1",   "256.1.1.1",   {kPlain, T::IpInvalid},           "10.1.300.3",      {kCritical, T::RestartForIp},           "10.1.300.3"},
-    {"admin",       1, "adminport",            T::EditPortCaption,   T::EditPortLabel,     "542",         "0",           {kCritical, T::PortInvalid},      "80abc",           {kExclamation, T::RestartForPort},      "80"},
-    {"smtpserver",  0, "SmtpServiceIp",        T::EditIpCaption,     T::EditIpLabel,       "127.0.0.1",   "1.2.3",       {kCritical, T::IpInvalid},        " 127.0.0.1",      {kExclamation, T::RestartForIp},        " 127.0.0.1"},
-    {"smtpserver",  1, "SmtpServicePort",      T::EditPortCaption,   T::EditPortLabel,     "25",          "32767",       {kCritical, T::PortInvalid},      "32766",           {kExclamation, T::RestartForPort},      "32766"},
-    {"smtpforward", 0, "smtpforwardip",        T::EditIpCaption,     T::EditIpLabel,       "192.0.2.10",  "mail",        {kCritical, T::IpInvalid},        "1..2.3",          {},                                     "1..2.3"},
-    {"smtpforward", 1, "smtpforwardport",      T::EditPortCaption,   T::EditPortLabel,     "2525",        "smtp",        {kCritical, T::PortInvalid},      "2526.5",          {},                                     "2526"},
-    {"options",     0, "docviewer",            T::DocViewerCaption,  T::DocViewerLabel,    "notepad.exe", nullptr,       {},                               " C:\\läs?.exe",   {},                                     " C:\\läs?.exe"},
-    {"uucpdaemon",  0, "uucppriorcmd",         T::CommandCaption,    T::PriorCommandLabel, "",            "c:\\run.bat", {kCritical, T::CommandInvalid},   "start.bat -x å",  {},                                     "start.bat -x å"},
-    {"uucpdaemon",  1, "uucpaftercmd",         T::CommandCaption,    T::AfterCommandLabel, "rensa.bat",   "x|y",         {kCritical, T::CommandInvalid},   "\b",              {},                                     ""},
-    {"uucpdaemon",  2, "remotedebugginglevel", T::DebugLevelCaption, T::DebugLevelLabel,   "3",           nullptr,       {},                               "  9 b ",          {kExclamation, T::DebugLevelWarning},   "9 b"},
-    {"uucpdaemon",  2, "remotedebugginglevel", T::DebugLevelCaption, T::DebugLevelLabel,   "9 b",         nullptr,       {},                               "   ",             {},                                     ""}};
+    {"admin",       0, "adminip",              "netadress32",   T::EditIpCaption,     T::EditIpLabel,       "127.0.0.1",   "256.1.1.1",   {kPlain, T::IpInvalid},           "10.1.300.3",      {kCritical, T::RestartForIp},           "10.1.300.3"},
+    {"admin",       1, "adminport",            "portin32",      T::EditPortCaption,   T::EditPortLabel,     "542",         "0",           {kCritical, T::PortInvalid},      "80abc",           {kExclamation, T::RestartForPort},      "80"},
+    {"smtpserver",  0, "SmtpServiceIp",        "netadress32",   T::EditIpCaption,     T::EditIpLabel,       "127.0.0.1",   "1.2.3",       {kCritical, T::IpInvalid},        " 127.0.0.1",      {kExclamation, T::RestartForIp},        " 127.0.0.1"},
+    {"smtpserver",  1, "SmtpServicePort",      "portin32",      T::EditPortCaption,   T::EditPortLabel,     "25",          "32767",       {kCritical, T::PortInvalid},      "32766",           {kExclamation, T::RestartForPort},      "32766"},
+    {"smtpforward", 0, "smtpforwardip",        "netadress32",   T::EditIpCaption,     T::EditIpLabel,       "192.0.2.10",  "mail",        {kCritical, T::IpInvalid},        "1..2.3",          {},                                     "1..2.3"},
+    {"smtpforward", 1, "smtpforwardport",      "portin32",      T::EditPortCaption,   T::EditPortLabel,     "2525",        "smtp",        {kCritical, T::PortInvalid},      "2526.5",          {},                                     "2526"},
+    {"options",     0, "docviewer",            "paper32",       T::DocViewerCaption,  T::DocViewerLabel,    "notepad.exe", nullptr,       {},                               " C:\\läs?.exe",   {},                                     " C:\\läs?.exe"},
+    {"uucpdaemon",  0, "uucppriorcmd",         "command32",     T::CommandCaption,    T::PriorCommandLabel, "",            "c:\\run.bat", {kCritical, T::CommandInvalid},   "start.bat -x å",  {},                                     "start.bat -x å"},
+    {"uucpdaemon",  1, "uucpaftercmd",         "command32",     T::CommandCaption,    T::AfterCommandLabel, "rensa.bat",   "x|y",         {kCritical, T::CommandInvalid},   "\b",              {},                                     ""},
+    {"uucpdaemon",  2, "remotedebugginglevel", "debug32",       T::DebugLevelCaption, T::DebugLevelLabel,   "3",           nullptr,       {},                               "  9 b ",          {kExclamation, T::DebugLevelWarning},   "9 b"},
+    {"uucpdaemon",  2, "remotedebugginglevel", "debug32",       T::DebugLevelCaption, T::DebugLevelLabel,   "9 b",         nullptr,       {},                               "   ",             {},                                     ""}};
 // clang-format on
 
 class SettingEditorTest : public ConsoleTest {
 protected:
-    static void expectForm(QDialog& form, Text caption, Text label, const std::string& text) {
+    static void expectForm(QDialog& form, const char* icon, Text caption, Text label,
+                           const std::string& text) {
+        EXPECT_EQ(child<QLabel>(form, "EditIcon")->pixmap().toImage(),
+                  imageIcon(icon).pixmap(32, 32).toImage());
         EXPECT_EQ(form.windowTitle().toStdString(), english(caption));
         EXPECT_EQ(textOf(form, "EditCaption"), english(label));
         EXPECT_EQ(focused(), "Edittext");
@@ -75,7 +80,7 @@ TEST_F(SettingEditorTest, TextsAreCheckedSentAndShown) {
             if (text)
                 acts.emplace_back([&, text, is_first = acts.empty()](QDialog& form) {
                     EXPECT_EQ(saves(), saved);
-                    expectForm(form, edit.caption, edit.label,
+                    expectForm(form, edit.icon, edit.caption, edit.label,
                                is_first ? edit.before : edit.refused);
                     type(text + std::string("\n"));
                 });
@@ -175,7 +180,7 @@ TEST_F(SettingEditorTest, ALogPeriodReachesTheServiceWithTheNextSave) {
         select("logs", row);
         const SettingsRecord last = settings();
         inDialog("PropertiesMenu", [&](QDialog& form) {
-            expectForm(form, T::LogPeriodCaption, T::LogPeriodLabel,
+            expectForm(form, "log32", T::LogPeriodCaption, T::LogPeriodLabel,
                        before); // 0 is shown as nothing
             type(entered);
         });
