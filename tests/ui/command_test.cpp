@@ -130,6 +130,24 @@ TEST_F(SeveralRowsTest, AreDeletedOneByOneAfterOneQuestionAndTheNextRowIsSelecte
     EXPECT_EQ(context().data.schedules, site().schedules);
 }
 
+TEST_F(SeveralRowsTest, TenOfThoseThatTheServiceKeepsAreNamed) {
+    logIn();
+    clickNode("outbox");
+    std::string told = "The service did not remove:";
+    const Site kept = site();
+    for (std::size_t i = 0; i < 10; ++i)
+        told += '\n' + kept.outbox[i].file_name.text();
+    onServer([](Server& s) {
+        s.faults().only_class = ObjectClass::OutboxMail;
+        s.faults().result = 77;
+    });
+    QTest::keySequence(&list(), QKeySequence::SelectAll);
+    expectQuestion("12 mails");
+    boxes.expectBox(kCritical, told + "\nand 2 more");
+    trigger("DeleteMenu");
+    EXPECT_EQ(list().selectedRows().size(), 12U);
+}
+
 TEST_F(SeveralRowsTest, StayWhereTheyAreBehindALostLinkOrAnEscape) {
     for (const bool is_stopped : {true, false}) {
         restore();
@@ -301,6 +319,8 @@ TEST_F(CommandTest, FollowConnectionNodeAndRow) {
         for (const char* name :
              {"LogOffMenu", "UucpTransportNowMenu", "CancelUucpTransportMenu", "toolbar_logout"})
             EXPECT_EQ(action(name)->isEnabled(), connected) << name;
+        for (const char* name : {"TollwickServiceStart", "TollwickserviceStop"})
+            EXPECT_FALSE(action(name)->isEnabled()) << name;
         for (const char* name : {"LoginMenu", "toolbar_login"})
             EXPECT_EQ(action(name)->isEnabled(), !connected) << name;
     };

@@ -203,19 +203,20 @@ TEST_F(ListTest, ContextMenusHoldTheNodesCommands) {
         std::string entries;
         auto* menu = window().findChild<QMenu*>("ContextMenu");
         for (const QAction* entry : menu->actions())
-            entries += entry->objectName().toStdString() + ' ';
+            entries += (entry == menu->defaultAction() ? "*" : "") +
+                       entry->objectName().toStdString() + ' ';
         menu->close();
         return entries;
     };
     const std::string rows = "  CopyRows SelectRows FilterRows SortRows FitColumns SaveCsv ";
     clickNode("schedule");
-    EXPECT_EQ(menuAt(list().viewport(), placeOf(0)), "AddMenu DeleteMenu PropertiesMenu" + rows);
+    EXPECT_EQ(menuAt(list().viewport(), placeOf(0)), "AddMenu DeleteMenu *PropertiesMenu" + rows);
     ConfigTree* tree = window().tree();
     const auto nodeMenu = [&](const char* key) {
         clickNode(key);
         return menuAt(tree->viewport(), tree->visualItemRect(node(key)).center());
     };
-    EXPECT_EQ(nodeMenu("logs"), "PropertiesMenu Toggmenu ");
+    EXPECT_EQ(nodeMenu("logs"), "PropertiesMenu *Toggmenu ");
     EXPECT_EQ(nodeMenu("outbox"), "DeleteMenu Refreshmenu ");
     EXPECT_EQ(nodeMenu("loginaccount"), "PropertiesMenu ");
 }

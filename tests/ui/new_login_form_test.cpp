@@ -22,6 +22,7 @@ TEST_F(NewLoginFormTest, ChangesThePairThatTheNextLoginNeeds) {
     EXPECT_EQ(kept(), "admin/tollwick");
     change([&](QDialog& form) {
         EXPECT_EQ(form.windowTitle(), "Change login details");
+        EXPECT_FALSE(child<QLabel>(form, "EditIcon")->pixmap().isNull());
         EXPECT_EQ(child<QLineEdit>(form, "tbUserId")->selectedText(), "admin");
         for (const char* name : {"tbPassword", "tbPasswordAgain"})
             EXPECT_EQ(child<QLineEdit>(form, name)->echoMode(), QLineEdit::Password);

@@ -30,6 +30,7 @@ TEST_F(ScheduleFormTest, ANewScheduleIsTypedSentAndShown) {
     logIn();
     inForm(-1, [&](QDialog& form) {
         EXPECT_EQ(form.windowTitle(), "Add schedule");
+        EXPECT_FALSE(child<QLabel>(form, "Image1")->pixmap().isNull());
         EXPECT_EQ(shown(form), "Every|Monday||5 min|||0");
         // A click selects a field, but the end of its menu does not.
         clickOn(form, "Delay");
