@@ -122,6 +122,37 @@ TEST_F(ListTest, CommandsActOnTheRowThatIsSeenAsSelected) {
     EXPECT_EQ(list().model()->rowCount(), 5);
 }
 
+TEST_F(ListTest, TheMenuSortsAndFitsColumns) {
+    logIn();
+    clickNode("outbox");
+    const std::string in_service_order = column(0);
+    emit list().contextMenuWanted(window().mapToGlobal(QPoint(300, 100)));
+    auto* context_menu = window().findChild<QMenu*>("ContextMenu");
+    QMenu* menu = nullptr;
+    for (const QAction* entry : context_menu->actions())
+        menu = entry->objectName() == "SortRows" ? entry->menu() : menu;
+    context_menu->close();
+    // Triggers an entry; tells which one was checked, and the sizes at the head of the list then.
+    const auto sortBy = [&](const char* title) {
+        emit menu->aboutToShow();
+        std::string checked;
+        QAction* wanted = nullptr;
+        for (QAction* entry : menu->actions()) {
+            checked += entry->isChecked() ? entry->text().toStdString() + ' ' : "";
+            wanted = entry->text() == title ? entry : wanted;
+        }
+        wanted->trigger();
+        return checked + column(2).substr(0, 10);
+    };
+    EXPECT_EQ(sortBy("File size:"), "Order of the service 1 kB;1 kB;");
+    EXPECT_EQ(sortBy("File size:"), "File size: 58 kB;40 k");
+    EXPECT_EQ(sortBy("Order of the service"), "File size: 3 kB;2 kB;");
+    EXPECT_EQ(column(0), in_service_order);
+    list().header()->resizeSection(0, 30);
+    trigger("FitColumns");
+    EXPECT_GT(list().columnWidth(0), 100);
+}
+
 TEST_F(ListTest, ACellThatIsRewrittenCountsForTheFilterAndIsNoMarkup) {
     logIn();
     clickNode("uucpmonitor");
