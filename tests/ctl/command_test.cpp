@@ -1,4 +1,5 @@
 #include "ctl/commands.h"
+#include "ctl/output.h"
 #include "ctl/records.h"
 #include "program.h"
 #include "site/field_text.h"
@@ -212,6 +213,12 @@ TEST_F(CommandTest, ControlCharactersOfTheServiceDoNotReachTheTerminal) {
     const Result result = run({"hosts"});
     EXPECT_EQ(result.output.find('\x1b'), std::string::npos);
     EXPECT_EQ(std::ranges::count(result.output, '\n'), 6);
+}
+
+TEST(Output, KnowsHowWideATextIsShown) {
+    for (const auto& [text, width] :
+         {std::pair{"Åre", 3U}, {"e\u0301", 1U}, {"日本", 4U}, {"\U0001F4EB", 2U}, {"", 0U}})
+        EXPECT_EQ(displayWidth(text), width) << text;
 }
 
 #ifdef Q_OS_UNIX

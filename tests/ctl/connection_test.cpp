@@ -45,6 +45,30 @@ TEST_F(ConnectionTest, WhatIsNotGivenComesFromTheConsolesSettings) {
 }
 #endif
 
+#ifdef Q_OS_LINUX
+TEST_F(ConnectionTest, OnATerminalThePasswordIsAskedForUnseenAndLongWorkShowsABar) {
+    EXPECT_EQ(run({"backup", file("site.json")}).status, 0);
+    service.run([](simulator::Server& server) { server.site().hosts.clear(); });
+    password = QString();
+    QProcess terminal;
+    setUp(terminal);
+    terminal.start("script", {"-qec",
+                              QStringLiteral("%1 --port %2 restore %3")
+                                  .arg(TOLLWICK_CTL, QString::number(port), file("site.json")),
+                              "/dev/null"});
+    std::string shown;
+    while (!shown.ends_with(": ") && terminal.waitForReadyRead())
+        shown += terminal.readAllStandardOutput().toStdString();
+    EXPECT_EQ(shown, "Password of admin at 127.0.0.1: ");
+    terminal.write("tollwick\n");
+    const Result result = resultOf(terminal);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output.find("tollwick"), std::string::npos) << result.output;
+    EXPECT_NE(result.output.find("\r\x1b[K[############..................] 2/5"), std::string::npos)
+        << result.output;
+}
+#endif
+
 TEST_F(ConnectionTest, AServiceThatFailsEndsItWithTheStatusOfItsFault) {
     using simulator::Faults;
     const auto close = [](QTcpSocket& socket, const Comrecord&, const std::string&) {

@@ -27,14 +27,18 @@ protected:
         return resultOf(program);
     }
     void start(QProcess& program, const QStringList& arguments) {
+        setUp(program);
+        program.start(TOLLWICK_CTL, QStringList{"--port", QString::number(port)} + arguments);
+        EXPECT_TRUE(program.waitForStarted());
+    }
+    // The settings and the password that it finds.
+    void setUp(QProcess& program) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("XDG_CONFIG_HOME", QString::fromStdString(folder.text()));
         environment.remove("TOLLWICK_PASSWORD");
         if (!password.isNull())
             environment.insert("TOLLWICK_PASSWORD", password);
         program.setProcessEnvironment(environment);
-        program.start(TOLLWICK_CTL, QStringList{"--port", QString::number(port)} + arguments);
-        EXPECT_TRUE(program.waitForStarted());
     }
     static Result resultOf(QProcess& program) {
         EXPECT_TRUE(program.waitForFinished());
